@@ -1,0 +1,212 @@
+/* kavo: a model, the way to a solver link, and the results. The host's face of libkavo.so.
+ *
+ * A host fills a model in bulk (or reads it from a file), gives settings, opens a link by path, solves, and reads results
+ * as borrowed arrays:
+ *
+ *     trpRec* model = NULL;
+ *     kavo_create(&model);
+ *     kavo_read(model, "diet.mps");
+ *     kavo_set_option(model, "timelimit", "60", NULL, 0);
+ *     if (kavo_open_link(model, NULL) != KAVO_OK || kavo_solve(model) != KAVO_OK) puts(kavo_last_error());
+ *     kavo_free(&model);
+ *
+ * Conventions, the same for every function:
+ *   - The result is a kavo_status. On anything but KAVO_OK the call changed nothing (unless said otherwise) and
+ *     kavo_last_error() tells what is wrong and what to do. No function throws.
+ *   - Strings are UTF-8 and end with NUL. Strings and arrays given by the caller are copied.
+ *   - Arrays handed out belong to the model and stay valid until the model changes, is solved again, or is freed.
+ *   - Element numbers count from 0. A bound or side of 1e20 or more is infinite, and so is -1e20 or less.
+ *   - Unknown numbers are NaN.
+ *   - One thread at a time per model, but for kavo_interrupt, which any thread may call. Models are independent.
+ */
+#ifndef KAVO_KAVO_H
+#define KAVO_KAVO_H
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define KAVO_API __attribute__((visibility("default")))
+
+/* A model with its settings, link and results. */
+typedef struct trpRec trpRec;
+
+typedef enum kavo_status {
+  KAVO_OK = 0,
+  KAVO_INVALID = 1,       /* an argument is wrong: null, out of range, NaN, wrong length */
+  KAVO_FILE = 2,          /* a file cannot be read or written, or what it says is wrong */
+  KAVO_NOT_SUPPORTED = 3, /* understood, but not taken (docs/limits.md) */
+  KAVO_LINK = 4,          /* the link cannot be loaded, or reports a failure */
+  KAVO_NO_RESULT = 5,     /* the result asked for does not exist */
+  KAVO_MEMORY = 6,
+  KAVO_INTERNAL = 7
+} kavo_status;
+
+/* The message of the last call on this thread that failed; "" before any failure. Valid until the next failure. */
+KAVO_API const char* kavo_last_error(void);
+/* The library's version, such as "0.1.0". */
+KAVO_API const char* kavo_version(void);
+
+/* ---- life ---- */
+
+/* Makes an empty model in *model, which is set to NULL on failure. */
+KAVO_API int kavo_create(trpRec** model);
+/* Frees the model with its link and results, and sets *model to NULL. A NULL *model is fine. */
+KAVO_API int kavo_free(trpRec** model);
+
+/* ---- building ---- */
+
+typedef enum kavo_type {
+  KAVO_CONTINUOUS = 0,
+  KAVO_BINARY = 1,         /* integer within [0, 1] and its own bounds */
+  KAVO_INTEGER = 2,
+  KAVO_SEMICONTINUOUS = 3, /* 0, or within [lower, upper] */
+  KAVO_SEMIINTEGER = 4     /* 0, or an integer within [lower, upper] */
+} kavo_type;
+
+/* Appends `count` columns (variables). lower, upper, type, names: count entries each, or NULL for 0, infinity,
+ * continuous, no names. An entry of names may be NULL or "". */
+KAVO_API int kavo_add_columns(trpRec* model, size_t count, const double* lower, const double* upper,
+                              const unsigned char* type, const char* const* names);
+
+/* Appends `count` rows lower <= sum of value*column <= upper. start: count + 1 entries, start[0] = 0, not decreasing;
+ * column, value: start[count] entries; the terms of row i are start[i] .. start[i+1]-1, several terms of one column are
+ * summed. lower, upper: count entries, or NULL for -infinity, +infinity; names as for columns. */
+KAVO_API int kavo_add_rows(trpRec* model, size_t count, const double* lower, const double* upper, const size_t* start,
+                           const int* column, const double* value, const char* const* names);
+
+typedef enum kavo_sense { KAVO_MINIMIZE = 0, KAVO_MAXIMIZE = 1 } kavo_sense;
+
+/* Appends an objective: constant + sum of value*column. name may be NULL. */
+KAVO_API int kavo_add_objective(trpRec* model, int sense, double constant, size_t terms, const int* column,
+                                const double* value, const char* name);
+
+/* Which objective is solved: 0 none (find a feasible point), 1 the first (the default), ... */
+KAVO_API int kavo_set_objective_number(trpRec* model, int number);
+
+/* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
+KAVO_API int kavo_set_start(trpRec* model, const double* primal, const double* dual);
+
+typedef enum kavo_kind { KAVO_COLUMN = 0, KAVO_ROW = 1, KAVO_OBJECTIVE = 2, KAVO_MODEL = 3 } kavo_kind;
+
+/* Gives `count` elements of a kind a named value (a suffix); integer values are given as doubles. Elements not listed
+ * have none. A second call with the same kind and name replaces the first. The link takes of these
+ *   columns: partition, feaspref, priority;   rows: lazy, feaspref
+ * and ignores the others. */
+KAVO_API int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, const int* index,
+                             const double* value);
+
+KAVO_API int kavo_set_name(trpRec* model, const char* name);
+
+/* Number of columns, rows, nonzeros, objectives. Any pointer may be NULL. */
+KAVO_API int kavo_counts(const trpRec* model, size_t* columns, size_t* rows, size_t* nonzeros, size_t* objectives);
+/* Name of an element of a kind; "_svar[1]", "_scon[1]", "_sobj[1]" (counted from 1) when none was given. Valid until
+ * the next call with this model. */
+KAVO_API int kavo_name(trpRec* model, int kind, size_t index, const char** name);
+
+/* ---- files ---- */
+
+/* Reads a model into an empty one, by the ending of the path: .nl (text or binary; with .row and .col beside it), .mps,
+ * .mps.gz. A path without a known ending is tried with .nl added. The error names file, line or byte, and what was
+ * expected. */
+KAVO_API int kavo_read(trpRec* model, const char* path);
+
+/* The .sol file of the AMPL protocol. message: lines before the options block, no line may start with "Options". The
+ * file is complete or not there at all (written beside and renamed). Needs no results: without a point no values are
+ * written. result_code < 0: the code of the outcome (docs/results.md), otherwise this one. */
+KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* message, int result_code);
+/* "# Objective value = v" and a line "name value" per column, as Gurobi reads it. KAVO_NO_RESULT without a point. */
+KAVO_API int kavo_write_point(const trpRec* model, const char* path);
+/* Everything known, as one JSON object (docs/results.md). */
+KAVO_API int kavo_write_json(const trpRec* model, const char* path);
+
+/* ---- settings ---- */
+
+/* Gives a setting to the link: a Gurobi parameter or an option of the link. source and line tell where it was given
+ * ("command line", a file's name) and stand in error messages; NULL and 0 when unknown. Names are checked at the solve,
+ * before a licence is taken. A later setting of the same name wins. */
+KAVO_API int kavo_set_option(trpRec* model, const char* name, const char* value, const char* source, int line);
+
+/* ---- solving ---- */
+
+/* Loads a link and makes it ready for this model. path NULL: libgrblink.so beside this library. */
+KAVO_API int kavo_open_link(trpRec* model, const char* path);
+/* What the link says of its solver, such as "Gurobi 13.0.2 through gurobipy". "" without a link. */
+KAVO_API int kavo_solver_text(const trpRec* model, const char** text);
+/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. */
+KAVO_API int kavo_solve(trpRec* model);
+/* Closes the link; results stay. */
+KAVO_API int kavo_close_link(trpRec* model);
+
+/* Why a stop is asked for; told apart in the termination words. */
+typedef enum kavo_stop_source { KAVO_STOP_HOST = 0, KAVO_STOP_SIGNAL = 1 } kavo_stop_source;
+/* Asks a running solve to stop and keep its best point; remembered until the solve returns, so it cannot come too
+ * early within one. Without a running solve it does nothing. Any thread, but not a signal handler. */
+KAVO_API int kavo_interrupt(trpRec* model, int source);
+
+/* Where log text goes: called with pieces of text, lines end with "\n". NULL: nowhere (the default). */
+KAVO_API int kavo_set_log(trpRec* model, void (*write)(const char* text, size_t length, void* data), void* data);
+
+/* ---- results ---- */
+
+typedef enum kavo_solution_status {
+  KAVO_OPTIMAL = 0,
+  KAVO_LOCALLY_OPTIMAL = 1,
+  KAVO_INFEASIBLE = 2,
+  KAVO_LOCALLY_INFEASIBLE = 3,
+  KAVO_UNBOUNDED = 4,
+  KAVO_INFEASIBLE_OR_UNBOUNDED = 5,
+  KAVO_UNKNOWN = 6
+} kavo_solution_status;
+
+typedef struct kavo_outcome {
+  int status;              /* a kavo_solution_status */
+  const char* status_text; /* "optimal", "locally_optimal", "infeasible", ..., "unknown" */
+  const char* termination; /* why it stopped, in words: "finished", "time limit", "interrupted", ... */
+  int sol_code;            /* the solve_result_num of the AMPL protocol */
+  const char* message;     /* a sentence for people, such as "optimal solution" */
+  /* NaN when it does not exist: */
+  double objective, bound, gap, iterations, nodes, seconds, solutions;
+} kavo_outcome;
+
+/* The outcome of the last solve; KAVO_NO_RESULT before one. */
+KAVO_API int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome);
+
+/* Signs: a dual is the change of the objective per unit of the row's right-hand side, and a reduced cost the change per
+ * unit of the variable, for minimise and maximise alike. A slack is the distance of the activity to the nearer side of
+ * the row: positive inside, 0 at a side, negative when violated. */
+typedef enum kavo_quantity {
+  KAVO_PRIMAL = 0,       /* columns */
+  KAVO_REDUCED_COST = 1, /* columns */
+  KAVO_ACTIVITY = 2,     /* rows */
+  KAVO_DUAL = 3,         /* rows */
+  KAVO_SLACK = 4         /* rows */
+} kavo_quantity;
+/* One value per column or row; KAVO_NO_RESULT (and NULL, 0) when the solve has not given this quantity. */
+KAVO_API int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count);
+
+typedef enum kavo_basis {
+  KAVO_BASIS_LOWER = 1,
+  KAVO_BASIS_UPPER = 2,
+  KAVO_BASIC = 3,
+  KAVO_SUPERBASIC = 4
+} kavo_basis;
+/* A kavo_basis per column (kind KAVO_COLUMN) or row (KAVO_ROW); KAVO_NO_RESULT when there is no basis. A row at its
+ * lower side is KAVO_BASIS_LOWER, at its upper side KAVO_BASIS_UPPER. */
+KAVO_API int kavo_result_basis(const trpRec* model, int kind, const int** statuses, size_t* count);
+
+typedef enum kavo_check { KAVO_CHECK_ROW = 0, KAVO_CHECK_BOUND = 1, KAVO_CHECK_INTEGRALITY = 2 } kavo_check;
+/* The largest violation of the model's own rows, bounds or integrality at the returned point, and the element that has
+ * it; 0 and -1 when nothing is violated at all. KAVO_NO_RESULT without a point. */
+KAVO_API int kavo_violation(const trpRec* model, int check, double* value, long long* element);
+
+/* Notes of the last solve for the user, one line each: what is odd about the model, what was left out. *note is NULL
+ * when index is beyond the last. */
+KAVO_API int kavo_note(const trpRec* model, size_t index, const char** note);
+
+#ifdef __cplusplus
+}
+#endif
+#endif

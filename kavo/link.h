@@ -1,0 +1,143 @@
+/* kavo: what a link may ask of a model and tell it. The only road between a link and its host.
+ *
+ * A link is a library that exports grbCreate, grbFree, grbReadyAPI, grbCallSolver, grbModifyProblem. Calls stand in the
+ * order of one solve. The functions return a kavo_status and never throw. Spans are borrowed: valid while the host's call
+ * of the link runs, and as long as the model is not changed.
+ */
+#ifndef KAVO_LINK_H
+#define KAVO_LINK_H
+
+#include "kavo/kavo.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The exports of a link, as a host calls them. Results: 0 for success. */
+typedef int (*kavo_link_create)(void** handle, char* message, int length);
+typedef void (*kavo_link_free)(void** handle);
+typedef int (*kavo_link_ready)(void* handle, trpRec* model);
+typedef int (*kavo_link_call)(void* handle);
+
+/* ---- the model ---- */
+
+/* Names of elements 0 .. n-1: name i is the NUL-terminated text + start[i], "" when the element has none. start is NULL
+ * when no element has a name. */
+typedef struct kavo_names {
+  const char* text;
+  const size_t* start;
+} kavo_names;
+
+typedef struct kavo_columns {
+  size_t count;
+  const double* lower;       /* count; -1e20 or less: none */
+  const double* upper;       /* count; 1e20 or more: none */
+  const unsigned char* type; /* count; a kavo_type */
+  kavo_names names;
+} kavo_columns;
+
+typedef struct kavo_rows {
+  size_t count;
+  const size_t* start;  /* count + 1 */
+  const int* column;    /* start[count] */
+  const double* value;  /* start[count]; finite */
+  const double* lower;  /* count */
+  const double* upper;  /* count */
+  const int* expression; /* count: number of the row's expression, -1: none; NULL when no row has one */
+  kavo_names names;
+} kavo_rows;
+
+typedef struct kavo_objective {
+  int sense; /* a kavo_sense */
+  double constant;
+  size_t terms;
+  const int* column;
+  const double* value;
+  int expression; /* -1: none */
+  const char* name;
+} kavo_objective;
+
+typedef struct kavo_suffix {
+  size_t count;
+  const int* index;
+  const double* value;
+} kavo_suffix;
+
+KAVO_API int kavo_link_columns(const trpRec* model, kavo_columns* out);
+KAVO_API int kavo_link_rows(const trpRec* model, kavo_rows* out);
+/* Number of the objective to solve: 0 none, 1 the first, ... */
+KAVO_API int kavo_link_objective_number(const trpRec* model, int* number);
+/* index counts from 0. */
+KAVO_API int kavo_link_objective(const trpRec* model, size_t index, kavo_objective* out);
+/* count 0 when the model has no such suffix. kind: a kavo_kind. */
+KAVO_API int kavo_link_suffix(const trpRec* model, int kind, const char* name, kavo_suffix* out);
+/* NULL when none were given; NaN: unknown. */
+KAVO_API int kavo_link_starts(const trpRec* model, const double** primal, const double** dual);
+/* The model's name, "" when it has none. */
+KAVO_API int kavo_link_model_name(const trpRec* model, const char** name);
+/* What of the model only later links can take: a sentence that names the first element with a nonlinear expression, a
+ * logical constraint, a special ordered set or a complementarity condition; NULL when the model is linear. */
+KAVO_API int kavo_link_beyond_linear(const trpRec* model, const char** what);
+
+typedef struct kavo_setting {
+  const char* name;
+  const char* value;
+  const char* source; /* "" when unknown */
+  int line;           /* 0 when unknown */
+} kavo_setting;
+/* In the order in which they were given. */
+KAVO_API int kavo_link_settings(const trpRec* model, const kavo_setting** first, size_t* count);
+
+/* ---- while it runs ---- */
+
+KAVO_API void kavo_link_log(trpRec* model, const char* text, size_t length);
+/* A line for the user that stands in the summary and in the message of the .sol file. */
+KAVO_API void kavo_link_note(trpRec* model, const char* line);
+/* The failure that makes the link's next return value non-zero. */
+KAVO_API void kavo_link_error(trpRec* model, const char* message);
+/* Text about the solver in use. */
+KAVO_API void kavo_link_publish_solver(trpRec* model, const char* text);
+/* The way to stop the running solve; called, maybe many times and from another thread, from the moment a stop is asked
+ * for until it is taken back with NULL. Once this function returns, the hook that was set before is not running. */
+KAVO_API void kavo_link_on_interrupt(trpRec* model, void (*stop)(void* data), void* data);
+/* 1 when a stop was asked for in this solve. */
+KAVO_API int kavo_link_stop_requested(const trpRec* model);
+
+/* ---- results ---- */
+
+typedef enum kavo_stop {
+  KAVO_STOP_NOT_RUN = 0,
+  KAVO_STOP_FINISHED = 1,
+  KAVO_STOP_SUBOPTIMAL = 2,
+  KAVO_STOP_ITERATIONS = 3,
+  KAVO_STOP_NODES = 4,
+  KAVO_STOP_TIME = 5,
+  KAVO_STOP_SOLUTIONS = 6,
+  KAVO_STOP_CUTOFF = 7,
+  KAVO_STOP_TARGET = 8,
+  KAVO_STOP_WORK = 9,
+  KAVO_STOP_MEMORY = 10,
+  KAVO_STOP_NUMERIC = 11,
+  KAVO_STOP_INTERRUPTED = 12
+} kavo_stop;
+
+/* NaN where there is no such number. seconds is the solver's own; the host measures the run. */
+typedef struct kavo_finish {
+  int status; /* a kavo_solution_status */
+  int stop;   /* a kavo_stop */
+  double objective, bound, gap, iterations, nodes, seconds, solutions;
+} kavo_finish;
+
+/* The array to fill with one value per column or row (a kavo_quantity); from this call on the quantity counts as given. */
+KAVO_API int kavo_link_result(trpRec* model, int quantity, double** values, size_t* count);
+/* The same for the basis statuses of columns or rows (a kavo_kind). */
+KAVO_API int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* count);
+/* The largest violation of a kavo_check; element -1: none. */
+KAVO_API int kavo_link_violation(trpRec* model, int check, double value, long long element);
+/* Closes the results of a solve. */
+KAVO_API int kavo_link_finish(trpRec* model, const kavo_finish* finish);
+
+#ifdef __cplusplus
+}
+#endif
+#endif

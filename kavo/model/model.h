@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "kavo/kavo.h"
+#include "kavo/model/names.h"
+#include "kavo/model/operators.h"
+
+namespace kavo {
+
+inline constexpr double kInfinity = 1e20;  // a bound or side of this size or more is infinite
+inline constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+// Variables, a column of arrays per property; all of one length but for names.
+struct Columns {
+  std::vector<double> lower, upper;
+  std::vector<unsigned char> type;  // a kavo_type
+  Names names;
+
+  std::size_t size() const { return lower.size(); }
+};
+
+// Rows in compressed form: the terms of row i stand at start[i] .. start[i+1]-1.
+struct Rows {
+  std::vector<std::size_t> start{0};
+  std::vector<int> column;
+  std::vector<double> value;
+  std::vector<double> lower, upper;
+  std::vector<int> expression;  // number of the row's expression or -1; empty when no row has one
+  Names names;
+
+  std::size_t size() const { return lower.size(); }
+};
+
+struct Objective {
+  int sense = KAVO_MINIMIZE;
+  double constant = 0;
+  std::vector<int> column;
+  std::vector<double> value;
+  int expression = -1;
+  std::string name;
+};
+
+// Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e stand at
+// start[e] .. start[e+1]-1, its root last. Per node: the operator; index: the column of a variable, the number of a
+// defined variable, the number of operands of an operator that takes any number; value: the value of a number.
+struct Expressions {
+  std::vector<std::size_t> start{0};
+  std::vector<Operator> op;
+  std::vector<int> index;
+  std::vector<double> value;
+
+  std::size_t size() const { return start.size() - 1; }
+  void push(Operator o, int i, double v) { op.push_back(o), index.push_back(i), value.push_back(v); }
+  // Ends the expression whose nodes were pushed since the last end and returns its number.
+  int end() { return start.push_back(op.size()), static_cast<int>(size()) - 1; }
+};
+
+// A named value of some elements of a kind.
+struct Suffix {
+  int kind = KAVO_COLUMN;
+  std::string name;
+  bool real = true;
+  std::vector<int> index;
+  std::vector<double> value;
+};
+
+// `f complements column`: row `row` with column `column`; flags as in the .nl format (1: lower finite, 2: upper finite).
+struct Complementarity {
+  int row, column, flags;
+};
+
+struct Model {
+  std::string name;
+  Columns columns;
+  Rows rows;
+  std::vector<Objective> objectives;
+  Expressions expressions;
+  std::vector<int> definedVariables;  // the expression of each defined variable
+  std::vector<int> logical;           // the expression of each logical constraint
+  Names logicalNames;
+  std::vector<Complementarity> complementarity;
+  std::vector<std::string> functions;  // imported functions by name
+  std::vector<double> primalStart, dualStart;  // empty, or one entry per column or row; NaN: unknown
+  std::vector<Suffix> suffixes;
+
+  // Where it came from.
+  std::string file;              // path as given, "" when built by calls
+  bool ampl = false;             // read from a .nl file: results go to a .sol
+  std::vector<int> amplOptions;  // the numbers behind the first one of the .nl file's first line
+  double amplTolerance = 0;      // the fourth of them when the second is 3
+  std::vector<std::string> readNotes;  // what the user should know about the file, one line each
+
+  bool empty() const { return columns.size() == 0 && rows.size() == 0 && objectives.empty(); }
+};
+
+}  // namespace kavo

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kavo/link.h"
+#include "kavo/model/model.h"
+#include "kavo/result/results.h"
+
+namespace kavo {
+
+// A setting as it was given, with storage for the view that links get.
+struct Setting {
+  std::string name, value, source;
+  int line = 0;
+};
+
+class LoadedLink;   // kavo/link/loaded_link.h: an opened link library
+class StopRequest;  // kavo/link/stop_request.h: a remembered request to stop
+
+}  // namespace kavo
+
+// The record behind the handle.
+struct trpRec {
+  trpRec();
+  ~trpRec();
+  trpRec(const trpRec&) = delete;
+  trpRec& operator=(const trpRec&) = delete;
+
+  kavo::Model model;
+  int objectiveNumber = 1;
+  std::vector<kavo::Setting> settings;
+  std::vector<kavo_setting> settingViews;  // what kavo_link_settings lends
+  std::string solverText;
+  std::string linkError;                 // the failure that the link reported last
+  std::string nameBuffer;                // what kavo_name lends
+  std::optional<kavo::Results> results;  // of the last solve that finished
+  kavo::Results filling;                 // what the running solve has given so far
+  void (*logWrite)(const char*, std::size_t, void*) = nullptr;
+  void* logData = nullptr;
+  std::unique_ptr<kavo::StopRequest> stop;
+  std::unique_ptr<kavo::LoadedLink> link;
+};
