@@ -1,0 +1,69 @@
+"""Which folder may include what: the arrows of docs/architecture.md, over the include lines."""
+
+import functools
+import re
+
+import tree
+
+# Own files, by folder: prefixes of project paths. A folder includes itself as well.
+OWN = {
+    "tav": (),
+    "grb": ("tav/",),
+    "brel": ("tav/", "kavo/link.h"),
+    "exports": ("brel/", "grb/"),
+    "kavo": (),
+    "app": ("kavo/kavo.h",),
+    "bridge": ("grb/gurobi/functions.def", "grb/gurobi/types.h", "grb/gurobi/constants.h"),
+}
+
+# Libraries, by folder, besides the standard library, POSIX and fmt.
+LIBRARIES = {
+    "tav": ("yaml.h",),
+    "grb": ("muParser.h",),
+    "kavo": ("nlohmann/", "zlib.h"),
+    "app": ("CLI/",),
+    "bridge": ("Python.h", "pybind11/"),
+}
+EVERYWHERE = ("fmt/",)
+POSIX = {
+    "dlfcn.h", "fcntl.h", "limits.h", "link.h", "locale.h", "poll.h", "pthread.h", "semaphore.h", "signal.h", "unistd.h",
+    "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/time.h", "sys/types.h", "sys/wait.h",
+}
+C_STANDARD = {"stdarg.h", "stdbool.h", "stddef.h", "stdint.h", "stdio.h", "stdlib.h", "string.h", "math.h"}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+
+
+def resolve(path, name):
+    """The project path that a quoted include means: from the root, or beside the including file; else None."""
+    beside = path.rsplit("/", 1)[0] + "/" + name if "/" in path else name
+    return next((candidate for candidate in (name, beside) if (tree.ROOT / candidate).is_file()), None)
+
+
+@functools.cache
+def of(path):
+    """(own project paths, other names) that a file includes."""
+    own, other = [], []
+    for quoted, angled in INCLUDE.findall(tree.read(path)):
+        target = resolve(path, quoted) if quoted else None
+        (own if target else other).append(target or quoted or angled)
+    return own, other
+
+
+def is_standard(name):
+    return ("/" not in name and "." not in name) or name in POSIX or name in C_STANDARD
+
+
+def check():
+    problems = []
+    for path in tree.sources((*tree.SOURCE_SUFFIXES, ".def")):
+        folder = tree.folder(path)
+        if folder not in OWN:
+            continue
+        own, other = of(path)
+        may_own = (folder + "/", *OWN[folder])
+        may_other = (*EVERYWHERE, *LIBRARIES.get(folder, ()))
+        problems += [f"{path}: {folder} must not include {name}" for name in own if not name.startswith(may_own)]
+        problems += [f"{path}: {folder} must not include <{name}>"
+                     for name in other if not is_standard(name) and not name.startswith(may_other)]
+    return problems
