@@ -35,18 +35,20 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
 
 def resolve(path, name):
-    """The project path that a quoted include means: from the root, or beside the including file; else None."""
-    beside = path.rsplit("/", 1)[0] + "/" + name if "/" in path else name
-    return next((candidate for candidate in (name, beside) if (tree.ROOT / candidate).is_file()), None)
+    """The project path that a quoted include means: beside the including file, or else from the root."""
+    beside = f"{path.rpartition('/')[0]}/{name}"
+    return beside if (tree.ROOT / beside).is_file() else name
 
 
 @functools.cache
 def of(path):
-    """(own project paths, other names) that a file includes."""
+    """(project paths in quotes, library names in angles) that a file includes."""
     own, other = [], []
     for quoted, angled in INCLUDE.findall(tree.read(path)):
-        target = resolve(path, quoted) if quoted else None
-        (own if target else other).append(target or quoted or angled)
+        if quoted:
+            own.append(resolve(path, quoted))
+        else:
+            other.append(angled)
     return own, other
 
 

@@ -31,7 +31,7 @@ def seen_by(path):
         current = open_ends.pop()
         if current not in seen:
             seen.add(current)
-            open_ends += includes.of(current)[0]
+            open_ends += [name for name in includes.of(current)[0] if (tree.ROOT / name).is_file()]
     return sorted(seen)
 
 
