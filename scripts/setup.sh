@@ -3,15 +3,17 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 
-as_root() {
-  if ((EUID == 0)); then
-    "$@"
-  elif command -v sudo >/dev/null; then
-    sudo "$@"
-  else
-    echo "setup: this needs root, and there is no sudo; run as root: $*" >&2
-    return 1
+# Stops with the command to run when this user cannot become root.
+need_root_for() {
+  if ((EUID != 0)) && ! command -v sudo >/dev/null; then
+    echo "setup: neither root nor sudo; run as root: $*" >&2
+    exit 1
   fi
+}
+
+as_root() {
+  need_root_for "$@"
+  if ((EUID == 0)); then "$@"; else sudo "$@"; fi
 }
 
 install_packages() {
@@ -27,6 +29,7 @@ install_packages() {
   done
   if ((${#missing[@]})); then
     echo "setup: installing ${missing[*]}"
+    need_root_for apt-get install "${missing[@]}"
     as_root apt-get update --quiet
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install --quiet --yes --no-install-recommends "${missing[@]}"
   fi
