@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "grb/gurobi/constants.h"
@@ -23,9 +24,12 @@ struct CloseHandle {
 };
 using Handle = std::unique_ptr<void, CloseHandle>;
 
-std::string lastSystemError() {
+// Why dlopen failed; the system mostly puts the path in front, which the caller names anyway.
+std::string openFailure(const std::string& path) {
   const char* text = dlerror();
-  return text != nullptr ? text : "unknown error";
+  const std::string_view reason = text != nullptr ? text : "unknown error";
+  const std::string prefix = path + ": ";
+  return std::string(reason.substr(0, prefix.size()) == prefix ? reason.substr(prefix.size()) : reason);
 }
 
 // The address of a function as a pointer of its type. The platform promises that the two look alike.
@@ -127,7 +131,7 @@ LoadError::LoadError(std::string message, tav::util::SourceLocation location)
 
 std::shared_ptr<const Library> Library::open(const std::string& path) {
   Handle handle(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
-  if (!handle) throw LoadError(lastSystemError());
+  if (!handle) throw LoadError(openFailure(path));
   const Version version = checkedVersion(handle.get());
   const std::shared_ptr<Library> library(new Library);
   library->api_ = boundTable(handle.get(), version);

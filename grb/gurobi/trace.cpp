@@ -32,8 +32,6 @@ class Trace {
 
   const Api& api() const noexcept { return inner_->api(); }
 
-  std::uint64_t begin() noexcept { return ++calls_; }
-
   // One write per line, which the C library keeps whole among threads; the buffer ends with the line, so that a crash
   // loses nothing.
   void write(const std::string& line) noexcept { std::fputs(line.c_str(), file_.get()); }
@@ -41,11 +39,13 @@ class Trace {
  private:
   const std::shared_ptr<const Library> inner_;
   const File file_;
-  std::atomic<std::uint64_t> calls_{0};
 };
 
 // The rows of a table are plain functions, without a place for an object: they find the living trace here.
 std::atomic<Trace*> current{nullptr};
+
+// Goes on from one trace of the process to the next, since they may share a file.
+std::atomic<std::uint64_t> calls{0};
 
 std::string quoted(std::string_view text) {
   std::string result = "\"";
@@ -108,7 +108,7 @@ auto traced(Result (*Api::*)(Args...)) -> Result (*)(Args...) {
   return [](Args... args) -> Result {
     using Clock = std::chrono::steady_clock;
     Trace& trace = *current.load(std::memory_order_acquire);
-    const std::uint64_t number = trace.begin();
+    const std::uint64_t number = ++calls;
     const std::string call = callText<kFn>(args...);
     const auto start = Clock::now();
     const auto line = [&](const std::string& outcome) {
