@@ -83,7 +83,8 @@ typedef enum kavo_sense { KAVO_MINIMIZE = 0, KAVO_MAXIMIZE = 1 } kavo_sense;
 KAVO_API int kavo_add_objective(trpRec* model, int sense, double constant, size_t terms, const int* column,
                                 const double* value, const char* name);
 
-/* Which objective is solved: 0 none (find a feasible point), 1 the first (the default), ... */
+/* Which objective is solved: 0 none (find a feasible point), 1 the first (the default), ... The solve fails when it does
+ * not exist; a model without any is solved without. */
 KAVO_API int kavo_set_objective_number(trpRec* model, int number);
 
 /* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
@@ -135,7 +136,8 @@ KAVO_API int kavo_set_option(trpRec* model, const char* name, const char* value,
 KAVO_API int kavo_open_link(trpRec* model, const char* path);
 /* What the link says of its solver, such as "Gurobi 13.0.2 through gurobipy". "" without a link. */
 KAVO_API int kavo_solver_text(const trpRec* model, const char** text);
-/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. */
+/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. The results of the solve before
+ * are gone, also when this one fails. */
 KAVO_API int kavo_solve(trpRec* model);
 /* Closes the link; results stay. */
 KAVO_API int kavo_close_link(trpRec* model);
@@ -146,7 +148,8 @@ typedef enum kavo_stop_source { KAVO_STOP_HOST = 0, KAVO_STOP_SIGNAL = 1 } kavo_
  * early within one. Without a running solve it does nothing. Any thread, but not a signal handler. */
 KAVO_API int kavo_interrupt(trpRec* model, int source);
 
-/* Where log text goes: called with pieces of text, lines end with "\n". NULL: nowhere (the default). */
+/* Where log text goes: called with pieces of text, lines end with "\n"; during a solve, on whichever thread the link logs.
+ * The function must not change the model. NULL: nowhere (the default). */
 KAVO_API int kavo_set_log(trpRec* model, void (*write)(const char* text, size_t length, void* data), void* data);
 
 /* ---- results ---- */
@@ -164,10 +167,10 @@ typedef enum kavo_solution_status {
 typedef struct kavo_outcome {
   int status;              /* a kavo_solution_status */
   const char* status_text; /* "optimal", "locally_optimal", "infeasible", ..., "unknown" */
-  const char* termination; /* why it stopped, in words: "finished", "time limit", "interrupted", ... */
+  const char* termination; /* why it stopped: "finished", "time_limit", "interrupted_by_signal", ... */
   int sol_code;            /* the solve_result_num of the AMPL protocol */
   const char* message;     /* a sentence for people, such as "optimal solution" */
-  /* NaN when it does not exist: */
+  /* NaN when it does not exist; seconds: the whole run of kavo_solve */
   double objective, bound, gap, iterations, nodes, seconds, solutions;
 } kavo_outcome;
 
@@ -202,8 +205,8 @@ typedef enum kavo_check { KAVO_CHECK_ROW = 0, KAVO_CHECK_BOUND = 1, KAVO_CHECK_I
  * it; 0 and -1 when nothing is violated at all. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_violation(const trpRec* model, int check, double* value, long long* element);
 
-/* Notes of the last solve for the user, one line each: what is odd about the model, what was left out. *note is NULL
- * when index is beyond the last. */
+/* Notes of the last solve for the user, one line each: what is odd about the model, what was left out; also those of a
+ * solve that failed. *note is NULL when index is beyond the last. */
 KAVO_API int kavo_note(const trpRec* model, size_t index, const char** note);
 
 #ifdef __cplusplus

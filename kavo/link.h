@@ -65,7 +65,7 @@ typedef struct kavo_suffix {
 
 KAVO_API int kavo_link_columns(const trpRec* model, kavo_columns* out);
 KAVO_API int kavo_link_rows(const trpRec* model, kavo_rows* out);
-/* Number of the objective to solve: 0 none, 1 the first, ... */
+/* Number of the objective to solve: 0 none, 1 the first, ...; 0 when the model has none. */
 KAVO_API int kavo_link_objective_number(const trpRec* model, int* number);
 /* index counts from 0. */
 KAVO_API int kavo_link_objective(const trpRec* model, size_t index, kavo_objective* out);
@@ -93,7 +93,7 @@ KAVO_API int kavo_link_settings(const trpRec* model, const kavo_setting** first,
 KAVO_API void kavo_link_log(trpRec* model, const char* text, size_t length);
 /* A line for the user that stands in the summary and in the message of the .sol file. */
 KAVO_API void kavo_link_note(trpRec* model, const char* line);
-/* The failure that makes the link's next return value non-zero. */
+/* The failure that makes the link's next return value non-zero: kavo_last_error() tells it to the host. */
 KAVO_API void kavo_link_error(trpRec* model, const char* message);
 /* Text about the solver in use. */
 KAVO_API void kavo_link_publish_solver(trpRec* model, const char* text);
@@ -128,7 +128,8 @@ typedef struct kavo_finish {
   double objective, bound, gap, iterations, nodes, seconds, solutions;
 } kavo_finish;
 
-/* The array to fill with one value per column or row (a kavo_quantity); from this call on the quantity counts as given. */
+/* The array to fill with one value per column or row (a kavo_quantity), NaN so far; from this call on the quantity counts
+ * as given. Only during a solve, like all below. Giving KAVO_PRIMAL says that there is a feasible point. */
 KAVO_API int kavo_link_result(trpRec* model, int quantity, double** values, size_t* count);
 /* The same for the basis statuses of columns or rows (a kavo_kind). */
 KAVO_API int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* count);

@@ -26,4 +26,9 @@ void Names::reserve(std::size_t elements, std::size_t characters) {
   text_.reserve(characters + elements + 1);
 }
 
+void Names::revert(Mark mark) {
+  start_.resize(mark.elements);
+  text_.resize(mark.characters);
+}
+
 }  // namespace kavo

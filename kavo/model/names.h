@@ -18,6 +18,13 @@ class Names {
   void appendUnnamed(std::size_t count);
   void reserve(std::size_t elements, std::size_t characters);
 
+  // A state to go back to when appending fails half-way.
+  struct Mark {
+    std::size_t elements, characters;
+  };
+  Mark mark() const { return {start_.size(), text_.size()}; }
+  void revert(Mark mark);
+
   bool any() const { return !start_.empty(); }
   std::size_t size() const { return start_.size(); }
   // The name of element i, "" when it has none. Valid until the next append.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <atomic>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,13 +32,16 @@ struct trpRec {
 
   kavo::Model model;
   int objectiveNumber = 1;
-  std::vector<kavo::Setting> settings;
+  std::deque<kavo::Setting> settings;      // a deque keeps the text in place that the views show
   std::vector<kavo_setting> settingViews;  // what kavo_link_settings lends
   std::string solverText;
   std::string linkError;                 // the failure that the link reported last
   std::string nameBuffer;                // what kavo_name lends
+  mutable std::string beyondLinear;      // what kavo_link_beyond_linear lends
   std::optional<kavo::Results> results;  // of the last solve that finished
   kavo::Results filling;                 // what the running solve has given so far
+  std::vector<std::string> notes;        // of the last solve, whether it finished or failed
+  bool solving = false;
   void (*logWrite)(const char*, std::size_t, void*) = nullptr;
   void* logData = nullptr;
   std::unique_ptr<kavo::StopRequest> stop;

@@ -1,18 +1,15 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "kavo/result/results.h"
 
 namespace kavo {
 
-// Why the run stopped and what is known, in words.
+// Why the run stopped and what is known, in words that last for the life of the program.
 struct Outcome {
-  std::string_view status;       // "optimal", "infeasible", ...
-  std::string_view termination;  // "finished", "time limit", ...
-  int solCode = 500;             // solve_result_num of the AMPL protocol
-  std::string_view message;      // "optimal solution", "time limit, feasible solution", ...
+  const char* status;       // "optimal", "infeasible", ...
+  const char* termination;  // "finished", "time_limit", ...
+  int solCode;              // solve_result_num of the AMPL protocol
+  const char* message;      // "optimal solution", "time limit, feasible solution", ...
 };
 
 // The one table from (stop reason, solution status, is there a point) to words and codes; docs/results.md shows it.

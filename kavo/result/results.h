@@ -2,7 +2,6 @@
 
 #include <array>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "kavo/link.h"
@@ -14,17 +13,18 @@ struct Violation {
   long long element = -1;
 };
 
-// What a solve has given. Empty vectors: not given.
+// What a solve has given; empty optionals: not given.
 struct Results {
   kavo_finish finish{};
-  double seconds = 0;                           // the whole run, as the host measured it
-  std::array<std::vector<double>, 5> values;    // by kavo_quantity
-  std::vector<int> columnBasis, rowBasis;       // a kavo_basis each
-  std::array<std::optional<Violation>, 3> violations;  // by kavo_check
-  std::vector<std::string> notes;
-  bool signalled = false;  // stopped by a signal
+  bool finished = false;                                     // the link has closed them
+  bool signalled = false;                                    // stopped by a signal
+  double seconds = 0;                                        // the whole run, as the host measured it
+  std::array<std::optional<std::vector<double>>, 5> values;  // by kavo_quantity
+  std::optional<std::vector<int>> columnBasis, rowBasis;     // a kavo_basis each
+  std::array<std::optional<Violation>, 3> violations;        // by kavo_check
 
-  const std::vector<double>& primal() const { return values[KAVO_PRIMAL]; }
+  // A model without columns has a point too: the empty one.
+  bool hasPoint() const { return values[KAVO_PRIMAL].has_value(); }
 };
 
 }  // namespace kavo

@@ -1,0 +1,53 @@
+// Models from files, results to files.
+
+#include "kavo/api/guard.h"
+#include "kavo/reader/reader.h"
+#include "kavo/writer/writer.h"
+
+using kavo::Error;
+using kavo::api::guard;
+using kavo::api::need;
+
+namespace {
+
+const kavo::Results& resultsOf(const trpRec& record) {
+  if (!record.results) throw Error(KAVO_NO_RESULT, "the model has not been solved");
+  return *record.results;
+}
+
+}  // namespace
+
+extern "C" {
+
+int kavo_read(trpRec* model, const char* path) {
+  return guard([&] {
+    trpRec& record = kavo::api::needForChange(model);
+    need(path, "the path");
+    if (!record.model.empty()) throw Error(KAVO_INVALID, "a file can be read only into an empty model");
+    record.model = kavo::reader::read(path);
+  });
+}
+
+int kavo_write_sol(const trpRec* model, const char* path, const char* message, int result_code) {
+  return guard([&] {
+    const trpRec& record = need(model);
+    const kavo::Results* results = record.results ? &*record.results : nullptr;
+    kavo::writer::writeSol(record.model, results, &need(path, "the path"), &need(message, "the message"), result_code);
+  });
+}
+
+int kavo_write_point(const trpRec* model, const char* path) {
+  return guard([&] {
+    const trpRec& record = need(model);
+    kavo::writer::writePoint(record.model, resultsOf(record), &need(path, "the path"));
+  });
+}
+
+int kavo_write_json(const trpRec* model, const char* path) {
+  return guard([&] {
+    const trpRec& record = need(model);
+    kavo::writer::writeJson(record.model, resultsOf(record), &need(path, "the path"));
+  });
+}
+
+}  // extern "C"

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <utility>
+
+#include "kavo/error.h"
+#include "kavo/model/record.h"
+
+namespace kavo::api {
+
+// Keeps the message of the exception in flight for kavo_last_error() and returns the status that goes with it. To be
+// called in a catch clause only.
+int keepFailure() noexcept;
+const char* lastFailure() noexcept;
+
+// Runs the body of an extern "C" function; whatever it throws becomes a status and a message.
+template <class Body>
+int guard(Body&& body) noexcept {
+  try {
+    std::forward<Body>(body)();
+    return KAVO_OK;
+  } catch (...) {
+    return keepFailure();
+  }
+}
+
+// The object behind an argument that must not be null; `what` names it in the error.
+template <class T>
+T& need(T* pointer, const char* what) {
+  if (pointer == nullptr) throw Error(KAVO_INVALID, std::string(what) + " is null");
+  return *pointer;
+}
+
+inline trpRec& need(trpRec* model) { return need(model, "the model"); }
+inline const trpRec& need(const trpRec* model) { return need(model, "the model"); }
+
+// A model that may be changed or solved now: not from within its own solve.
+trpRec& needIdle(trpRec* model);
+// The same, for a change of what is to be solved: results of an earlier solve no longer fit and are dropped.
+trpRec& needForChange(trpRec* model);
+
+}  // namespace kavo::api

@@ -1,0 +1,127 @@
+// Settings, the link, and the solve.
+
+#include <fmt/format.h>
+
+#include <chrono>
+
+#include "kavo/api/guard.h"
+#include "kavo/link/loaded_link.h"
+#include "kavo/link/stop_request.h"
+#include "kavo/model/oddities.h"
+
+using kavo::Error;
+using kavo::api::guard;
+using kavo::api::need;
+using kavo::api::needIdle;
+
+namespace {
+
+// The state of a record while its link runs.
+class Solving {
+ public:
+  explicit Solving(trpRec& record) : record_(record) {
+    record.solving = true;
+    record.stop->begin();
+  }
+  ~Solving() {
+    record_.stop->end();
+    record_.solving = false;
+  }
+  Solving(const Solving&) = delete;
+  Solving& operator=(const Solving&) = delete;
+
+ private:
+  trpRec& record_;
+};
+
+std::string linkFailure(const trpRec& record) {
+  return record.linkError.empty() ? "the link failed and did not say why" : record.linkError;
+}
+
+void checkObjectiveNumber(const trpRec& record) {
+  const std::size_t count = record.model.objectives.size();
+  const auto number = static_cast<std::size_t>(record.objectiveNumber);
+  if (number > count && number > 1) {
+    throw Error(KAVO_INVALID, fmt::format("objective {} cannot be solved: the model has {}", number, count));
+  }
+}
+
+void solve(trpRec& record) {
+  if (!record.link) throw Error(KAVO_INVALID, "no link is open");
+  checkObjectiveNumber(record);
+  record.results.reset();
+  record.filling = {};
+  record.linkError.clear();
+  record.notes = record.model.readNotes;
+  kavo::noteOddities(record.model, record.notes);
+  const auto begin = std::chrono::steady_clock::now();
+  {
+    const Solving solving(record);
+    if (record.link->call() != 0) throw Error(KAVO_LINK, linkFailure(record));
+  }
+  if (!record.filling.finished) throw Error(KAVO_LINK, "the link returned without results");
+  record.filling.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  record.filling.signalled = record.stop->signalled();
+  record.results = std::move(record.filling);
+}
+
+}  // namespace
+
+extern "C" {
+
+int kavo_set_option(trpRec* model, const char* name, const char* value, const char* source, int line) {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    if (need(name, "the option name") == '\0') throw Error(KAVO_INVALID, "the option name is empty");
+    need(value, "the option value");
+    record.settingViews.reserve(record.settings.size() + 1);
+    const kavo::Setting& kept = record.settings.emplace_back(kavo::Setting{name, value, source ? source : "", line});
+    record.settingViews.push_back({kept.name.c_str(), kept.value.c_str(), kept.source.c_str(), kept.line});
+  });
+}
+
+int kavo_open_link(trpRec* model, const char* path) {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    if (record.link) throw Error(KAVO_INVALID, "a link is open already");
+    auto link = std::make_unique<kavo::LoadedLink>(path ? path : kavo::LoadedLink::defaultPath());
+    record.linkError.clear();
+    record.solverText.clear();
+    if (link->ready(&record) != 0) throw Error(KAVO_LINK, linkFailure(record));
+    record.link = std::move(link);
+  });
+}
+
+int kavo_solver_text(const trpRec* model, const char** text) {
+  return guard([&] { need(text, "the address of the text") = need(model).solverText.c_str(); });
+}
+
+int kavo_solve(trpRec* model) {
+  return guard([&] { solve(needIdle(model)); });
+}
+
+int kavo_close_link(trpRec* model) {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    record.link.reset();
+    record.solverText.clear();
+  });
+}
+
+int kavo_interrupt(trpRec* model, int source) {
+  return guard([&] {
+    if (source != KAVO_STOP_HOST && source != KAVO_STOP_SIGNAL)
+      throw Error(KAVO_INVALID, fmt::format("there is no stop source {}", source));
+    need(model).stop->request(source == KAVO_STOP_SIGNAL);
+  });
+}
+
+int kavo_set_log(trpRec* model, void (*write)(const char* text, size_t length, void* data), void* data) {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    record.logWrite = write;
+    record.logData = data;
+  });
+}
+
+}  // extern "C"

@@ -1,0 +1,223 @@
+#include "kavo/model/append.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "kavo/error.h"
+#include "kavo/model/element.h"
+
+namespace kavo {
+
+namespace {
+
+// Calls undo on the way out unless the work was kept.
+template <class Undo>
+class Rollback {
+ public:
+  explicit Rollback(Undo undo) : undo_(std::move(undo)) {}
+  ~Rollback() {
+    if (!kept_) undo_();
+  }
+  Rollback(const Rollback&) = delete;
+  Rollback& operator=(const Rollback&) = delete;
+  void keep() { kept_ = true; }
+
+ private:
+  Undo undo_;
+  bool kept_ = false;
+};
+
+// Says which element is checked, at no cost while nothing is wrong.
+struct Place {
+  const char* kind;
+  std::size_t first;  // number of the first new element
+  const char* const* names;
+
+  [[noreturn]] void fail(std::size_t i, const std::string& what) const {
+    throw Error(KAVO_INVALID, describeElement(kind, first + i, names ? names[i] : nullptr) + ": " + what);
+  }
+};
+
+void checkBounds(const Place& place, std::size_t count, const double* lower, const double* upper) {
+  for (std::size_t i = 0; lower && i < count; ++i) {
+    if (!(lower[i] < kInfinity)) place.fail(i, fmt::format("lower bound {} must be a number below 1e20", lower[i]));
+  }
+  for (std::size_t i = 0; upper && i < count; ++i) {
+    if (!(upper[i] > -kInfinity)) place.fail(i, fmt::format("upper bound {} must be a number above -1e20", upper[i]));
+  }
+}
+
+void checkCount(const char* what, std::size_t present, std::size_t more) {
+  if (more > static_cast<std::size_t>(INT_MAX) - present) {
+    throw Error(KAVO_INVALID,
+                fmt::format("{} {} more than {} exceed the {} that a model can have", more, what, present, INT_MAX));
+  }
+}
+
+template <class T>
+void extend(std::vector<T>& to, const T* from, std::size_t count, T fill) {
+  from ? to.insert(to.end(), from, from + count) : to.insert(to.end(), count, fill);
+}
+
+void appendNames(Names& to, const char* const* names, std::size_t count, std::size_t present) {
+  if (names == nullptr) return to.appendUnnamed(count);
+  for (std::size_t i = 0; i < count; ++i) to.append(names[i] ? names[i] : "", present + i);
+}
+
+// The terms of one row or objective.
+struct Terms {
+  const int* column;
+  const double* value;
+  std::size_t count;
+
+  bool increasing() const {
+    return std::adjacent_find(column, column + count, [](int a, int b) { return a >= b; }) == column + count;
+  }
+};
+
+void checkTerms(const Place& place, std::size_t element, const Terms& terms, std::size_t columns) {
+  for (std::size_t k = 0; k < terms.count; ++k) {
+    if (terms.column[k] < 0 || static_cast<std::size_t>(terms.column[k]) >= columns) {
+      place.fail(element, fmt::format("column {} of term {} does not exist: the model has {} columns", terms.column[k],
+                                      k, columns));
+    }
+    if (!(std::fabs(terms.value[k]) < kInfinity)) {
+      place.fail(element, fmt::format("coefficient {} of column {} must be a number below 1e20", terms.value[k],
+                                      terms.column[k]));
+    }
+  }
+}
+
+// Appends the terms, those of one column summed into one.
+void appendTerms(const Terms& terms, std::vector<int>& column, std::vector<double>& value) {
+  const std::size_t first = column.size();
+  column.insert(column.end(), terms.column, terms.column + terms.count);
+  value.insert(value.end(), terms.value, terms.value + terms.count);
+  if (terms.increasing()) return;
+  std::vector<std::pair<int, double>> sorted(terms.count);
+  for (std::size_t k = 0; k < terms.count; ++k) sorted[k] = {terms.column[k], terms.value[k]};
+  const auto byColumn = [](const auto& a, const auto& b) { return a.first < b.first; };
+  std::stable_sort(sorted.begin(), sorted.end(), byColumn);
+  const auto same = [](const auto& a, const auto& b) { return a.first == b.first; };
+  if (std::adjacent_find(sorted.begin(), sorted.end(), same) == sorted.end()) return;
+  column.resize(first);
+  value.resize(first);
+  for (const auto& [c, v] : sorted) {
+    if (column.size() > first && column.back() == c) {
+      value.back() += v;
+    } else {
+      column.push_back(c);
+      value.push_back(v);
+    }
+  }
+}
+
+void checkStart(const RowData& data) {
+  if (data.count > 0 && data.start == nullptr) throw Error(KAVO_INVALID, "the row starts are null");
+  if (data.count > 0 && data.start[0] != 0)
+    throw Error(KAVO_INVALID, fmt::format("the first row starts at term {}, not at 0", data.start[0]));
+  for (std::size_t i = 0; i < data.count; ++i) {
+    if (data.start[i + 1] < data.start[i]) {
+      throw Error(KAVO_INVALID,
+                  fmt::format("row starts decrease from {} to {} at row {}", data.start[i], data.start[i + 1], i));
+    }
+  }
+  if (data.count > 0 && data.start[data.count] > 0 && (data.column == nullptr || data.value == nullptr)) {
+    throw Error(KAVO_INVALID, "the columns or values of the row terms are null");
+  }
+}
+
+void appendRowTerms(Rows& rows, const RowData& data, const Place& place, std::size_t columns) {
+  if (rows.column.empty() && data.count > 1) {  // given in bulk: exactly what is needed, else let the vectors grow
+    rows.column.reserve(data.start[data.count]);
+    rows.value.reserve(data.start[data.count]);
+  }
+  for (std::size_t i = 0; i < data.count; ++i) {
+    const Terms terms{data.column + data.start[i], data.value + data.start[i], data.start[i + 1] - data.start[i]};
+    checkTerms(place, i, terms, columns);
+    appendTerms(terms, rows.column, rows.value);
+    rows.start.push_back(rows.column.size());
+  }
+}
+
+}  // namespace
+
+void appendColumns(Model& model, const ColumnData& data) {
+  Columns& columns = model.columns;
+  const std::size_t present = columns.size();
+  checkCount("columns", present, data.count);
+  const Place place{"column", present, data.names};
+  checkBounds(place, data.count, data.lower, data.upper);
+  for (std::size_t i = 0; data.type && i < data.count; ++i) {
+    if (data.type[i] > KAVO_SEMIINTEGER) place.fail(i, fmt::format("there is no variable type {}", data.type[i]));
+  }
+  const auto mark = columns.names.mark();
+  const std::size_t starts = model.primalStart.size();
+  Rollback rollback([&] {
+    columns.lower.resize(present);
+    columns.upper.resize(present);
+    columns.type.resize(present);
+    columns.names.revert(mark);
+    model.primalStart.resize(starts);
+  });
+  extend(columns.lower, data.lower, data.count, 0.0);
+  extend(columns.upper, data.upper, data.count, kInfinity);
+  extend<unsigned char>(columns.type, data.type, data.count, KAVO_CONTINUOUS);
+  appendNames(columns.names, data.names, data.count, present);
+  if (starts > 0) model.primalStart.resize(present + data.count, kUnknown);
+  rollback.keep();
+}
+
+void appendRows(Model& model, const RowData& data) {
+  Rows& rows = model.rows;
+  const std::size_t present = rows.size();
+  checkCount("rows", present, data.count);
+  checkStart(data);
+  const Place place{"row", present, data.names};
+  checkBounds(place, data.count, data.lower, data.upper);
+  const auto mark = rows.names.mark();
+  const std::size_t terms = rows.column.size(), starts = model.dualStart.size(), expressions = rows.expression.size();
+  Rollback rollback([&] {
+    rows.start.resize(present + 1);
+    rows.column.resize(terms);
+    rows.value.resize(terms);
+    rows.lower.resize(present);
+    rows.upper.resize(present);
+    rows.expression.resize(expressions);
+    rows.names.revert(mark);
+    model.dualStart.resize(starts);
+  });
+  appendRowTerms(rows, data, place, model.columns.size());
+  extend(rows.lower, data.lower, data.count, -kInfinity);
+  extend(rows.upper, data.upper, data.count, kInfinity);
+  if (expressions > 0) rows.expression.resize(present + data.count, -1);
+  appendNames(rows.names, data.names, data.count, present);
+  if (starts > 0) model.dualStart.resize(present + data.count, kUnknown);
+  rollback.keep();
+}
+
+void appendObjective(Model& model, const ObjectiveData& data) {
+  const Place place{"objective", model.objectives.size(), data.name ? &data.name : nullptr};
+  if (data.sense != KAVO_MINIMIZE && data.sense != KAVO_MAXIMIZE) {
+    place.fail(0, fmt::format("the sense must be 0 (minimise) or 1 (maximise), not {}", data.sense));
+  }
+  if (!std::isfinite(data.constant))
+    place.fail(0, fmt::format("the constant {} must be a finite number", data.constant));
+  if (data.terms > 0 && (data.column == nullptr || data.value == nullptr))
+    place.fail(0, "the columns or values of its terms are null");
+  const Terms terms{data.column, data.value, data.terms};
+  checkTerms(place, 0, terms, model.columns.size());
+  Objective objective;
+  objective.sense = data.sense;
+  objective.constant = data.constant;
+  if (data.name) objective.name = data.name;
+  if (data.terms > 0) appendTerms(terms, objective.column, objective.value);
+  model.objectives.push_back(std::move(objective));
+}
+
+}  // namespace kavo

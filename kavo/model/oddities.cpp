@@ -1,0 +1,66 @@
+#include "kavo/model/oddities.h"
+
+#include <fmt/format.h>
+
+#include <bit>
+#include <functional>
+#include <string_view>
+
+#include "kavo/model/element.h"
+
+namespace kavo {
+
+namespace {
+
+constexpr const char* kKindNames[] = {"column", "row"};
+
+// The elements whose name an earlier one has too; open addressing, since models have millions of names.
+struct Duplicates {
+  std::size_t count = 0, first = 0;
+};
+
+Duplicates duplicates(const Names& names) {
+  Duplicates found;
+  const std::size_t slots = std::bit_ceil(names.size() * 2 + 1);
+  std::vector<std::uint32_t> table(slots, 0);  // element + 1
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string_view name = names.at(i);
+    if (name.empty()) continue;
+    std::size_t slot = std::hash<std::string_view>{}(name) & (slots - 1);
+    while (table[slot] != 0 && name != names.at(table[slot] - 1)) slot = (slot + 1) & (slots - 1);
+    if (table[slot] == 0) {
+      table[slot] = static_cast<std::uint32_t>(i + 1);
+    } else if (found.count++ == 0) {
+      found.first = i;
+    }
+  }
+  return found;
+}
+
+void noteDuplicates(int kind, const Names& names, std::vector<std::string>& notes) {
+  const Duplicates found = duplicates(names);
+  if (found.count == 0) return;
+  notes.push_back(fmt::format("{} {} name{} given twice, the first is \"{}\"", found.count, kKindNames[kind],
+                              found.count == 1 ? " is" : "s are", names.at(found.first)));
+}
+
+void noteCrossed(const Model& model, int kind, const std::vector<double>& lower, const std::vector<double>& upper,
+                 std::vector<std::string>& notes) {
+  for (std::size_t i = 0; i < lower.size(); ++i) {
+    if (lower[i] <= upper[i]) continue;
+    notes.push_back(fmt::format("{} {} has lower bound {} above upper bound {}", kKindNames[kind],
+                                elementName(model, kind, i), lower[i], upper[i]));
+    return;
+  }
+}
+
+}  // namespace
+
+void noteOddities(const Model& model, std::vector<std::string>& notes) {
+  noteDuplicates(KAVO_COLUMN, model.columns.names, notes);
+  noteDuplicates(KAVO_ROW, model.rows.names, notes);
+  noteCrossed(model, KAVO_COLUMN, model.columns.lower, model.columns.upper, notes);
+  noteCrossed(model, KAVO_ROW, model.rows.lower, model.rows.upper, notes);
+}
+
+}  // namespace kavo

@@ -1,0 +1,68 @@
+#include "kavo/result/outcome.h"
+
+namespace kavo {
+
+namespace {
+
+// What to say of a result with a point, and of one without.
+struct Verdict {
+  int code, codeWithoutPoint;
+  const char *message, *messageWithoutPoint;
+};
+
+// A known status says it all, whatever ended the run. By kavo_solution_status.
+struct StatusRow {
+  const char* word;
+  Verdict verdict;
+};
+constexpr StatusRow kStatus[] = {
+    {"optimal", {0, 0, "optimal solution", "optimal solution"}},
+    {"locally_optimal", {0, 0, "locally optimal solution", "locally optimal solution"}},
+    {"infeasible", {201, 201, "infeasible problem", "infeasible problem"}},
+    {"locally_infeasible", {201, 201, "locally infeasible problem", "locally infeasible problem"}},
+    {"unbounded", {300, 350, "unbounded problem, feasible solution", "unbounded problem"}},
+    {"infeasible_or_unbounded", {450, 450, "infeasible or unbounded problem", "infeasible or unbounded problem"}},
+    {"unknown", {0, 0, "", ""}},
+};
+
+// With status unknown the stop reason decides. By kavo_stop. Clients look for the words "time limit, feasible
+// solution".
+struct StopRow {
+  const char* word;
+  Verdict verdict;
+};
+constexpr StopRow kStop[] = {
+    {"not_run", {500, 500, "not solved", "not solved"}},
+    {"finished", {100, 500, "feasible solution without proof", "ended without a solution or a proof"}},
+    {"suboptimal", {100, 500, "suboptimal solution", "ended without a solution or a proof"}},
+    {"iteration_limit",
+     {403, 473, "iteration limit, feasible solution", "iteration limit, without a feasible solution"}},
+    {"node_limit", {404, 474, "node limit, feasible solution", "node limit, without a feasible solution"}},
+    {"time_limit", {402, 472, "time limit, feasible solution", "time limit, without a feasible solution"}},
+    {"solution_limit", {408, 478, "solution limit, feasible solution", "solution limit, without a feasible solution"}},
+    {"cutoff", {405, 475, "cutoff, feasible solution", "no solution better than the cutoff"}},
+    {"objective_limit",
+     {405, 475, "objective limit, feasible solution", "objective limit, without a feasible solution"}},
+    {"work_limit", {409, 479, "work limit, feasible solution", "work limit, without a feasible solution"}},
+    {"memory_limit", {410, 480, "memory limit, feasible solution", "memory limit, without a feasible solution"}},
+    {"numeric", {550, 550, "numeric error, feasible solution", "numeric error"}},
+    {"interrupted", {401, 471, "interrupted, feasible solution", "interrupted, without a feasible solution"}},
+};
+static_assert(std::size(kStatus) == KAVO_UNKNOWN + 1 && std::size(kStop) == KAVO_STOP_INTERRUPTED + 1);
+
+}  // namespace
+
+Outcome outcome(const Results& results) {
+  const StatusRow& status = kStatus[results.finish.status];
+  const StopRow& stop = kStop[results.finish.stop];
+  const bool byStop = results.finish.status == KAVO_UNKNOWN;
+  const Verdict& verdict = byStop ? stop.verdict : status.verdict;
+  const char* termination = stop.word;
+  if (results.finish.stop == KAVO_STOP_INTERRUPTED) {
+    termination = results.signalled ? "interrupted_by_signal" : "interrupted_by_host";
+  }
+  if (results.hasPoint()) return {status.word, termination, verdict.code, verdict.message};
+  return {status.word, termination, verdict.codeWithoutPoint, verdict.messageWithoutPoint};
+}
+
+}  // namespace kavo
