@@ -122,6 +122,8 @@ KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* m
 KAVO_API int kavo_write_point(const trpRec* model, const char* path);
 /* Everything known, as one JSON object (docs/results.md). */
 KAVO_API int kavo_write_json(const trpRec* model, const char* path);
+/* Tells before a long solve whether a file can be written at the path; leaves no trace. KAVO_FILE says why not. */
+KAVO_API int kavo_check_writable(const char* path);
 
 /* ---- settings ---- */
 

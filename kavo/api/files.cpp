@@ -2,6 +2,7 @@
 
 #include "kavo/api/guard.h"
 #include "kavo/reader/reader.h"
+#include "kavo/writer/file.h"
 #include "kavo/writer/writer.h"
 
 using kavo::Error;
@@ -32,7 +33,8 @@ int kavo_write_sol(const trpRec* model, const char* path, const char* message, i
   return guard([&] {
     const trpRec& record = need(model);
     const kavo::Results* results = record.results ? &*record.results : nullptr;
-    kavo::writer::writeSol(record.model, results, &need(path, "the path"), &need(message, "the message"), result_code);
+    const kavo::writer::SolHeader header{&need(message, "the message"), result_code, record.objectiveNumber};
+    kavo::writer::writeSol(record.model, results, &need(path, "the path"), header);
   });
 }
 
@@ -46,8 +48,12 @@ int kavo_write_point(const trpRec* model, const char* path) {
 int kavo_write_json(const trpRec* model, const char* path) {
   return guard([&] {
     const trpRec& record = need(model);
-    kavo::writer::writeJson(record.model, resultsOf(record), &need(path, "the path"));
+    kavo::writer::writeJson(record.model, resultsOf(record), record.notes, &need(path, "the path"));
   });
+}
+
+int kavo_check_writable(const char* path) {
+  return guard([&] { kavo::writer::checkWritable(&need(path, "the path")); });
 }
 
 }  // extern "C"

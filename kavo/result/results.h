@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -13,9 +14,12 @@ struct Violation {
   long long element = -1;
 };
 
+inline constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+
 // What a solve has given; empty optionals: not given.
 struct Results {
-  kavo_finish finish{};
+  kavo_finish finish{KAVO_UNKNOWN, KAVO_STOP_NOT_RUN, kNoNumber, kNoNumber, kNoNumber,
+                     kNoNumber,    kNoNumber,         kNoNumber, kNoNumber};
   bool finished = false;                                     // the link has closed them
   bool signalled = false;                                    // stopped by a signal
   double seconds = 0;                                        // the whole run, as the host measured it

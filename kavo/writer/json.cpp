@@ -1,0 +1,114 @@
+#include "kavo/model/element.h"
+#include "kavo/result/outcome.h"
+#include "kavo/writer/file.h"
+#include "kavo/writer/json_text.h"
+#include "kavo/writer/writer.h"
+
+namespace kavo::writer {
+
+namespace {
+
+void writeNumbers(JsonText& json, const char* key, const std::optional<std::vector<double>>& values) {
+  json.key(key);
+  if (!values) return json.null();
+  json.beginArray();
+  for (const double value : *values) json.value(value);
+  json.endArray();
+}
+
+void writeBasis(JsonText& json, const std::optional<std::vector<int>>& basis) {
+  constexpr const char* kWords[] = {nullptr, "lower", "upper", "basic", "superbasic"};
+  json.key("basis");
+  if (!basis) return json.null();
+  json.beginArray();
+  for (const int status : *basis) {
+    json.value(status >= KAVO_BASIS_LOWER && status <= KAVO_SUPERBASIC ? kWords[status] : nullptr);
+  }
+  json.endArray();
+}
+
+void writeNames(JsonText& json, const Model& model, int kind) {
+  const std::size_t count = elementCount(model, kind);
+  json.key("name");
+  json.beginArray();
+  for (std::size_t i = 0; i < count; ++i) json.value(elementName(model, kind, i));
+  json.endArray();
+}
+
+void writeVariables(JsonText& json, const Model& model, const Results& results) {
+  json.key("variables");
+  json.beginObject();
+  writeNames(json, model, KAVO_COLUMN);
+  writeNumbers(json, "value", results.values[KAVO_PRIMAL]);
+  writeNumbers(json, "reduced_cost", results.values[KAVO_REDUCED_COST]);
+  writeBasis(json, results.columnBasis);
+  json.endObject();
+}
+
+void writeRows(JsonText& json, const Model& model, const Results& results) {
+  json.key("rows");
+  json.beginObject();
+  writeNames(json, model, KAVO_ROW);
+  writeNumbers(json, "activity", results.values[KAVO_ACTIVITY]);
+  writeNumbers(json, "dual", results.values[KAVO_DUAL]);
+  writeNumbers(json, "slack", results.values[KAVO_SLACK]);
+  writeBasis(json, results.rowBasis);
+  json.endObject();
+}
+
+void writeViolation(JsonText& json, const Model& model, int kind, const char* key,
+                    const std::optional<Violation>& found) {
+  json.key(key);
+  if (!found) return json.null();
+  json.beginObject();
+  json.key("value");
+  json.value(found->value);
+  json.key("name");
+  found->element < 0 ? json.null() : json.value(elementName(model, kind, static_cast<std::size_t>(found->element)));
+  json.endObject();
+}
+
+void writeViolations(JsonText& json, const Model& model, const Results& results) {
+  json.key("violations");
+  if (!results.hasPoint()) return json.null();
+  json.beginObject();
+  writeViolation(json, model, KAVO_ROW, "rows", results.violations[KAVO_CHECK_ROW]);
+  writeViolation(json, model, KAVO_COLUMN, "bounds", results.violations[KAVO_CHECK_BOUND]);
+  writeViolation(json, model, KAVO_COLUMN, "integrality", results.violations[KAVO_CHECK_INTEGRALITY]);
+  json.endObject();
+}
+
+void writeOutcome(JsonText& json, const Results& results) {
+  const Outcome words = outcome(results);
+  const kavo_finish& finish = results.finish;
+  const std::pair<const char*, const char*> texts[] = {
+      {"status", words.status}, {"termination", words.termination}, {"message", words.message}};
+  for (const auto& [key, text] : texts) json.key(key), json.value(text);
+  const std::pair<const char*, double> numbers[] = {
+      {"objective", finish.objective},   {"bound", finish.bound}, {"gap", finish.gap},
+      {"iterations", finish.iterations}, {"nodes", finish.nodes}, {"seconds", results.seconds},
+      {"solutions", finish.solutions}};
+  for (const auto& [key, number] : numbers) json.key(key), json.value(number);
+}
+
+}  // namespace
+
+void writeJson(const Model& model, const Results& results, const std::vector<std::string>& notes,
+               const std::string& path) {
+  writeFile(path, [&](Text& text) {
+    JsonText json(text);
+    json.beginObject();
+    writeOutcome(json, results);
+    writeVariables(json, model, results);
+    writeRows(json, model, results);
+    writeViolations(json, model, results);
+    json.key("notes");
+    json.beginArray();
+    for (const std::string& note : notes) json.value(note);
+    json.endArray();
+    json.endObject();
+    text << '\n';
+  });
+}
+
+}  // namespace kavo::writer
