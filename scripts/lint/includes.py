@@ -59,10 +59,12 @@ def is_standard(name):
 def check():
     problems = []
     for path in tree.sources((*tree.SOURCE_SUFFIXES, ".def")):
+        own, other = of(path)
+        problems += [f"{path}: there is no {name}; include paths start at the root"
+                     for name in own if not (tree.ROOT / name).is_file()]
         folder = tree.folder(path)
         if folder not in OWN:
             continue
-        own, other = of(path)
         may_own = (folder + "/", *OWN[folder])
         may_other = (*EVERYWHERE, *LIBRARIES.get(folder, ()))
         problems += [f"{path}: {folder} must not include {name}" for name in own if not name.startswith(may_own)]
