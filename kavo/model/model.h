@@ -46,12 +46,15 @@ struct Objective {
 
 // Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e stand at
 // start[e] .. start[e+1]-1, its root last. Per node: the operator; index: the column of a variable, the number of a
-// defined variable, the number of operands of an operator that takes any number; value: the value of a number.
+// defined variable, the number of a string, the number of operands of an operator that takes any number; value: the value
+// of a number, the number of the function of a call. The operands of a piecewise-linear term are slope, breakpoint,
+// slope, ..., slope and the variable.
 struct Expressions {
   std::vector<std::size_t> start{0};
   std::vector<Operator> op;
   std::vector<int> index;
   std::vector<double> value;
+  std::vector<std::string> strings;
 
   std::size_t size() const { return start.size() - 1; }
   void push(Operator o, int i, double v) { op.push_back(o), index.push_back(i), value.push_back(v); }
