@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "tav/math/fn/abstract.h"
+#include "tav/math/fn/catalogue.h"
 
 namespace tav::math {
 
@@ -63,6 +63,16 @@ template <class T>
 void Expression<T>::addLinear(LinearFunction<T> function) {
   addLeaf({SymbolKind::kLinear, static_cast<int>(linear_.size()), {}});
   linear_.push_back(std::move(function));
+}
+
+template <class T>
+void Expression<T>::addLinearCall(LinearFunction<T> function) {
+  static const auto kEmpty = std::make_shared<const Vector<T>>();
+  const T constant = std::exchange(function.constant, T());
+  addLinear(std::move(function));
+  addVector(kEmpty);
+  addConstant(constant);
+  addCall(fn::the<fn::Linear>(), 3);
 }
 
 template <class T>

@@ -83,6 +83,10 @@ class Expression {
   void addVector(std::shared_ptr<const Vector<T>> vector);
   void addLinear(LinearFunction<T> function);
 
+  // A linear function as a sub-expression: the four elements of a call of fn::Linear, with the constant in its third
+  // argument and an empty vector.
+  void addLinearCall(LinearFunction<T> function);
+
   // A call of the last `argumentCount` sub-expressions that were added since the last take(). Raises
   // tav::CheckException when there are fewer, or when the function does not take that many.
   void addCall(const fn::Abstract<T>& function, int argumentCount);
