@@ -118,6 +118,9 @@ KAVO_API int kavo_read(trpRec* model, const char* path);
  * file is complete or not there at all (written beside and renamed). Needs no results: without a point no values are
  * written. result_code < 0: the code of the outcome (docs/results.md), otherwise this one. */
 KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* message, int result_code);
+/* A .sol file without values for a .nl file that could not be read or was not taken, so that the caller of the AMPL protocol
+ * hears why. The counts come from the head of the .nl file; KAVO_FILE when that cannot be read either. */
+KAVO_API int kavo_write_failure_sol(const char* nl_path, const char* path, const char* message, int result_code);
 /* "# Objective value = v" and a line "name value" per column, as Gurobi reads it. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_write_point(const trpRec* model, const char* path);
 /* Everything known, as one JSON object (docs/results.md). */
@@ -178,6 +181,9 @@ typedef struct kavo_outcome {
 
 /* The outcome of the last solve; KAVO_NO_RESULT before one. */
 KAVO_API int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome);
+
+/* The codes and messages that an outcome can have, in no order, some twice; *message is NULL when index is beyond the last. */
+KAVO_API int kavo_outcome_row(size_t index, int* sol_code, const char** message);
 
 /* Signs: a dual is the change of the objective per unit of the row's right-hand side, and a reduced cost the change per
  * unit of the variable, for minimise and maximise alike. A slack is the distance of the activity to the nearer side of

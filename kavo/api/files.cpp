@@ -1,6 +1,8 @@
 // Models from files, results to files.
 
 #include "kavo/api/guard.h"
+#include "kavo/reader/input.h"
+#include "kavo/reader/nl/header.h"
 #include "kavo/reader/reader.h"
 #include "kavo/writer/file.h"
 #include "kavo/writer/writer.h"
@@ -35,6 +37,16 @@ int kavo_write_sol(const trpRec* model, const char* path, const char* message, i
     const kavo::Results* results = record.results ? &*record.results : nullptr;
     const kavo::writer::SolHeader header{&need(message, "the message"), result_code, record.objectiveNumber};
     kavo::writer::writeSol(record.model, results, &need(path, "the path"), header);
+  });
+}
+
+int kavo_write_failure_sol(const char* nl_path, const char* path, const char* message, int result_code) {
+  return guard([&] {
+    const kavo::reader::Input input(&need(nl_path, "the path of the .nl file"));
+    const kavo::reader::nl::Header head = kavo::reader::nl::readHeader(input.path(), input.text());
+    const kavo::writer::SolShape shape{head.options, head.tolerance, static_cast<std::size_t>(head.constraints),
+                                       static_cast<std::size_t>(head.variables)};
+    kavo::writer::writeFailureSol(shape, &need(path, "the path"), {&need(message, "the message"), result_code});
   });
 }
 

@@ -46,6 +46,16 @@ int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome) {
   });
 }
 
+int kavo_outcome_row(size_t index, int* sol_code, const char** message) {
+  return guard([&] {
+    need(message, "the address of the message") = nullptr;
+    const auto row = kavo::outcomeRow(index);
+    if (!row) return;
+    need(sol_code, "the address of the code") = row->solCode;
+    *message = row->message;
+  });
+}
+
 int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count) {
   return guard([&] {
     clear(values, count);

@@ -1,5 +1,7 @@
 #include "kavo/result/outcome.h"
 
+#include <iterator>
+
 namespace kavo {
 
 namespace {
@@ -50,19 +52,30 @@ constexpr StopRow kStop[] = {
 };
 static_assert(std::size(kStatus) == KAVO_UNKNOWN + 1 && std::size(kStop) == KAVO_STOP_INTERRUPTED + 1);
 
+Outcome compose(const StatusRow& status, const StopRow& stop, bool point) {
+  const bool known = &status != &kStatus[KAVO_UNKNOWN];
+  const Verdict& verdict = known ? status.verdict : stop.verdict;
+  if (point) return {status.word, stop.word, verdict.code, verdict.message};
+  return {status.word, stop.word, verdict.codeWithoutPoint, verdict.messageWithoutPoint};
+}
+
 }  // namespace
 
 Outcome outcome(const Results& results) {
-  const StatusRow& status = kStatus[results.finish.status];
-  const StopRow& stop = kStop[results.finish.stop];
-  const bool byStop = results.finish.status == KAVO_UNKNOWN;
-  const Verdict& verdict = byStop ? stop.verdict : status.verdict;
-  const char* termination = stop.word;
+  Outcome words = compose(kStatus[results.finish.status], kStop[results.finish.stop], results.hasPoint());
   if (results.finish.stop == KAVO_STOP_INTERRUPTED) {
-    termination = results.signalled ? "interrupted_by_signal" : "interrupted_by_host";
+    words.termination = results.signalled ? "interrupted_by_signal" : "interrupted_by_host";
   }
-  if (results.hasPoint()) return {status.word, termination, verdict.code, verdict.message};
-  return {status.word, termination, verdict.codeWithoutPoint, verdict.messageWithoutPoint};
+  return words;
+}
+
+std::optional<Outcome> outcomeRow(std::size_t index) {
+  const bool point = index % 2 == 0;
+  const std::size_t row = index / 2;
+  if (row < KAVO_UNKNOWN) return compose(kStatus[row], kStop[KAVO_STOP_FINISHED], point);
+  const std::size_t stop = row - KAVO_UNKNOWN;
+  if (stop < std::size(kStop)) return compose(kStatus[KAVO_UNKNOWN], kStop[stop], point);
+  return std::nullopt;
 }
 
 }  // namespace kavo

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
 #include "kavo/result/results.h"
 
 namespace kavo {
@@ -14,5 +17,8 @@ struct Outcome {
 
 // The one table from (stop reason, solution status, is there a point) to words and codes; docs/results.md shows it.
 Outcome outcome(const Results& results);
+
+// Row `index` of that table without point or with one, for a list of all codes; nothing beyond the last.
+std::optional<Outcome> outcomeRow(std::size_t index);
 
 }  // namespace kavo

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <array>
-#include <limits>
 #include <optional>
 #include <vector>
 
 #include "kavo/link.h"
+#include "kavo/model/model.h"
 
 namespace kavo {
 
@@ -14,12 +14,10 @@ struct Violation {
   long long element = -1;
 };
 
-inline constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-
 // What a solve has given; empty optionals: not given.
 struct Results {
-  kavo_finish finish{KAVO_UNKNOWN, KAVO_STOP_NOT_RUN, kNoNumber, kNoNumber, kNoNumber,
-                     kNoNumber,    kNoNumber,         kNoNumber, kNoNumber};
+  kavo_finish finish{KAVO_UNKNOWN, KAVO_STOP_NOT_RUN, kUnknown, kUnknown, kUnknown,
+                     kUnknown,     kUnknown,          kUnknown, kUnknown};
   bool finished = false;                                     // the link has closed them
   bool signalled = false;                                    // stopped by a signal
   double seconds = 0;                                        // the whole run, as the host measured it

@@ -27,23 +27,19 @@ void writeMessage(Text& text, std::string_view message) {
 
 // The options of the .nl file go back as they came. A second one of 3 says that a tolerance follows the counts, which
 // the number of options tells too.
-struct Options {
-  std::vector<int> values;
-  bool tolerance;
-
-  explicit Options(const Model& model) : values(model.amplOptions) {
-    if (values.empty()) values = {1, 1, 0};
-    tolerance = values.size() > 1 && values[1] == 3;
-  }
-};
-
-void writeHead(Text& text, const Model& model, std::size_t duals, std::size_t values) {
-  const Options options(model);
+void writeHead(Text& text, const SolShape& shape, std::size_t duals, std::size_t values) {
+  const std::vector<int> options = shape.options.empty() ? std::vector<int>{1, 1, 0} : shape.options;
+  const bool tolerance = options.size() > 1 && options[1] == 3;
   text << "Options\n";
-  text.number(options.values.size() + (options.tolerance ? 2 : 0)) << '\n';
-  for (const int value : options.values) text.number(static_cast<double>(value)) << '\n';
-  for (const std::size_t count : {model.rows.size(), duals, model.columns.size(), values}) text.number(count) << '\n';
-  if (options.tolerance) text.number(model.amplTolerance) << '\n';
+  text.number(options.size() + (tolerance ? 2 : 0)) << '\n';
+  for (const int value : options) text.number(static_cast<double>(value)) << '\n';
+  for (const std::size_t count : {shape.rows, duals, shape.columns, values}) text.number(count) << '\n';
+  if (tolerance) text.number(shape.tolerance) << '\n';
+}
+
+void writeCode(Text& text, std::size_t objective, int code) {
+  (text << "objno ").number(objective) << ' ';
+  text.number(static_cast<double>(code)) << '\n';
 }
 
 void writeSuffixHead(Text& text, int kind, std::size_t count, std::string_view name) {
@@ -113,19 +109,26 @@ std::size_t sizeOf(const std::optional<std::vector<double>>& values) { return va
 }  // namespace
 
 void writeSol(const Model& model, const Results* results, const std::string& path, const SolHeader& header) {
-  static const Results kNone;  // not run
+  static const Results kNone;
   const Results& given = results ? *results : kNone;
   const auto &duals = given.values[KAVO_DUAL], &primal = given.values[KAVO_PRIMAL];
   const auto objective = static_cast<std::size_t>(std::max(header.objectiveNumber, 1) - 1);
-  const int code = header.resultCode >= 0 ? header.resultCode : outcome(given).solCode;
+  const SolShape shape{model.amplOptions, model.amplTolerance, model.rows.size(), model.columns.size()};
   writeFile(path, [&](Text& text) {
     writeMessage(text, header.message);
-    writeHead(text, model, sizeOf(duals), sizeOf(primal));
+    writeHead(text, shape, sizeOf(duals), sizeOf(primal));
     writeValues(text, duals);
     writeValues(text, primal);
-    (text << "objno ").number(objective) << ' ';
-    text.number(static_cast<double>(code)) << '\n';
-    if (results != nullptr) writeSuffixes(text, model, given, objective);
+    writeCode(text, objective, header.resultCode >= 0 ? header.resultCode : outcome(given).solCode);
+    writeSuffixes(text, model, given, objective);
+  });
+}
+
+void writeFailureSol(const SolShape& shape, const std::string& path, const SolHeader& header) {
+  writeFile(path, [&](Text& text) {
+    writeMessage(text, header.message);
+    writeHead(text, shape, 0, 0);
+    writeCode(text, 0, header.resultCode);
   });
 }
 
