@@ -13,7 +13,8 @@ OWN = {
     "exports": ("brel/", "grb/"),
     "kavo": (),
     "app": ("kavo/kavo.h",),
-    "bridge": ("grb/gurobi/functions.def", "grb/gurobi/types.h", "grb/gurobi/constants.h"),
+    "bridge": ("grb/gurobi/functions.def", "grb/gurobi/types.h", "grb/gurobi/constants.h",
+               "grb/gurobi/callback_constants.h"),
 }
 
 # Libraries, by folder, besides the standard library, POSIX and fmt.
@@ -26,10 +27,13 @@ LIBRARIES = {
 }
 EVERYWHERE = ("fmt/",)
 POSIX = {
-    "dlfcn.h", "fcntl.h", "limits.h", "link.h", "locale.h", "poll.h", "pthread.h", "semaphore.h", "signal.h", "unistd.h",
-    "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/time.h", "sys/types.h", "sys/wait.h",
+    "dlfcn.h", "fcntl.h", "link.h", "poll.h", "pthread.h", "semaphore.h", "unistd.h",
+    "sys/file.h", "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/time.h", "sys/types.h", "sys/wait.h",
 }
-C_STANDARD = {"stdarg.h", "stdbool.h", "stddef.h", "stdint.h", "stdio.h", "stdlib.h", "string.h", "math.h"}
+# For C headers, and where <signal.h> and the like declare more than their C++ twins.
+C_STANDARD = {f"{name}.h" for name in (
+    "errno", "limits", "locale", "math", "signal", "stdarg", "stdbool", "stddef", "stdint", "stdio", "stdlib", "string",
+    "time")}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
