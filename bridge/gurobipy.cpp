@@ -1,0 +1,92 @@
+#include "bridge/gurobipy.h"
+
+#include <fmt/format.h>
+
+#include <atomic>
+
+#include "bridge/gil.h"
+#include "bridge/interpreter.h"
+#include "bridge/log.h"
+#include "grb/gurobi/constants.h"
+
+namespace py = pybind11;
+
+namespace bridge {
+namespace {
+
+std::atomic<const Gurobipy*> loaded{nullptr};
+
+const std::string& none() {
+  static const std::string* const kNone = new std::string;
+  return *kNone;
+}
+
+std::string advice() {
+  return fmt::format("Run in that Python: pip install gurobipy=={}.{}.{} (or name another Python by GRBLINK_PYTHON)",
+                     grb::kVersionMajor, grb::kVersionMinor, grb::kVersionTechnical);
+}
+
+/// Some of what the C functions need has no public name in gurobipy. A package without it is refused as a whole: better
+/// than a library that works until the first such call.
+void requirePrivateNames(const Gurobipy& package) {
+  for (const char* name : {"_paramlist", "_getParamInfo", "isGPUSupported", "tuneModels"})
+    if (!py::hasattr(package.environment, name)) throw py::attribute_error(fmt::format("Env.{} is missing", name));
+}
+
+const Gurobipy* import() {
+  auto package = std::make_unique<Gurobipy>();
+  const py::module_ top = py::module_::import("gurobipy");
+  package->environment = top.attr("Env");
+  package->model = top.attr("Model");
+  package->linear = top.attr("LinExpr");
+  package->quadratic = top.attr("QuadExpr");
+  package->column = top.attr("Column");
+  package->gurobiError = top.attr("GurobiError");
+  package->read = top.attr("read");
+  package->attributeInfo = py::module_::import("gurobipy._attrutil").attr("_getattrinfo");
+  const py::tuple version = top.attr("gurobi").attr("version")();
+  package->major = version[0].cast<int>();
+  package->minor = version[1].cast<int>();
+  package->technical = version[2].cast<int>();
+  requirePrivateNames(*package);
+  installLogHandler();
+  return package.release();  // for the rest of the process: no Python object may die after main
+}
+
+std::string tryImport() {
+  try {
+    const Gurobipy* package = import();
+    if (package->major != grb::kVersionMajor || package->minor != grb::kVersionMinor)
+      return fmt::format("gurobipy {}.{}.{} in Python {} is not the version that this library serves. {}",
+                         package->major, package->minor, package->technical, interpreterName(), advice());
+    loaded.store(package);
+    return {};
+  } catch (py::error_already_set& e) {
+    return fmt::format("gurobipy cannot be loaded by Python {}: {}. {}", interpreterName(),
+                       py::str(e.value()).cast<std::string>(), advice());
+  } catch (const std::exception& e) {
+    return fmt::format("gurobipy in Python {} cannot be used: {}. {}", interpreterName(), e.what(), advice());
+  }
+}
+
+}  // namespace
+
+const std::string& loadGurobipy() {
+  if (loaded.load() != nullptr) return none();
+  if (const std::string& failure = startInterpreter(); !failure.empty()) return failure;
+  const Gil gil;  // Guards the rest. No mutex: the import lets go of this lock in the middle.
+  static std::string* failure = nullptr;
+  if (loaded.load() != nullptr) return none();
+  if (failure == nullptr) {
+    std::string text = tryImport();
+    if (text.empty()) return none();
+    if (failure == nullptr) failure = new std::string(std::move(text));
+  }
+  return *failure;
+}
+
+bool gurobipyLoaded() { return loaded.load() != nullptr; }
+
+const Gurobipy& gurobipy() { return *loaded.load(); }
+
+}  // namespace bridge

@@ -1,0 +1,21 @@
+// Adding variables.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+namespace bridge {
+
+/// `count` variables, as the C functions describe them; any array may be NULL and stands for the defaults then.
+struct VariableData {
+  int count;
+  const double* obj;
+  const double* lb;
+  const double* ub;
+  const char* vtype;
+  char** names;
+};
+
+/// Calls gurobipy's bound method addVars once. Returns an iterable of the new Var objects in order.
+pybind11::object addVariables(const pybind11::object& addVars, const VariableData& data);
+
+}  // namespace bridge
