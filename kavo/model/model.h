@@ -58,6 +58,8 @@ struct Expressions {
 
   std::size_t size() const { return start.size() - 1; }
   void push(Operator o, int i, double v) { op.push_back(o), index.push_back(i), value.push_back(v); }
+  // Takes the last node back.
+  void pop() { op.pop_back(), index.pop_back(), value.pop_back(); }
   // Ends the expression whose nodes were pushed since the last end and returns its number.
   int end() { return start.push_back(op.size()), static_cast<int>(size()) - 1; }
 };
