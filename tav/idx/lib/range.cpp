@@ -1,8 +1,5 @@
 #include "tav/idx/lib/range.h"
 
-#include <algorithm>
-#include <numeric>
-
 #include "tav/util/exception.h"
 
 namespace tav::idx::lib {
@@ -14,7 +11,9 @@ Range::Range(int first, int size) : first_(first), size_(size) {
   }
 }
 
-void Range::copyTo(std::span<int> target) const { std::iota(target.begin(), target.begin() + size_, first_); }
+void Range::copyTo(std::span<int> target) const {
+  for (int i = 0; i < size_; ++i) target[static_cast<std::size_t>(i)] = at(i);
+}
 
 void Range::map(std::span<int> positions) const {
   for (int& position : positions) position = at(position);
