@@ -1,0 +1,89 @@
+#include "brel/link.h"
+
+#include <exception>
+
+#include "brel/host.h"
+#include "brel/load/loader.h"
+#include "brel/result/write_back.h"
+#include "brel/settings/settings.h"
+#include "tav/opt/solver_services.h"
+
+namespace brel {
+namespace {
+
+// Lets the host stop the solver, as long as it lives.
+class InterruptHook {
+ public:
+  InterruptHook(trpRec* host, tav::opt::AbstractSolver& solver) : host_(host) {
+    kavo_link_on_interrupt(
+        host, [](void* data) { static_cast<tav::opt::AbstractSolver*>(data)->interrupt(); }, &solver);
+  }
+  ~InterruptHook() { kavo_link_on_interrupt(host_, nullptr, nullptr); }
+  InterruptHook(const InterruptHook&) = delete;
+  InterruptHook& operator=(const InterruptHook&) = delete;
+
+ private:
+  trpRec* host_;
+};
+
+// Runs a piece of work for the host; what it raises becomes the host's error.
+template <class Work>
+std::int32_t guarded(trpRec* host, const Work& work) {
+  try {
+    work();
+    return 0;
+  } catch (const std::exception& failure) {
+    if (host != nullptr) kavo_link_error(host, failure.what());
+  } catch (...) {
+    if (host != nullptr) kavo_link_error(host, "an unknown failure in the link");
+  }
+  return 1;
+}
+
+}  // namespace
+
+// Nothing is shared between links yet that would have to be made before the first or freed after the last.
+void Link::initialize() {}
+void Link::finalize() {}
+
+Link::Link(std::shared_ptr<tav::opt::AbstractSolver> solver, LinkDef definition)
+    : solver_(std::move(solver)), definition_(std::move(definition)) {}
+
+Link::~Link() = default;
+
+std::int32_t Link::readyAPI(trpRec* model) {
+  if (model == nullptr) return 1;
+  model_ = model;
+  return guarded(model_, [this] {
+    const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(solver_.get());
+    kavo_link_publish_solver(model_, services ? services->libraryText().c_str() : solver_->name().c_str());
+  });
+}
+
+std::int32_t Link::callSolver() {
+  if (model_ == nullptr) return 1;
+  return guarded(model_, [this] { run(); });
+}
+
+// Every solve loads the model as it is then, so there is nothing to keep in mind.
+std::int32_t Link::modifyProblem() { return model_ == nullptr ? 1 : 0; }
+
+void Link::run() {
+  solver_->setLog(std::make_shared<HostLog>(model_));
+  const auto parameters = solver_->makeModelAttributes(solver_->shortName(), {});
+  const auto settings = settings::check(model_, *parameters);
+  if (solver_->hasModel()) {
+    solver_->clear();
+  } else {
+    solver_->setup();
+  }
+  settings::apply(settings, *parameters);
+  const load::LoadedModel loaded = load::load(model_, *solver_);
+  {
+    const InterruptHook hook(model_, *solver_);
+    solver_->solve();
+  }
+  result::writeBack(model_, *solver_, loaded);
+}
+
+}  // namespace brel

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "brel/link_def.h"
+#include "kavo/link.h"
+#include "tav/opt/solver.h"
+
+namespace brel {
+
+// The framework around one solver: reads the host's model, loads it into the solver, solves, and writes the results back.
+class Link {
+ public:
+  // Once per process, before the first link and after the last.
+  static void initialize();
+  static void finalize();
+
+  Link(std::shared_ptr<tav::opt::AbstractSolver> solver, LinkDef definition);
+  ~Link();
+  Link(const Link&) = delete;
+  Link& operator=(const Link&) = delete;
+
+  // These return 0, or 1 after telling the host what failed (kavo_link_error). No exception leaves them.
+
+  // Binds the link to a model and tells the host about the solver. Takes no licence.
+  std::int32_t readyAPI(trpRec* model);
+  // Loads the model as it is now, solves it, and fills in the results. Also 0 when the model is infeasible or a limit
+  // stopped the solve.
+  std::int32_t callSolver();
+  // Tells that the host has changed the model since the last solve; the next one loads it anew.
+  std::int32_t modifyProblem();
+
+ private:
+  void run();
+
+  std::shared_ptr<tav::opt::AbstractSolver> solver_;
+  LinkDef definition_;
+  trpRec* model_ = nullptr;
+};
+
+}  // namespace brel

@@ -1,0 +1,70 @@
+#include "brel/load/own_group.h"
+
+#include <limits>
+#include <type_traits>
+
+#include "brel/host.h"
+#include "tav/attr/lib/optional_container.h"
+#include "tav/util/cast.h"
+
+namespace brel::load {
+namespace {
+
+template <class T>
+T convert(double value) {
+  if constexpr (std::is_same_v<T, double>) {
+    return value;
+  } else {
+    return tav::numCast<T>(value);
+  }
+}
+
+// The host's values at the positions of the block, `otherwise` for elements without one. Empty when the host has none.
+template <class T>
+tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, T otherwise) {
+  kavo_suffix given{};
+  checkHost(kavo_link_suffix(source.host, source.kind, name, &given));
+  if (given.count == 0) return {};
+  const auto container = std::make_shared<tav::attr::lib::OptionalContainer<T>>(otherwise);
+  container->growTo(source.count);
+  for (std::size_t k = 0; k < given.count; ++k) {
+    const auto element = static_cast<std::size_t>(given.index[k]);
+    const int position = source.position.empty() ? given.index[k] : source.position[element];
+    if (position >= 0) container->set(position, convert<T>(given.value[k]), 0);
+  }
+  return tav::attr::BaseContainer(container);
+}
+
+class GroupMaker {
+ public:
+  explicit GroupMaker(const OwnGroupSource& source) : source_(source) {}
+
+  GroupMaker& store(const char* name) {
+    return set(name, values<double>(source_, name, std::numeric_limits<double>::quiet_NaN()));
+  }
+  GroupMaker& sent(const char* name, int otherwise) { return set(name, values<int>(source_, name, otherwise)); }
+  std::shared_ptr<tav::opt::BlockGroup> group() const { return group_; }
+
+ private:
+  GroupMaker& set(const char* name, const tav::attr::BaseContainer& container) {
+    if (container) group_->set(group_->count(), name, container);
+    return *this;
+  }
+
+  const OwnGroupSource& source_;
+  std::shared_ptr<tav::opt::BlockGroup> group_ = std::make_shared<tav::opt::BlockGroup>();
+};
+
+constexpr int kNoPartition = -1;
+
+}  // namespace
+
+std::shared_ptr<tav::opt::BlockGroup> columnGroup(const OwnGroupSource& source) {
+  return GroupMaker(source).store("feaspref").store("priority").sent("partition", kNoPartition).group();
+}
+
+std::shared_ptr<tav::opt::BlockGroup> rowGroup(const OwnGroupSource& source) {
+  return GroupMaker(source).store("feaspref").sent("lazy", 0).group();
+}
+
+}  // namespace brel::load

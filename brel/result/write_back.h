@@ -1,0 +1,15 @@
+#pragma once
+
+#include "brel/load/loader.h"
+#include "kavo/link.h"
+#include "tav/opt/solver.h"
+
+namespace brel::result {
+
+// Reads what the solver knows after a solve, as far as it is available, and hands it to the host on the user's own
+// elements; then the checks of the point against the user's own model; then the finish, which closes the results.
+//
+// Signs: duals are Gurobi's, the change of the objective per unit of right-hand side, for minimise and maximise alike.
+void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded);
+
+}  // namespace brel::result

@@ -1,0 +1,48 @@
+#include "brel/rewrite/evaluate.h"
+#include "brel/rewrite/rules.h"
+
+namespace brel::rewrite {
+namespace {
+
+class FreeRowsStep : public Step {
+ public:
+  FreeRowsStep(const kavo_rows& rows, std::vector<int> dropped) : rows_(rows), dropped_(std::move(dropped)) {}
+
+  void startsForward(Starts&) const override {}  // nothing was sent that could have a start
+
+  void resultsBack(RowResults& results) const override {
+    for (const int row : dropped_) {
+      const auto i = static_cast<std::size_t>(row);
+      if (!results.activity.empty()) results.activity[i] = activity(rows_, i, results.solverPrimal);
+      if (!results.dual.empty()) results.dual[i] = 0;  // a row without a side never binds
+      if (!results.basis.empty()) results.basis[i] = KAVO_BASIC;
+    }
+  }
+
+ private:
+  kavo_rows rows_;
+  std::vector<int> dropped_;
+};
+
+bool isFree(const kavo_rows& rows, std::size_t i) {
+  return rows.lower[i] <= -kUserInfinity && rows.upper[i] >= kUserInfinity;
+}
+
+}  // namespace
+
+void freeRows(const kavo_rows& rows, SolverModel& model, Trail& trail) {
+  std::vector<int> dropped;
+  std::size_t kept = 0;
+  for (const int row : model.userRow) {
+    if (isFree(rows, static_cast<std::size_t>(row))) {
+      dropped.push_back(row);
+    } else {
+      model.userRow[kept++] = row;
+    }
+  }
+  if (dropped.empty()) return;
+  model.userRow.resize(kept);
+  trail.push(std::make_unique<FreeRowsStep>(rows, std::move(dropped)));
+}
+
+}  // namespace brel::rewrite

@@ -1,0 +1,105 @@
+#include "grb/adder/lin_obj_adder.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "grb/adder/block_reading.h"
+#include "grb/adder/domain_types.h"
+#include "grb/adder/linear_functions.h"
+#include "tav/idx/lib/list.h"
+#include "tav/opt/quantities.h"
+#include "tav/opt/tags.h"
+
+namespace grb {
+namespace {
+
+using tav::opt::ObjectiveQuantity;
+
+// What a block may carry per objective for models with several, in its own group.
+struct MultiObjective {
+  std::vector<double> weight, absoluteTolerance, relativeTolerance;
+  std::vector<int> priority;
+
+  explicit MultiObjective(const tav::attr::ContainerDict& own)
+      : weight(valuesOf<double>(own.get("weight"))),
+        absoluteTolerance(valuesOf<double>(own.get("abstol"))),
+        relativeTolerance(valuesOf<double>(own.get("reltol"))),
+        priority(valuesOf<int>(own.get("priority"))) {}
+
+  template <class T>
+  static std::vector<T> valuesOf(const tav::attr::BaseContainer& container) {
+    return container.itemCount() > 0 ? readAll<T>(container) : std::vector<T>();
+  }
+
+  template <class T>
+  static T at(const std::vector<T>& values, std::size_t i, T otherwise) {
+    return values.empty() ? otherwise : values[i];
+  }
+
+  // Tolerances that are not given are 0, which replaces Gurobi's own default.
+  void write(GurobiModel& model, std::size_t i, double sign) const {
+    model.setDblAttr("ObjNWeight", sign * at(weight, i, 1.0));
+    model.setIntAttr("ObjNPriority", at(priority, i, 0));
+    model.setDblAttr("ObjNAbsTol", at(absoluteTolerance, i, 0.0));
+    model.setDblAttr("ObjNRelTol", at(relativeTolerance, i, 0.0));
+  }
+};
+
+// Terms of one variable are summed, since the attribute is written by value and the last one would win. The list is a
+// range when the positions form one contiguous run.
+void writeCoefficients(GurobiModel& model, const char* attribute, const LinearFunction<double>& function) {
+  std::vector<int> positions(function.positions.begin(), function.positions.end());
+  std::vector<double> values(function.coefficients.begin(), function.coefficients.end());
+  const bool increasing = std::adjacent_find(positions.begin(), positions.end(), std::greater_equal<>()) == positions.end();
+  if (!increasing) mergeTerms(positions, values);
+  if (positions.empty()) return;
+  const int count = static_cast<int>(positions.size());
+  if (positions.back() - positions.front() + 1 == count) {
+    model.setDblAttrArray(attribute, tav::idx::lib::Range(positions.front(), count), values);
+  } else {
+    model.setDblAttrArray(attribute, std::make_shared<tav::idx::lib::List>(std::move(positions)), values);
+  }
+}
+
+int modelSense(Data& data, int sense) {
+  if (data.hasObjective()) return data.model->getIntAttr("ModelSense");
+  data.model->setIntAttr("ModelSense", sense);
+  return sense;
+}
+
+}  // namespace
+
+tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
+  const auto data = openRecord(record());
+  const auto standard = block.group(tav::opt::tag::kConstraint);
+  const auto types = readAll<int>(standard.get(ObjectiveQuantity::sense));
+  if (types.empty()) return {};
+  if (data->quadraticObjectives.count() > 0 || data->nonlinearObjectives.count() > 0) {
+    throw tav::opt::SupportException("Multiple objectives only supported with linear objectives.", adderLocation());
+  }
+  std::vector<int> senses(types.size());
+  std::transform(types.begin(), types.end(), senses.begin(), objTypeToGurobi);
+  const int count = static_cast<int>(types.size());
+  const auto functions = standard.get(ObjectiveQuantity::function).as<tav::math::Symbol<double>>();
+  requireAllLinear(functions, count, *data);
+  const MultiObjective multi(block.group(kOwnGroup));
+
+  const LockedModel locked(*data);
+  GurobiModel& model = *data->model;
+  const int sense = modelSense(*data, senses.front());
+  const int before = data->linearObjectives.count();
+  const bool isMulti = before + count > 1;
+  if (isMulti) model.setIntAttr("NumObj", before + count);
+  forEachFunction(functions, count, [&](int i, const auto& symbol) {
+    const auto k = static_cast<std::size_t>(i);
+    if (isMulti) {
+      model.setIntParam("ObjNumber", before + i);
+      multi.write(model, k, senses[k] == sense ? 1.0 : -1.0);
+    }
+    writeCoefficients(model, isMulti ? "ObjN" : "Obj", symbol.asLinear());
+    model.setDblAttr(isMulti ? "ObjNCon" : "ObjCon", symbol.asLinear().constant);
+  });
+  return data->linearObjectives.add(count);
+}
+
+}  // namespace grb

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "grb/callback/callback_context.h"
+#include "grb/element_stores.h"
+#include "grb/gurobi/model.h"
+#include "grb/registry.h"
+#include "tav/opt/adder.h"
+
+namespace grb {
+
+// The one record behind a solver. The adders, containers and commands that the solver hands out refer to it, or to its
+// model, weakly, so that each of them is safe to use after the solver is gone.
+struct Data {
+  explicit Data(std::shared_ptr<const Library> library);
+
+  std::shared_ptr<GurobiModel> model;
+  CallbackContext callbacks;  // holds the framework's log and callback objects
+
+  std::mutex modelLock;  // serialises all changes of the Gurobi model
+  int names = 1;         // names are sent to Gurobi when this is greater than 0
+
+  Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;
+  Registry linearObjectives, quadraticObjectives, nonlinearObjectives;
+  VariableStores variableStores;
+  std::shared_ptr<RowStores> rowStores;
+
+  // One adder per kind, made when first asked for. The pointers tell which part of the model is meant later.
+  std::shared_ptr<tav::opt::AbstractVariableAdder> variableAdder;
+  std::shared_ptr<tav::opt::AbstractConstraintAdder> linearRowAdder, linearObjectiveAdder;
+
+  std::uint64_t variableSpace() const { return variables.serial(); }
+  bool hasObjective() const;
+
+  // Compares Gurobi's count of variables with ours; reading it makes the pending update. To be called under the lock at
+  // the head of every block, so that no failing call can discard what earlier blocks added. Throws when elements were
+  // lost or added behind our back, or when an earlier block failed in a way that lost some.
+  void requireInStep();
+  // After a failing add call of a block that had sent `rows` linear rows before: registers them when Gurobi still holds
+  // them and everything else; otherwise no further block is taken.
+  void settleAfterError(int rows);
+
+  // Forgets all elements, for a model that starts anew.
+  void clear();
+
+ private:
+  std::string lost_;  // why no further block is taken
+};
+
+}  // namespace grb

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include "tav/attr/lib/optional_container.h"
+
+namespace grb {
+
+// A store of values by Gurobi position; an element that no block gave a value is unset.
+template <class T>
+tav::attr::Container<T> makeStore() {
+  return tav::attr::Container<T>::template make<tav::attr::lib::OptionalContainer<T>>();
+}
+
+// What blocks brought about variables and is used after the model is built.
+struct VariableStores {
+  tav::attr::Container<double> level = makeStore<double>();
+  tav::attr::Container<int> basis = makeStore<int>();
+  tav::attr::Container<double> preference = makeStore<double>();
+  tav::attr::Container<double> priority = makeStore<double>();
+};
+
+struct RowStores {
+  tav::attr::Container<double> marginal = makeStore<double>();
+  tav::attr::Container<int> basis = makeStore<int>();
+  tav::attr::Container<double> preference = makeStore<double>();
+  // The two sides of every row; +-infinity for none.
+  std::vector<double> lower, upper;
+};
+
+}  // namespace grb

@@ -1,0 +1,93 @@
+#include "grb/result/lin_con_domain.h"
+
+#include <array>
+
+#include "grb/gurobi/constants.h"
+#include "grb/result/attribute_container.h"
+#include "grb/result/sources.h"
+#include "grb/result/transforms.h"
+#include "tav/attr/lib/span_container.h"
+#include "tav/attr/transform.h"
+#include "tav/opt/codes.h"
+#include "tav/opt/quantities.h"
+
+namespace grb {
+namespace {
+
+using Q = tav::opt::RowQuantity;
+
+constexpr std::array kOfModel{
+    Quantity{Q::lower, "lower"},       Quantity{Q::upper, "upper"},        Quantity{Q::slack, "slack"},
+    Quantity{Q::marginal, "marginal"}, Quantity{Q::basis, "basis status"},
+};
+constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"}};
+
+std::shared_ptr<DoubleAttributeContainer> rowValues(const std::weak_ptr<GurobiModel>& model, const char* attribute) {
+  return std::make_shared<DoubleAttributeContainer>(model, attribute, "NumConstrs", Access::readOnly);
+}
+
+int rowBasis(int status, char rowSense) {
+  using tav::opt::BasisStatus;
+  switch (status) {
+    case basis::kBasic: return static_cast<int>(BasisStatus::basic);
+    case basis::kNonbasicLower:
+      return static_cast<int>(rowSense == sense::kLessEqual ? BasisStatus::upper : BasisStatus::lower);
+    case basis::kNonbasicUpper: return static_cast<int>(BasisStatus::upper);
+    default: return static_cast<int>(BasisStatus::superbasic);
+  }
+}
+
+}  // namespace
+
+LinConDomain::LinConDomain(const Data& data, std::optional<Event> event)
+    : model_(data.model), rows_(data.rowStores), event_(event) {}
+
+std::span<const Quantity> LinConDomain::provided() const {
+  return event_ == Event::none ? std::span<const Quantity>(kOfModel) : std::span<const Quantity>();
+}
+
+tav::attr::BaseContainer LinConDomain::make(int key) const {
+  switch (key) {
+    case Q::lower: return tav::attr::lib::viewOf<double>(rows_->lower, rows_);
+    case Q::upper: return tav::attr::lib::viewOf<double>(rows_->upper, rows_);
+    case Q::slack: return transformed<tav::attr::transform::Negate>(rowValues(model_, "Slack"));
+    case Q::marginal: return transformed<transform::DoubleValues>(rowValues(model_, "Pi"));
+    default: return std::make_shared<LinConBasisSolutions>(model_);
+  }
+}
+
+std::span<const Quantity> LinConFunction::provided() const {
+  return event_ == Event::none ? std::span<const Quantity>(kOfFunction) : std::span<const Quantity>();
+}
+
+tav::attr::BaseContainer LinConFunction::make(int /*key*/) const {
+  return transformed<tav::attr::transform::Negate>(rowValues(model_, "RHS"));
+}
+
+int LinConBasisSolutions::size() const {
+  const auto model = model_.lock();
+  return model ? model->getIntAttr("NumConstrs") : 0;
+}
+
+int LinConBasisSolutions::solutionCount() const {
+  const auto model = model_.lock();
+  return model && model->isAttrAvailable("CBasis") && model->isAttrAvailable("Sense") ? 1 : 0;
+}
+
+int LinConBasisSolutions::get(int index, int /*solution*/) const {
+  const auto model = model_.lock();
+  if (!model) return 0;
+  return rowBasis(model->getIntAttrElement("CBasis", index), model->getCharAttrElement("Sense", index));
+}
+
+void LinConBasisSolutions::get(const tav::idx::List& list, std::span<int> values, int /*solution*/) const {
+  const auto model = model_.lock();
+  if (!model || list.size() == 0) return;
+  const auto wanted = values.first(static_cast<std::size_t>(list.size()));
+  readElements<int>(*model, "CBasis", list, wanted);
+  std::vector<char> senses(wanted.size(), sense::kEqual);
+  model->getCharAttrArray("Sense", list, senses);
+  for (std::size_t k = 0; k < wanted.size(); ++k) wanted[k] = rowBasis(wanted[k], senses[k]);
+}
+
+}  // namespace grb

@@ -1,0 +1,90 @@
+#include "grb/result/obj_domain.h"
+
+#include <array>
+
+#include "grb/gurobi/callback_constants.h"
+#include "grb/result/attrib.h"
+#include "grb/result/sources.h"
+#include "grb/result/transforms.h"
+#include "tav/attr/view/single_item_container.h"
+#include "tav/idx/visit.h"
+#include "tav/opt/quantities.h"
+
+namespace grb {
+namespace {
+
+using Q = tav::opt::ObjectiveQuantity;
+
+constexpr std::array kProvided{Quantity{Q::value, "value"}, Quantity{Q::bound, "bound"}};
+constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"}};
+
+// One item as a container of one element.
+tav::attr::BaseContainer single(tav::attr::Item<double> item) {
+  return std::make_shared<tav::attr::view::SingleItemContainer<tav::attr::Item<double>>>(std::move(item));
+}
+
+int whatCode(Event event, int key) {
+  if (event == Event::node) return key == Q::value ? what::kMipNodeObjBst : what::kMipNodeObjBnd;
+  return key == Q::value ? what::kMipSolObjBst : what::kMipSolObjBnd;
+}
+
+}  // namespace
+
+ObjDomain::ObjDomain(const Data& data, std::optional<Event> event)
+    : model_(data.model),
+      source_(callbackSource(data)),
+      mode_(data.linearObjectives.count() > 1 ? kMultiObjectiveMode : kSingleObjectiveMode),
+      event_(event) {}
+
+std::span<const Quantity> ObjDomain::provided() const {
+  return event_ ? std::span<const Quantity>(kProvided) : std::span<const Quantity>();
+}
+
+tav::attr::BaseContainer ObjDomain::make(int key) const {
+  if (*event_ != Event::none) {
+    const int where = *event_ == Event::node ? where::kMipNode : where::kMipSol;
+    return single(std::make_shared<CallbackAttrib<double>>(source_, where, whatCode(*event_, key)));
+  }
+  if (key == Q::value) {
+    return transformed<transform::DoubleValues>(std::make_shared<ObjPrimalSolutions>(model_, mode_));
+  }
+  const auto bound = std::make_shared<Attrib<kModelAttribute, double>>(model_, "ObjBound");
+  return single(transformed<transform::DoubleValues>(bound).as<double>());
+}
+
+int ObjPrimalSolutions::size() const {
+  const auto model = model_.lock();
+  return model ? model->getIntAttr("NumObj") : 0;
+}
+
+int ObjPrimalSolutions::solutionCount() const {
+  const auto model = model_.lock();
+  return model && model->isAttrAvailable("ObjVal") ? model->getIntAttr("SolCount") : 0;
+}
+
+double ObjPrimalSolutions::get(int index, int solution) const {
+  const auto model = model_.lock();
+  if (!model) return 0;
+  if (mode_ == kMultiObjectiveMode && model->getIntAttr("NumObj") > 1) {
+    model->setIntParam("ObjNumber", index);
+    model->setIntParam("SolutionNumber", solution);
+    return model->getDblAttr("ObjNVal");
+  }
+  if (solution == 0) return model->getDblAttr("ObjVal");
+  model->setIntParam("SolutionNumber", solution);
+  return model->getDblAttr("PoolNObjVal");
+}
+
+void ObjPrimalSolutions::get(const tav::idx::List& list, std::span<double> values, int solution) const {
+  tav::idx::visit(list, [&](int k, int index) { values[static_cast<std::size_t>(k)] = get(index, solution); });
+}
+
+std::span<const Quantity> LinObjFunction::provided() const {
+  return event_ == Event::none ? std::span<const Quantity>(kOfFunction) : std::span<const Quantity>();
+}
+
+tav::attr::BaseContainer LinObjFunction::make(int /*key*/) const {
+  return single(std::make_shared<Attrib<kModelAttribute, double>>(model_, "ObjCon"));
+}
+
+}  // namespace grb

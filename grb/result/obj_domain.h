@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+
+#include "grb/data.h"
+#include "grb/result/callback_values.h"
+#include "grb/result/quantity_view.h"
+
+namespace grb {
+
+// How a view of objectives reads values: of one objective, or of several.
+inline constexpr int kSingleObjectiveMode = 0;
+inline constexpr int kMultiObjectiveMode = 4;
+
+// Quantities of objectives (tav::opt::ObjectiveQuantity): of the last solve, or in an event of a running one the best
+// value and bound so far.
+class ObjDomain : public QuantityView {
+ public:
+  ObjDomain(const Data& data, std::optional<Event> event);
+
+ protected:
+  std::span<const Quantity> provided() const override;
+  tav::attr::BaseContainer make(int key) const override;
+
+ private:
+  std::weak_ptr<GurobiModel> model_;
+  CallbackSource source_;
+  int mode_;
+  std::optional<Event> event_;
+};
+
+// The value of each objective in each solution.
+class ObjPrimalSolutions : public tav::attr::AbstractContainer<double> {
+ public:
+  ObjPrimalSolutions(std::weak_ptr<GurobiModel> model, int mode) : model_(std::move(model)), mode_(mode) {}
+  int size() const override;
+  int solutionCount() const override;
+  bool hasSolution(int solution) const override { return solution >= 0 && solution < solutionCount(); }
+  // index: number of the objective.
+  double get(int index, int solution) const override;
+  void get(const tav::idx::List& list, std::span<double> values, int solution) const override;
+
+ private:
+  std::weak_ptr<GurobiModel> model_;
+  int mode_;
+};
+
+// The constant of the linear objective, as a container of one element.
+class LinObjFunction : public QuantityView {
+ public:
+  LinObjFunction(const Data& data, std::optional<Event> event) : model_(data.model), event_(event) {}
+
+ protected:
+  std::span<const Quantity> provided() const override;
+  tav::attr::BaseContainer make(int key) const override;
+
+ private:
+  std::weak_ptr<GurobiModel> model_;
+  std::optional<Event> event_;
+};
+
+}  // namespace grb

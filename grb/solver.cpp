@@ -1,0 +1,121 @@
+#include "grb/solver.h"
+
+#include "grb/adder/lin_con_adder.h"
+#include "grb/adder/lin_obj_adder.h"
+#include "grb/adder/var_adder.h"
+#include "grb/procedure/fix_command.h"
+#include "grb/procedure/solve.h"
+#include "grb/result/lin_con_domain.h"
+#include "grb/result/model_attributes.h"
+#include "grb/result/obj_domain.h"
+#include "grb/result/solution_status.h"
+#include "grb/result/std_model_attributes.h"
+#include "grb/result/var_domain.h"
+#include "tav/opt/tags.h"
+
+namespace grb {
+namespace {
+
+namespace tag = tav::opt::tag;
+
+// The adder of a kind, made when first asked for and the same one ever after.
+template <class A, class Slot>
+Slot& sharedAdder(Slot& slot, const std::shared_ptr<Data>& data) {
+  if (!slot) slot = std::make_shared<A>(data);
+  return slot;
+}
+
+}  // namespace
+
+Solver::Solver() : Solver(loadLibrary()) {}
+
+Solver::Solver(std::shared_ptr<const Library> library) : data_(std::make_shared<Data>(std::move(library))) {}
+
+bool Solver::setup() {
+  if (!hasModel()) data_->model->start();
+  return true;
+}
+
+void Solver::clear() {
+  data_->model->clear();
+  data_->clear();
+}
+
+bool Solver::setLog(std::shared_ptr<tav::opt::AbstractLog> log) {
+  if (!log) return false;
+  data_->callbacks.log = std::move(log);
+  return true;
+}
+
+bool Solver::setCallback(std::shared_ptr<tav::opt::AbstractCallback> callback) {
+  if (!callback) return false;
+  data_->callbacks.handler = std::move(callback);
+  return true;
+}
+
+bool Solver::addContext(std::string_view tag, int index, tav::opt::ContextEntry entry) {
+  return tag == tag::kContext && data_->callbacks.subscribe(index, entry);
+}
+
+std::shared_ptr<tav::opt::AbstractVariableAdder> Solver::makeVariableAdder(std::string_view domain,
+                                                                           std::optional<std::string_view> function) {
+  if (domain != tag::kIntervalDomain || function) return {};
+  return sharedAdder<VarAdder>(data_->variableAdder, data_);
+}
+
+std::shared_ptr<tav::opt::AbstractConstraintAdder> Solver::makeConstraintAdder(std::string_view domain,
+                                                                               std::string_view function) {
+  if (function != tag::kLinearFunction) return {};
+  if (domain == tag::kStaticBoundedDomain) return sharedAdder<LinConAdder>(data_->linearRowAdder, data_);
+  if (domain == tag::kSenseDomain) return sharedAdder<LinObjAdder>(data_->linearObjectiveAdder, data_);
+  return {};
+}
+
+std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> Solver::makeLinkAdder(std::string_view /*domain*/,
+                                                                               std::string_view /*function*/,
+                                                                               std::string_view /*link*/) {
+  return {};
+}
+
+tav::attr::ContainerDict Solver::makeVariableContainers(const tav::opt::Context& context) {
+  return std::make_shared<VarDomain>(*data_, eventOf(context));
+}
+
+tav::opt::ContainerPair Solver::makeConstraintContainers(const std::shared_ptr<const tav::opt::AbstractAdder>& part,
+                                                         std::optional<std::string_view> further,
+                                                         const tav::opt::Context& context) {
+  if (!part || further) return {};
+  const auto event = eventOf(context);
+  if (part == data_->linearRowAdder) {
+    return {std::make_shared<LinConDomain>(*data_, event), std::make_shared<LinConFunction>(*data_, event)};
+  }
+  if (part == data_->linearObjectiveAdder) {
+    return {std::make_shared<ObjDomain>(*data_, event), std::make_shared<LinObjFunction>(*data_, event)};
+  }
+  return {};
+}
+
+std::shared_ptr<tav::attr::AbstractItemDict> Solver::makeModelAttributes(std::string_view tag,
+                                                                         const tav::opt::Context& context) {
+  if (tag == tag::kSolver) return std::make_shared<StdModelAttributes>(*data_, eventOf(context));
+  if (tag == shortName()) return std::make_shared<ModelAttributes>(data_->model);
+  return {};
+}
+
+std::shared_ptr<tav::opt::AbstractCommand> Solver::makeCommand(std::string_view tag, int index,
+                                                               std::optional<std::string_view> argument) {
+  if (tag != tag::kCommand || index != 0 || argument) return {};
+  return std::make_shared<FixNonContinuousCommand>(data_->model);
+}
+
+tav::opt::Termination Solver::solve() { return grb::solve(*data_); }
+
+void Solver::interrupt() { data_->model->terminate(); }
+
+std::string Solver::libraryText() const { return data_->model->library()->text(); }
+
+tav::opt::StopReason Solver::stopReason() const {
+  return hasModel() ? grb::stopReason(data_->model->getIntAttr("Status")) : tav::opt::StopReason::notRun;
+}
+
+}  // namespace grb
