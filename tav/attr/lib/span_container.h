@@ -38,8 +38,8 @@ class SpanContainer final : public AbstractContainer<T> {
 };
 
 template <class T>
-Container<T> viewOf(std::span<const T> values, std::shared_ptr<const void> owner = nullptr) {
-  return Container<T>::template make<SpanContainer<T>>(values, std::move(owner));
+attr::Container<T> viewOf(std::span<const T> values, std::shared_ptr<const void> owner = nullptr) {
+  return attr::Container<T>::template make<SpanContainer<T>>(values, std::move(owner));
 }
 
 }  // namespace tav::attr::lib
