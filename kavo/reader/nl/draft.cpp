@@ -33,7 +33,7 @@ Draft::Draft(Header&& read) : header(std::move(read)) {
   model.amplTolerance = header.tolerance;
   rowBegin.assign(rows, 0);
   rowTerms.assign(rows, -1);
-  uses.resize(columns);
+  inRows.assign(columns, 0);
   bodies.assign(rows, false);
   objectiveBodies.assign(objectives, false);
   objectiveParts.assign(objectives, false);
@@ -83,9 +83,9 @@ std::string Draft::missing() const {
 
 std::string Draft::columnMismatch() const {
   for (std::size_t i = 0; i < announced.size(); ++i) {
-    if (announced[i] != uses[i].rows) {
+    if (announced[i] != inRows[i]) {
       return fmt::format("variable {} is said to appear in {} constraints, the segments J have it in {}", i,
-                         announced[i], uses[i].rows);
+                         announced[i], inRows[i]);
     }
   }
   return "";

@@ -32,12 +32,6 @@ class Draft {
   // What does not fit between the column counts of the segment k and the linear parts of the rows; "" when all fits.
   std::string columnMismatch() const;
 
-  // Where a column appears.
-  struct Use {
-    int last = -1;  // the linear part that had it last: a row, or below -1 for objectives
-    int rows = 0;   // in how many rows
-  };
-
   Header header;
   Model model;
 
@@ -49,7 +43,7 @@ class Draft {
   int lastRow = -1;           // of the J segment before
   bool rowsInOrder = true;
 
-  std::vector<Use> uses;       // per column
+  std::vector<int> inRows;     // per column: in how many rows it appears
   std::vector<int> announced;  // per column but the last: in how many rows by the segment k; empty when there is none
 
   // Which C, O, G, L segments came.

@@ -17,15 +17,15 @@ constexpr std::size_t kShown = 30;  // characters of a wrong piece that a messag
 std::string Source::where() const {
   std::string place =
       binary_ ? fmt::format("byte {}", token_ - begin_) : fmt::format("line {}", 1 + std::count(begin_, token_, '\n'));
-  if (segment_ == '\0') return fmt::format("{}, {}: header", file_, place);
-  if (segment_ == ' ') return fmt::format("{}, {}", file_, place);
+  if (segment_ == kHeader) return fmt::format("{}, {}: header", file_, place);
+  if (segment_ == kBetween) return fmt::format("{}, {}", file_, place);
   if (number_ < 0) return fmt::format("{}, {}: segment {}", file_, place, segment_);
   return fmt::format("{}, {}: segment {}{}", file_, place, segment_, number_);
 }
 
 std::string Source::found() const {
   if (token_ == end_) return ", found the end of the file";
-  if (binary_ && segment_ != '\0') {
+  if (binary_ && segment_ != kHeader) {
     // What was read shows in its bytes: a letter, or a number's first byte.
     return fmt::format(", found byte 0x{:02x}", static_cast<unsigned char>(*token_));
   }

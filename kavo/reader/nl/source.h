@@ -30,8 +30,10 @@ class Source {
     token_ = place_;
   }
 
-  // What messages are about from now on: a segment, and the number behind its letter; before the first: the header.
+  // What messages are about from now on: a segment, and the number behind its letter; nothing in particular, between
+  // two segments. Before the first call: the header.
   void enter(char segment) { segment_ = segment, number_ = -1; }
+  void enterBetween() { enter(kBetween); }
   void setNumber(int number) { number_ = number; }
 
   // Throws "expected ..., found ..." at the piece that was read last.
@@ -58,8 +60,10 @@ class Source {
   std::string where() const;
   std::string found() const;
 
+  static constexpr char kHeader = '\0', kBetween = ' ';
+
   bool binary_;
-  char segment_ = '\0';
+  char segment_ = kHeader;
   int number_ = -1;
 };
 
