@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -42,9 +41,8 @@ void copyArray(const T* values, long length) {
   if (values == nullptr || length <= 0) return;
   Sink& target = sink();
   const std::size_t size = static_cast<std::size_t>(length) * sizeof(T);
-  const std::size_t end = target.bytes.size();
-  target.bytes.resize(end + size);
-  std::memcpy(target.bytes.data() + end, values, size);
+  const auto* const first = reinterpret_cast<const std::byte*>(values);
+  target.bytes.insert(target.bytes.end(), first, first + size);
   target.totals.bytes += static_cast<long>(size);
 }
 

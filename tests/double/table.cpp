@@ -10,16 +10,14 @@
 namespace gurobi_double {
 namespace {
 
-/// Whether the result of an int function is a code rather than a number.
+/// Whether the result of an int function is a code that says how the call went. Freeing always succeeds.
 constexpr bool returnsCode(Fn function) {
-  return function != Fn::GRBgetnumparams && function != Fn::GRBgetparamtype && function != Fn::GRBisattravailable &&
-         function != Fn::GRBisgpusupported;
+  return function != Fn::GRBfreemodel && function != Fn::GRBgetnumparams && function != Fn::GRBgetparamtype &&
+         function != Fn::GRBisattravailable && function != Fn::GRBisgpusupported;
 }
 
 /// Functions that take a null handle.
-constexpr bool takesNull(Fn function) {
-  return !returnsCode(function) || function == Fn::GRBfreemodel || function == Fn::GRBcbget;
-}
+constexpr bool takesNull(Fn function) { return !returnsCode(function) || function == Fn::GRBcbget; }
 
 // The environment that keeps the message of a failure: that of the first handle.
 template <typename T>

@@ -1,0 +1,115 @@
+// The native Gurobi library, as far as it goes without a licence.
+#include <gmock/gmock.h>
+
+#include "grb/gurobi/constants.h"
+#include "grb/gurobi/exception.h"
+#include "grb/gurobi/model.h"
+#include "tests/gurobi/native_path.h"
+
+namespace grb {
+namespace {
+
+using ::testing::HasSubstr;
+
+class Native : public ::testing::Test {
+ protected:
+  std::shared_ptr<const Library> library = Library::open(nativeGurobi());
+};
+
+TEST_F(Native, VersionAndPlatform) {
+  EXPECT_THAT(library->text(), HasSubstr("Gurobi 13.0."));
+  EXPECT_STREQ(library->api().GRBplatform(), "linux64");
+}
+
+TEST_F(Native, ParametersOfAnUnstartedEnvironment) {
+  GurobiModel model(library);
+  EXPECT_EQ(model.getIntParam("LogToConsole"), 0);
+  const ParamInfo<double> limit = model.getDblParamInfo("TimeLimit");
+  EXPECT_EQ(limit.minimum, 0);
+  EXPECT_EQ(limit.maximum, kInfinity);
+  EXPECT_EQ(limit.defaultValue, kInfinity);
+  const ParamInfo<int> threads = model.getIntParamInfo("Threads");
+  EXPECT_EQ(threads.minimum, -1);
+  EXPECT_EQ(threads.maximum, 1024);
+  model.setIntParam("threads", 3);
+  EXPECT_EQ(model.getIntParam("Threads"), 3);
+  model.setStrParam("LogFile", "");
+  EXPECT_EQ(model.getStrParamInfo("LogFile").value, "");
+  EXPECT_EQ(model.getParamType("MIPGap"), paramtype::kDouble);
+  EXPECT_EQ(model.getParamType("WorkerPassword"), paramtype::kString);
+  EXPECT_EQ(model.getParamType("Nope"), paramtype::kUnknown);
+  EXPECT_GT(model.getNumParams(), 150);
+  EXPECT_EQ(model.getParamName(0), "Cutoff");
+  EXPECT_FALSE(model.isGpuSupported());
+}
+
+TEST_F(Native, ParameterFiles) {
+  const std::string file = ::testing::TempDir() + "native.prm";
+  GurobiModel writer(library);
+  writer.setDblParam("MIPGap", 0.0125);
+  writer.writeParams(file.c_str());
+  GurobiModel reader(library);
+  reader.readParams(file.c_str());
+  EXPECT_EQ(reader.getDblParam("MIPGap"), 0.0125);
+}
+
+TEST_F(Native, ErrorsCarryGurobisText) {
+  struct Case {
+    void (*run)(GurobiModel&);
+    int code;
+    const char* text;
+    const char* context;
+  };
+  const std::vector<Case> cases{
+      {[](GurobiModel& m) { m.setIntParam("Nope", 1); }, 10007, "Unknown parameter: Nope", "GRBsetintparam"},
+      {[](GurobiModel& m) { m.setIntParam("TimeLimit", 1); }, 10007, "Wrong type for parameter: TimeLimit",
+       "GRBsetintparam"},
+      {[](GurobiModel& m) { m.setIntParam("Threads", 5000); }, 10008,
+       "Unable to set parameter Threads to value 5000 (maximum is 1024)", "GRBsetintparam"},
+      {[](GurobiModel& m) { m.getDblParamInfo("Threads"); }, 10007, "Wrong type for parameter: Threads",
+       "GRBgetdblparaminfo"},
+      {[](GurobiModel& m) { m.getParamName(100000); }, 10003, "Invalid argument value for required parameter",
+       "GRBgetparamname"},
+      {[](GurobiModel& m) { m.readParams("/no/such/file.prm"); }, 10003,
+       "Unable to read parameter file /no/such/file.prm", "GRBreadparams"},
+  };
+  for (const Case& c : cases) {
+    GurobiModel model(library);  // a new one each: Gurobi does not always replace the text of an earlier failure
+    try {
+      c.run(model);
+      FAIL() << "no exception: " << c.text;
+    } catch (const GurobiException& error) {
+      EXPECT_EQ(error.message(), c.text);
+      EXPECT_EQ(error.code(), c.code);
+      EXPECT_EQ(error.context(), c.context);
+    }
+  }
+}
+
+TEST_F(Native, NoModelWithoutALicence) {
+  const GurobiEnv env(library);
+  GRBmodel* made = nullptr;
+  const int code = library->api().GRBnewmodel(env.env(), &made, "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_EQ(made, nullptr);
+  try {
+    env.check(code, "GRBnewmodel");
+    FAIL() << "no exception";
+  } catch (const GurobiException& error) {
+    EXPECT_EQ(error.code(), error::kNoLicense);
+    EXPECT_EQ(error.message(), "No Gurobi license, or license not started or set");
+  }
+}
+
+TEST_F(Native, OtherVersionsGetNoEnvironment) {
+  // Gurobi writes a line of its own on the standard output here.
+  const Api& api = library->api();
+  for (const auto& [major, minor] : {std::pair{12, 0}, std::pair{13, 1}}) {
+    GRBenv* env = nullptr;
+    EXPECT_EQ(api.GRBemptyenvinternal(&env, major, minor, 0), error::kInvalidArgument);
+    EXPECT_EQ(env, nullptr);
+  }
+  EXPECT_STREQ(api.GRBgeterrormsg(nullptr), "");
+}
+
+}  // namespace
+}  // namespace grb
