@@ -1,0 +1,121 @@
+#include "app/arguments.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <string_view>
+
+#include "app/failure.h"
+
+namespace app {
+
+namespace {
+
+constexpr const char* kSwitches = R"(Switches of the AMPL protocol:
+  MODEL -AMPL   solve for AMPL, Pyomo or JuMP: always write a .sol, print nothing
+  -s            write a .sol (the default; see wantsol)
+  -oFILE        name of the .sol
+  -e            do not echo assignments (they never are)
+  -v            print the version
+  -?            print the usage
+  -!            print the result codes of a .sol
+  --            end of the options
+
+Words handled here: outlev (1: show the log, 0: do not), logfile (like --log), objno (0: no objective, 1: the first, ...),
+wantsol (sum of 1: write a .sol, 2: print the variables, 4: print the duals, 8: print no summary). Other words are Gurobi
+parameters. More words are taken from the environment variable grblink_options, those of the command line win.
+)";
+
+// The long options; single-dash switches are not CLI11's business.
+void declare(CLI::App& cli, Arguments& arguments, std::vector<std::string>& positional) {
+  cli.set_help_flag();
+  cli.add_flag("--quiet", arguments.quiet, "print nothing but errors");
+  cli.add_flag("--no-sol", arguments.noSol, "write no solution file");
+  cli.add_option("--json", arguments.json, "write everything known about the result as JSON")->type_name("FILE");
+  cli.add_option("--log", arguments.log, "write the solver's log to a file")->type_name("FILE");
+  cli.add_option("--trace", arguments.trace, "write every call of the Gurobi library to a file")->type_name("FILE");
+  cli.add_option("--link", arguments.link, "use another link library than libgrblink.so")->type_name("PATH");
+  const auto action = [&](Action chosen) { return [&arguments, chosen](auto) { arguments.action = chosen; }; };
+  cli.add_flag("--version", action(Action::version), "print the version and the Gurobi library in use");
+  cli.add_flag("--help", action(Action::help), "print this text");
+  cli.add_option("MODEL", positional, "a .nl, .mps or .mps.gz file, and words name=value behind it")->type_name("");
+}
+
+// Takes a single-dash switch.
+void takeSwitch(const std::string& word, Arguments& arguments) {
+  if (word == "-AMPL") {
+    arguments.ampl = true;
+  } else if (word == "-v") {
+    arguments.action = Action::versionLine;
+  } else if (word == "-?") {
+    arguments.action = Action::usage;
+  } else if (word == "-h") {
+    arguments.action = Action::help;
+  } else if (word == "-!") {
+    arguments.action = Action::resultCodes;
+  } else if (word == "-s") {
+    arguments.writeSol = true;
+  } else if (word.starts_with("-o") && word.size() > 2) {
+    arguments.sol = word.substr(2);
+  } else if (word != "-e") {
+    throw Failure(fmt::format("unknown option {}: see --help", word), kExitUsage);
+  }
+}
+
+bool isSwitch(const std::string& word) { return word.size() > 1 && word[0] == '-' && word[1] != '-'; }
+
+// Takes the switches out of the words and leaves the others, for CLI11 in reverse order.
+std::vector<std::string> takeSwitches(std::vector<std::string> words, Arguments& arguments) {
+  std::vector<std::string> others;
+  auto word = words.begin();
+  for (; word != words.end() && *word != "--" && !arguments.ampl; ++word) {
+    isSwitch(*word) ? takeSwitch(*word, arguments) : others.push_back(*word);
+  }
+  others.insert(others.end(), word, words.end());
+  std::reverse(others.begin(), others.end());
+  return others;
+}
+
+}  // namespace
+
+Arguments parseArguments(int count, const char* const* words) {
+  Arguments arguments;
+  if (count <= 1) {
+    arguments.action = Action::bare;
+    return arguments;
+  }
+  CLI::App cli;
+  std::vector<std::string> positional;
+  declare(cli, arguments, positional);
+  try {
+    cli.parse(takeSwitches({words + 1, words + count}, arguments));
+  } catch (const CLI::ParseError& error) {
+    throw Failure(oneLine(error.what()) + ": see --help", kExitUsage);
+  }
+  if (arguments.action != Action::solve) return arguments;
+  if (positional.empty()) throw Failure("no model was given: see --help", kExitUsage);
+  arguments.model = positional.front();
+  arguments.words.assign(positional.begin() + 1, positional.end());
+  return arguments;
+}
+
+std::string usageText() {
+  return "usage: grblink [options] stub [-AMPL] [<assignment> ...]\n"
+         "       grblink [options] MODEL [name=value ...]        (grblink --help tells more)\n";
+}
+
+std::string helpText() {
+  CLI::App cli;
+  Arguments arguments;
+  std::vector<std::string> positional;
+  declare(cli, arguments, positional);
+  std::string text = "Solves a model with the Gurobi Optimizer.\n\n" + usageText() + "\nOptions:\n";
+  for (const CLI::Option* option : cli.get_options()) {
+    if (option->get_positional()) continue;
+    text += fmt::format("  {:<14}{}\n", option->get_name() + " " + option->get_type_name(), option->get_description());
+  }
+  return text + "\n" + kSwitches;
+}
+
+}  // namespace app

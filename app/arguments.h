@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace app {
+
+enum class Action { solve, bare, help, usage, version, versionLine, resultCodes };
+
+// The command line, taken apart.
+struct Arguments {
+  Action action = Action::solve;
+  std::string model;               // as given
+  std::vector<std::string> words;  // what stands behind it, name=value each
+  bool ampl = false;               // called by the AMPL protocol
+  bool quiet = false;
+  bool noSol = false;
+  bool writeSol = false;                    // -s
+  std::string sol, log, trace, json, link;  // paths, "" when not given
+};
+
+// Throws Failure with kExitUsage.
+Arguments parseArguments(int count, const char* const* words);
+
+// Text of --help, and of the AMPL protocol's usage.
+std::string helpText();
+std::string usageText();
+
+}  // namespace app

@@ -1,0 +1,124 @@
+#include "app/assignments.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "app/failure.h"
+
+namespace app {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool isQuote(char c) { return c == '"' || c == '\''; }
+
+std::string_view unquoted(std::string_view value) {
+  if (value.size() >= 2 && isQuote(value.front()) && value.front() == value.back())
+    return value.substr(1, value.size() - 2);
+  return value;
+}
+
+// Reads a list of words from front to back.
+class Scanner {
+ public:
+  Scanner(std::string_view text, const char* source) : text_(text), source_(source) { skipBlanks(); }
+
+  bool atEnd() const { return text_.empty(); }
+
+  Assignment next() {
+    const std::string name(take(std::min(text_.find_first_of(" \t\r\n="), text_.size())));
+    if (name.empty()) throw Failure(fmt::format("{}: a name is missing in front of \"{}\"", source_, text_));
+    skipBlanks();
+    if (text_.starts_with('=')) take(1);
+    skipBlanks();
+    if (text_.empty()) throw Failure(fmt::format("{}: {} has no value", source_, name));
+    const std::string value(isQuote(text_.front()) ? quoted(name)
+                                                   : take(std::min(text_.find_first_of(kBlanks), text_.size())));
+    skipBlanks();
+    return {name, value, source_};
+  }
+
+ private:
+  std::string_view take(std::size_t length) {
+    const std::string_view taken = text_.substr(0, length);
+    text_.remove_prefix(length);
+    return taken;
+  }
+
+  std::string_view quoted(const std::string& name) {
+    const std::size_t end = text_.find(text_.front(), 1);
+    if (end == std::string_view::npos) throw Failure(fmt::format("{}: the quote of {} does not end", source_, name));
+    return unquoted(take(end + 1));
+  }
+
+  void skipBlanks() { text_.remove_prefix(std::min(text_.find_first_not_of(kBlanks), text_.size())); }
+
+  std::string_view text_;
+  const char* source_;
+};
+
+std::string lower(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
+  return result;
+}
+
+unsigned number(const Assignment& word, unsigned most) {
+  unsigned value = 0;
+  const char* end = word.value.data() + word.value.size();
+  const auto [stop, error] = std::from_chars(word.value.data(), end, value);
+  if (error != std::errc{} || stop != end || value > most) {
+    throw Failure(fmt::format("{}: {} must be a whole number from 0 to {}, not \"{}\"", word.source, word.name, most,
+                              word.value));
+  }
+  return value;
+}
+
+}  // namespace
+
+Assignment parseWord(const std::string& word) {
+  const std::size_t equals = word.find('=');
+  const std::string_view text = word;
+  const auto isBlank = [](char c) { return kBlanks.find(c) != std::string_view::npos; };
+  std::string_view name = text.substr(0, std::min(equals, text.size()));
+  while (!name.empty() && isBlank(name.back())) name.remove_suffix(1);
+  if (equals == std::string::npos || name.empty()) {
+    throw Failure(fmt::format("command line: expected name=value, found \"{}\"", word));
+  }
+  std::string_view value = text.substr(equals + 1);
+  while (!value.empty() && isBlank(value.front())) value.remove_prefix(1);
+  return {std::string(name), std::string(unquoted(value)), "command line"};
+}
+
+std::vector<Assignment> parseList(std::string_view text, const char* source) {
+  std::vector<Assignment> assignments;
+  for (Scanner scanner(text, source); !scanner.atEnd();) assignments.push_back(scanner.next());
+  return assignments;
+}
+
+Words sortWords(std::vector<Assignment> assignments) {
+  constexpr unsigned kMostLevel = 100, kMostObjective = 1000000000;
+  Words words;
+  for (Assignment& word : assignments) {
+    const std::string name = lower(word.name);
+    if (name == "outlev") {
+      words.showLog = number(word, kMostLevel) > 0;
+    } else if (name == "logfile") {
+      words.logFile = word.value;
+    } else if (name == "objno") {
+      words.objective = static_cast<int>(number(word, kMostObjective));
+    } else if (name == "wantsol") {
+      words.wantSol = number(word, kWriteSol + kPrintVariables + kPrintDuals + kNoSummary);
+    } else {
+      words.others.push_back(std::move(word));
+    }
+  }
+  return words;
+}
+
+}  // namespace app

@@ -1,0 +1,65 @@
+#include "app/information.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "app/failure.h"
+#include "app/output.h"
+#include "app/session.h"
+
+namespace app {
+
+namespace {
+
+std::string versionLine() {
+  return fmt::format("grblink {} (Linux x86_64), kavo {}\n", GRBLINK_VERSION, kavo_version());
+}
+
+// The link is opened for its word about Gurobi; that there is none is an answer too.
+std::string version(const Arguments& arguments) {
+  const Session session;
+  const int opened = kavo_open_link(session.model(), arguments.link.empty() ? nullptr : arguments.link.c_str());
+  if (opened != KAVO_OK) return versionLine() + "no Gurobi library: " + kavo_last_error() + "\n";
+  return versionLine() + session.solverText() + "\n";
+}
+
+std::string resultCodes() {
+  std::set<std::pair<int, std::string>> rows;
+  int code = 0;
+  const char* message = nullptr;
+  for (std::size_t i = 0; kavo_outcome_row(i, &code, &message) == KAVO_OK && message != nullptr; ++i)
+    rows.emplace(code, message);
+  std::string text = "code  message\n";
+  for (const auto& [number, words] : rows) text += fmt::format("{:>4}  {}\n", number, words);
+  return text;
+}
+
+std::string answer(const Arguments& arguments) {
+  switch (arguments.action) {
+    case Action::help:
+      return helpText();
+    case Action::version:
+      return version(arguments);
+    case Action::versionLine:
+      return versionLine();
+    case Action::resultCodes:
+      return resultCodes();
+    default:
+      return usageText();
+  }
+}
+
+}  // namespace
+
+int inform(const Arguments& arguments) {
+  Output screen = Output::standard();
+  screen.write(answer(arguments));
+  screen.finish();
+  return arguments.action == Action::bare ? kExitUsage : EXIT_SUCCESS;
+}
+
+}  // namespace app

@@ -1,0 +1,49 @@
+#include "app/paths.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "app/failure.h"
+#include "kavo/kavo.h"
+
+namespace app {
+
+namespace {
+
+// The path without a known ending, and that ending.
+struct Stub {
+  std::string base;
+  std::string_view ending;
+};
+
+Stub stubOf(const std::string& model) {
+  for (const std::string_view ending : {".nl", ".mps", ".mps.gz"}) {
+    if (model.size() > ending.size() && model.ends_with(ending))
+      return {model.substr(0, model.size() - ending.size()), ending};
+  }
+  return {model, ""};
+}
+
+}  // namespace
+
+Paths pathsOf(const Arguments& arguments) {
+  const Stub stub = stubOf(arguments.model);
+  const bool nl = stub.ending == ".nl" || stub.ending.empty();
+  Paths paths;
+  if (nl) paths.nl = stub.base + ".nl";
+  paths.sol = arguments.sol.empty() ? stub.base + ".sol" : arguments.sol;
+  paths.amplForm = nl || arguments.ampl;
+  return paths;
+}
+
+void checkOutput(const std::string& path, const std::string& model) {
+  if (path.empty()) return;
+  std::error_code none;
+  if (std::filesystem::equivalent(path, model, none)) throw Failure(fmt::format("{} would overwrite the model", path));
+  check(kavo_check_writable(path.c_str()));
+}
+
+}  // namespace app

@@ -1,0 +1,164 @@
+#include "app/run.h"
+
+#include <cstdlib>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "app/assignments.h"
+#include "app/failure.h"
+#include "app/output.h"
+#include "app/paths.h"
+#include "app/report.h"
+#include "app/session.h"
+#include "app/signals.h"
+
+namespace app {
+
+namespace {
+
+constexpr const char* kOptionsVariable = "grblink_options";
+constexpr int kSolInterrupted = 471;
+
+Words wordsOf(const Arguments& arguments) {
+  std::vector<Assignment> all;
+  if (const char* list = std::getenv(kOptionsVariable)) all = parseList(list, kOptionsVariable);
+  for (const std::string& word : arguments.words) all.push_back(parseWord(word));
+  return sortWords(std::move(all));
+}
+
+class Run {
+ public:
+  explicit Run(const Arguments& arguments)
+      : arguments_(arguments), paths_(pathsOf(arguments)), watch_(session_.model()) {}
+
+  int execute() {
+    try {
+      prepare();
+      load();
+      solve();
+      return deliver();
+    } catch (const Failure& failure) {
+      return fail(failure);
+    } catch (const std::exception& error) {
+      return fail(Failure(oneLine(error.what())));
+    }
+  }
+
+ private:
+  trpRec* model() const { return session_.model(); }
+
+  // Everything that can be found wrong before the model is read.
+  void prepare() {
+    words_ = wordsOf(arguments_);
+    const unsigned want = words_.wantSol.value_or(kWriteSol) | (arguments_.writeSol ? kWriteSol : 0);
+    writesSol_ = arguments_.ampl || (!arguments_.noSol && (want & kWriteSol) != 0);
+    if (!arguments_.log.empty()) words_.logFile = arguments_.log;
+    for (const std::string& path : {writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace}) {
+      checkOutput(path, paths_.nl.empty() ? arguments_.model : paths_.nl);
+    }
+    for (const Assignment& word : words_.others) {
+      check(kavo_set_option(model(), word.name.c_str(), word.value.c_str(), word.source, 0));
+    }
+    check(kavo_set_objective_number(model(), words_.objective));
+  }
+
+  void load() {
+    check(kavo_read(model(), arguments_.model.c_str()));
+    read_ = true;
+    stopIfInterrupted();
+  }
+
+  void solve() {
+    const bool show = !arguments_.quiet && words_.showLog.value_or(!arguments_.ampl);
+    if (!words_.logFile.empty()) logFile_.emplace(Output::file(words_.logFile));
+    if (show) screenLog_ = &screen_;
+    check(kavo_set_log(model(), &Run::takeLog, this));
+    if (!arguments_.trace.empty()) setenv("GRBLINK_TRACE", arguments_.trace.c_str(), 1);
+    check(kavo_open_link(model(), arguments_.link.empty() ? nullptr : arguments_.link.c_str()));
+    stopIfInterrupted();
+    check(kavo_solve(model()));
+  }
+
+  static void takeLog(const char* text, std::size_t length, void* data) {
+    const auto* run = static_cast<const Run*>(data);
+    if (run->screenLog_ != nullptr) run->screenLog_->write({text, length});
+    if (run->logFile_) run->logFile_->write({text, length});
+  }
+
+  void stopIfInterrupted() const {
+    if (watch_.interrupted()) throw Failure("interrupted before the solve", kExitInterrupted, kSolInterrupted);
+  }
+
+  // One output that fails does not keep the others from being made; the first failure is told.
+  int deliver() {
+    std::optional<Failure> first;
+    const auto attempt = [&](const std::function<void()>& step) {
+      try {
+        step();
+      } catch (const Failure& failure) {
+        if (!first) first = failure;
+      }
+    };
+    attempt([&] { writeSolution(); });
+    const bool answered = arguments_.ampl && !first;
+    attempt([&] {
+      if (!arguments_.json.empty()) check(kavo_write_json(model(), arguments_.json.c_str()));
+    });
+    attempt([&] { print(); });
+    attempt([&] { screen_.finish(); });
+    attempt([&] {
+      if (logFile_) logFile_->finish();
+    });
+    if (!first) return EXIT_SUCCESS;
+    printError(first->what());
+    return answered ? EXIT_SUCCESS : first->exitCode();
+  }
+
+  void writeSolution() {
+    if (!writesSol_) return;
+    if (paths_.amplForm) return check(kavo_write_sol(model(), paths_.sol.c_str(), solMessage(session_).c_str(), -1));
+    const int status = kavo_write_point(model(), paths_.sol.c_str());
+    if (status != KAVO_NO_RESULT) check(status);  // no point, no file
+  }
+
+  void print() {
+    if (arguments_.quiet || arguments_.ampl) return;
+    const unsigned want = words_.wantSol.value_or(0);
+    if ((want & kNoSummary) == 0) screen_.write(summary(session_));
+    if ((want & kPrintVariables) != 0) screen_.write(table(session_, KAVO_PRIMAL));
+    if ((want & kPrintDuals) != 0) screen_.write(table(session_, KAVO_DUAL));
+  }
+
+  // A caller by the AMPL protocol reads failures in the .sol, as far as the model's counts are known.
+  int fail(const Failure& failure) {
+    const std::string message = failureMessage(failure.what());
+    const char* sol = paths_.sol.c_str();
+    if (arguments_.ampl && read_ && kavo_write_sol(model(), sol, message.c_str(), failure.solCode()) == KAVO_OK)
+      return EXIT_SUCCESS;
+    if (arguments_.ampl && !read_ &&
+        kavo_write_failure_sol(paths_.nl.c_str(), sol, message.c_str(), failure.solCode()) == KAVO_OK) {
+      return EXIT_SUCCESS;
+    }
+    printError(failure.what());
+    return failure.exitCode();
+  }
+
+  const Arguments& arguments_;
+  const Paths paths_;
+  Words words_;
+  bool writesSol_ = false;
+  bool read_ = false;  // the model is there
+  Output screen_ = Output::standard();
+  mutable std::optional<Output> logFile_;
+  Output* screenLog_ = nullptr;
+  Session session_;
+  SignalWatch watch_;
+};
+
+}  // namespace
+
+int run(const Arguments& arguments) { return Run(arguments).execute(); }
+
+}  // namespace app

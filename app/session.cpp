@@ -1,0 +1,46 @@
+#include "app/session.h"
+
+#include "app/failure.h"
+
+namespace app {
+
+Session::Session() { check(kavo_create(&model_)); }
+
+kavo_outcome Session::outcome() const {
+  kavo_outcome outcome;
+  check(kavo_get_outcome(model_, &outcome));
+  return outcome;
+}
+
+std::string Session::solverText() const {
+  const char* text = nullptr;
+  check(kavo_solver_text(model_, &text));
+  return text;
+}
+
+std::string Session::name(int kind, std::size_t index) const {
+  const char* text = nullptr;
+  check(kavo_name(model_, kind, index, &text));
+  return text;
+}
+
+std::vector<std::string> Session::notes() const {
+  std::vector<std::string> notes;
+  const char* note = nullptr;
+  for (std::size_t i = 0; kavo_note(model_, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
+  return notes;
+}
+
+Session::Values Session::values(int quantity) const {
+  Values values;
+  kavo_result(model_, quantity, &values.first, &values.count);
+  return values;
+}
+
+std::optional<Session::Violation> Session::violation(int check) const {
+  Violation found{};
+  if (kavo_violation(model_, check, &found.value, &found.element) != KAVO_OK) return std::nullopt;
+  return found;
+}
+
+}  // namespace app

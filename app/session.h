@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kavo/kavo.h"
+
+namespace app {
+
+// A model of kavo with the calls that the command line needs; they throw Failure.
+class Session {
+ public:
+  Session();
+  ~Session() { kavo_free(&model_); }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  trpRec* model() const { return model_; }
+
+  kavo_outcome outcome() const;
+  std::string solverText() const;
+  // With the default name when none was given.
+  std::string name(int kind, std::size_t index) const;
+  std::vector<std::string> notes() const;
+
+  // A quantity of the result; count 0 and null when the solve has not given it.
+  struct Values {
+    const double* first = nullptr;
+    std::size_t count = 0;
+  };
+  Values values(int quantity) const;
+
+  struct Violation {
+    double value;
+    long long element;
+  };
+  std::optional<Violation> violation(int check) const;
+
+ private:
+  trpRec* model_ = nullptr;
+};
+
+}  // namespace app
