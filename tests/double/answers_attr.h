@@ -41,12 +41,21 @@ inline int handOut(State& state, GRBmodel* model, const char* name, const std::o
   return 0;
 }
 
+/// The elements first, first + 1, ... or those of a list.
+struct Elements {
+  int number;
+  int first = 0;
+  const int* list = nullptr;
+
+  int at(int i) const { return list != nullptr ? list[i] : first + i; }
+};
+
 /// Values of several elements; the target is touched only when all are there.
-template <typename T, typename ElementAt>
-int readElements(State& state, GRBmodel* model, const char* name, int number, ElementAt elementAt, T* values) {
+template <typename T>
+int readElements(State& state, GRBmodel* model, const char* name, const Elements& elements, T* values) {
   std::vector<T> found;
-  for (int i = 0; i < number; ++i) {
-    const int element = elementAt(i);
+  for (int i = 0; i < elements.number; ++i) {
+    const int element = elements.at(i);
     if (const int code = checkElement(model, name, element, false); code != 0) return code;
     const auto value = findNumber(state, *model, lower(name), element);
     if (!value) return unavailable(model, name);
@@ -56,17 +65,18 @@ int readElements(State& state, GRBmodel* model, const char* name, int number, El
   return 0;
 }
 
-template <typename T, typename ElementAt>
-int writeElements(GRBmodel* model, const char* name, int number, ElementAt elementAt, const T* values) {
-  for (int i = 0; i < number; ++i) {
-    if (const int code = checkElement(model, name, elementAt(i), true); code != 0) return code;
+template <typename T>
+int writeElements(GRBmodel* model, const char* name, const Elements& elements, const T* values) {
+  for (int i = 0; i < elements.number; ++i) {
+    if (const int code = checkElement(model, name, elements.at(i), true); code != 0) return code;
     if constexpr (std::is_floating_point_v<T>) {
       if (std::isnan(values[i])) {
         return failed(model, grb::error::kInvalidArgument, fmt::format("Element {} of a double array is Nan.", i));
       }
     }
   }
-  for (int i = 0; i < number; ++i) model->queuedValues.elementNumbers[lower(name)][elementAt(i)] = values[i];
+  std::map<int, double>& queued = model->queuedValues.elementNumbers[lower(name)];
+  for (int i = 0; i < elements.number; ++i) queued[elements.at(i)] = values[i];
   return 0;
 }
 
@@ -87,37 +97,37 @@ struct WriteScalar {
 template <typename T>
 struct ReadElement {
   static int run(State& state, GRBmodel* model, const char* name, int element, T* value) {
-    return readElements(state, model, name, 1, [&](int) { return element; }, value);
+    return readElements(state, model, name, {1, element}, value);
   }
 };
 template <typename T>
 struct WriteElement {
   static int run(State&, GRBmodel* model, const char* name, int element, T value) {
-    return writeElements(model, name, 1, [&](int) { return element; }, &value);
+    return writeElements(model, name, {1, element}, &value);
   }
 };
 template <typename T>
 struct ReadArray {
   static int run(State& state, GRBmodel* model, const char* name, int first, int number, T* values) {
-    return readElements(state, model, name, number, [&](int i) { return first + i; }, values);
+    return readElements(state, model, name, {number, first}, values);
   }
 };
 template <typename T>
 struct WriteArray {
   static int run(State&, GRBmodel* model, const char* name, int first, int number, T* values) {
-    return writeElements(model, name, number, [&](int i) { return first + i; }, values);
+    return writeElements(model, name, {number, first}, values);
   }
 };
 template <typename T>
 struct ReadList {
   static int run(State& state, GRBmodel* model, const char* name, int number, int* elements, T* values) {
-    return readElements(state, model, name, number, [&](int i) { return elements[i]; }, values);
+    return readElements(state, model, name, {number, 0, elements}, values);
   }
 };
 template <typename T>
 struct WriteList {
   static int run(State&, GRBmodel* model, const char* name, int number, int* elements, T* values) {
-    return writeElements(model, name, number, [&](int i) { return elements[i]; }, values);
+    return writeElements(model, name, {number, 0, elements}, values);
   }
 };
 

@@ -116,15 +116,32 @@ int writeParam(State& state, GRBenv* env, const char* name, const T& value) {
   return 0;
 }
 
+/// What the info functions tell; all zero for a parameter without definition.
 template <typename T>
-int readParamInfo(State& state, GRBenv* env, const char* name, T* value, T* least, T* most, T* standard) {
+struct ParamFacts {
+  T value{};
+  T least{};
+  T most{};
+  T standard{};
+};
+
+template <typename T>
+int findFacts(State& state, GRBenv* env, const char* name, ParamFacts<T>& facts) {
   const ParamDefinition* definition = nullptr;
   if (const int code = findParam<T>(state, env, name, &definition); code != 0) return code;
-  if (value != nullptr) *value = paramValue<T>(env, name, definition);
-  if (least != nullptr) *least = definition != nullptr ? static_cast<T>(definition->minimum) : T{};
-  if (most != nullptr) *most = definition != nullptr ? static_cast<T>(definition->maximum) : T{};
-  if (standard != nullptr) *standard = definition != nullptr ? std::get<T>(definition->defaultValue) : T{};
+  facts.value = paramValue<T>(env, name, definition);
+  if (definition == nullptr) return 0;
+  facts.standard = std::get<T>(definition->defaultValue);
+  if constexpr (std::is_arithmetic_v<T>) {
+    facts.least = static_cast<T>(definition->minimum);
+    facts.most = static_cast<T>(definition->maximum);
+  }
   return 0;
+}
+
+template <typename T>
+void give(T* target, const T& value) {
+  if (target != nullptr) *target = value;
 }
 
 inline void copyText(const std::string& text, char* buffer) {
@@ -169,26 +186,29 @@ struct Answer<Fn::GRBsetstrparam> {
     return value == nullptr ? 0 : writeParam(state, env, name, std::string(value));
   }
 };
-template <>
-struct Answer<Fn::GRBgetintparaminfo> {
-  static int run(State& state, GRBenv* env, const char* name, int* value, int* least, int* most, int* standard) {
-    return readParamInfo(state, env, name, value, least, most, standard);
+template <typename T>
+struct ReadParamInfo {
+  static int run(State& state, GRBenv* env, const char* name, T* value, T* least, T* most, T* standard) {
+    ParamFacts<T> facts;
+    if (const int code = findFacts(state, env, name, facts); code != 0) return code;
+    give(value, facts.value);
+    give(least, facts.least);
+    give(most, facts.most);
+    give(standard, facts.standard);
+    return 0;
   }
 };
 template <>
-struct Answer<Fn::GRBgetdblparaminfo> {
-  static int run(State& state, GRBenv* env, const char* name, double* value, double* least, double* most,
-                 double* standard) {
-    return readParamInfo(state, env, name, value, least, most, standard);
-  }
-};
+struct Answer<Fn::GRBgetintparaminfo> : ReadParamInfo<int> {};
+template <>
+struct Answer<Fn::GRBgetdblparaminfo> : ReadParamInfo<double> {};
 template <>
 struct Answer<Fn::GRBgetstrparaminfo> {
   static int run(State& state, GRBenv* env, const char* name, char* value, char* standard) {
-    const ParamDefinition* definition = nullptr;
-    if (const int code = findParam<std::string>(state, env, name, &definition); code != 0) return code;
-    copyText(paramValue<std::string>(env, name, definition), value);
-    copyText(definition != nullptr ? std::get<std::string>(definition->defaultValue) : "", standard);
+    ParamFacts<std::string> facts;
+    if (const int code = findFacts(state, env, name, facts); code != 0) return code;
+    copyText(facts.value, value);
+    copyText(facts.standard, standard);
     return 0;
   }
 };

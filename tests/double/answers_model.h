@@ -63,14 +63,22 @@ inline void nameElement(GRBmodel* model, const char* attribute, int position, co
   if (name != nullptr && *name != '\0') model->queuedValues.elementTexts[attribute][position] = name;
 }
 
-inline void queueVar(GRBmodel* model, double obj, double lb, double ub, char vtype, const char* name) {
+struct NewVar {
+  double obj;
+  double lb;
+  double ub;
+  char vtype;
+  const char* name;
+};
+
+inline void queueVar(GRBmodel* model, const NewVar& var) {
   const int position = model->total(Kind::kVar);
   auto& numbers = model->queuedValues.elementNumbers;
-  numbers["obj"][position] = obj;
-  numbers["lb"][position] = lb;
-  numbers["ub"][position] = ub;
-  numbers["vtype"][position] = vtype;
-  nameElement(model, "varname", position, name);
+  numbers["obj"][position] = var.obj;
+  numbers["lb"][position] = var.lb;
+  numbers["ub"][position] = var.ub;
+  numbers["vtype"][position] = var.vtype;
+  nameElement(model, "varname", position, var.name);
   queue(model, Kind::kVar);
 }
 
@@ -78,7 +86,7 @@ template <>
 struct Answer<Fn::GRBaddvar> {
   static int run(State&, GRBmodel* model, int, int*, double*, double obj, double lb, double ub, char vtype,
                  const char* name) {
-    queueVar(model, obj, lb, ub, vtype, name);
+    queueVar(model, {obj, lb, ub, vtype, name});
     return 0;
   }
 };
@@ -87,8 +95,8 @@ struct Answer<Fn::GRBaddvars> {
   static int run(State&, GRBmodel* model, int number, int, int*, int*, double*, double* obj, double* lb, double* ub,
                  char* vtype, char** names) {
     for (int i = 0; i < number; ++i) {
-      queueVar(model, valueOr(obj, i, 0.0), valueOr(lb, i, 0.0), valueOr(ub, i, grb::kInfinity),
-               valueOr(vtype, i, grb::vartype::kContinuous), valueOr<char*>(names, i, nullptr));
+      queueVar(model, {valueOr(obj, i, 0.0), valueOr(lb, i, 0.0), valueOr(ub, i, grb::kInfinity),
+                       valueOr(vtype, i, grb::vartype::kContinuous), valueOr<char*>(names, i, nullptr)});
     }
     return 0;
   }
