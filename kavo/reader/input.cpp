@@ -127,6 +127,14 @@ void Input::map(int file, std::size_t size) {
   text_ = {static_cast<const char*>(address), size};
 }
 
+void Input::giveBack(const char* first, const char* last) const {
+  if (!mapping_ || last < first) return;
+  const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  const std::size_t begin = static_cast<std::size_t>(first - mapping_.get()) / page * page;
+  const std::size_t end = static_cast<std::size_t>(last - mapping_.get()) / page * page;
+  if (end > begin) ::madvise(mapping_.get() + begin, end - begin, MADV_DONTNEED);
+}
+
 void Input::readAll(int file) {
   Growing content(kFirstBlock);
   while (true) {

@@ -20,6 +20,10 @@ class Input {
   std::string_view text() const { return text_; }
   const std::string& path() const { return path_; }
 
+  // Tells that the text between two places is not read again soon. What is mapped goes back to the system, so that a
+  // large file does not count as memory of this program; it stays readable.
+  void giveBack(const char* first, const char* last) const;
+
  private:
   struct Free {
     void operator()(char* block) const;

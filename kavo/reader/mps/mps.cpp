@@ -1,0 +1,258 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "kavo/reader/input.h"
+#include "kavo/reader/mps/failure.h"
+#include "kavo/reader/mps/sections.h"
+#include "kavo/reader/number.h"
+#include "kavo/reader/reader.h"
+
+namespace kavo::reader {
+
+namespace mps {
+
+namespace {
+
+enum class Kind { kName, kSense, kObjectiveName, kRows, kLazy, kCuts, kColumns, kRhs, kRanges, kBounds, kEnd };
+
+// stage: sections come in this order, those of one stage in any.
+struct Section {
+  std::string_view name;
+  Kind kind;
+  int stage;
+  bool repeats = false;
+};
+
+constexpr int kRowStage = 1, kColumnStage = 3;
+constexpr std::array<Section, 11> kSections = {{
+    {"NAME", Kind::kName, 0},
+    {"OBJSENSE", Kind::kSense, 0},
+    {"OBJNAME", Kind::kObjectiveName, 0},
+    {"ROWS", Kind::kRows, kRowStage},
+    {"LAZYCONS", Kind::kLazy, 2, true},
+    {"USERCUTS", Kind::kCuts, 2, true},
+    {"COLUMNS", Kind::kColumns, kColumnStage},
+    {"RHS", Kind::kRhs, 4},
+    {"RANGES", Kind::kRanges, 4},
+    {"BOUNDS", Kind::kBounds, 4},
+    {"ENDATA", Kind::kEnd, 5},
+}};
+
+// What other programs write and this reader does not take.
+constexpr std::array<std::string_view, 15> kNotTaken = {"QUADOBJ", "QMATRIX", "QSECTION", "QCMATRIX", "CSECTION",
+                                                        "SOS",     "SOS1",    "SOS2",     "SETS",     "GENCONS",
+                                                        "PWLOBJ",  "PWLNAM",  "PWLCON",   "BRANCH",   "INDICATORS"};
+
+constexpr std::array<std::pair<std::string_view, int>, 6> kSenses = {{{"MAX", KAVO_MAXIMIZE},
+                                                                      {"MAXIMIZE", KAVO_MAXIMIZE},
+                                                                      {"MAXIMISE", KAVO_MAXIMIZE},
+                                                                      {"MIN", KAVO_MINIMIZE},
+                                                                      {"MINIMIZE", KAVO_MINIMIZE},
+                                                                      {"MINIMISE", KAVO_MINIMIZE}}};
+
+// Whether a word is this one of capital letters, written in any case.
+bool isWord(std::string_view word, std::string_view capitals) {
+  return std::equal(word.begin(), word.end(), capitals.begin(), capitals.end(),
+                    [](char a, char b) { return upper(a) == b; });
+}
+
+// Reads a file section by section.
+class Driver {
+ public:
+  explicit Driver(Reading& reading)
+      : reading_(reading), lines_(reading.lines), rowSections_(reading.lines), sides_(reading) {}
+
+  void read() {
+    expectHeader();
+    while (!lines_.atEnd()) {
+      const Section& section = enter();
+      if (section.kind == Kind::kEnd) return finish();
+      readSection(section);
+    }
+    reading_.section = {};
+    reading_.fail("the file ends without ENDATA, so a part of it is missing");
+  }
+
+ private:
+  const Section& enter() {
+    const std::string_view name = lines_[0];
+    const auto isThis = [name](std::string_view other) { return isWord(name, other); };
+    reading_.section = {};
+    const auto* section =
+        std::find_if(kSections.begin(), kSections.end(), [&](const Section& s) { return isThis(s.name); });
+    if (section != kSections.end()) {
+      checkOrder(*section);
+      reading_.section = section->name;
+      return *section;
+    }
+    if (std::none_of(kNotTaken.begin(), kNotTaken.end(), isThis)) {
+      reading_.fail(fmt::format("there is no section {}; the lines of a section begin with a blank", quoted(name)));
+    }
+    throw Failure(KAVO_NOT_SUPPORTED, lines_.number(), fmt::format("section {} is not taken yet", name));
+  }
+
+  void checkOrder(const Section& section) {
+    bool& seen = seen_[static_cast<std::size_t>(section.kind)];
+    if (seen && !section.repeats) reading_.fail(fmt::format("section {} comes a second time", section.name));
+    if (section.stage < stage_) reading_.fail(fmt::format("section {} comes too late", section.name));
+    if (section.stage > kRowStage && stage_ < kRowStage) reading_.fail("expected section ROWS first");
+    if (section.stage > kColumnStage && stage_ < kColumnStage) reading_.fail("expected section COLUMNS first");
+    seen = true;
+    stage_ = section.stage;
+  }
+
+  void readSection(const Section& section) {
+    const bool alone = lines_.count() == 1;
+    switch (section.kind) {
+      case Kind::kName:
+        return readName();
+      case Kind::kSense:
+        return readSense();
+      case Kind::kObjectiveName:
+        reading_.wantedObjective = readWord("the name of a row");
+        return expectHeader();
+      case Kind::kLazy:
+        return readRows(reading_, alone ? 1 : readLevel());
+      default:
+        break;
+    }
+    if (!alone)
+      reading_.fail("expected nothing behind the name of the section; the lines of a section begin with a blank");
+    switch (section.kind) {
+      case Kind::kRows:
+        rowSections_ = lines_;
+        return readRows(reading_, 0);
+      case Kind::kCuts:
+        return readRows(reading_, -1);
+      case Kind::kColumns:
+        indexRows(reading_, rowSections_);
+        return readColumns(reading_);
+      case Kind::kRhs:
+        return sides_.readRhs();
+      case Kind::kRanges:
+        return sides_.readRanges();
+      default:
+        return readBounds(reading_);
+    }
+  }
+
+  // The rest of the line; some writers add the word FREE to tell the format.
+  void readName() {
+    std::string_view name = lines_.rest();
+    if (lines_.count() > 2 && name.ends_with("FREE")) {
+      name.remove_suffix(4);
+      name = name.substr(0, name.find_last_not_of(" \t") + 1);
+    }
+    reading_.model.name = name;
+    expectHeader();
+  }
+
+  void readSense() {
+    const std::string_view word = readWord("MAX, MAXIMIZE, MIN or MINIMIZE");
+    const auto* sense =
+        std::find_if(kSenses.begin(), kSenses.end(), [word](const auto& known) { return isWord(word, known.first); });
+    if (sense == kSenses.end()) {
+      reading_.fail(fmt::format("expected MAX, MAXIMIZE, MIN or MINIMIZE, found {}", quoted(word)));
+    }
+    reading_.objective.sense = sense->second;
+    expectHeader();
+  }
+
+  // The only word of a section, in the line of the header or on the next one.
+  std::string_view readWord(std::string_view expected) {
+    if (lines_.count() == 2) return lines_[1];
+    if (lines_.count() > 2 || !lines_.next(Fields::kWords) || lines_.count() != 1) reading_.failShape(expected);
+    return lines_[0];
+  }
+
+  int readLevel() {
+    int level = 0;
+    const std::string_view field = lines_[1];
+    const char* last = field.data() + field.size();
+    if (lines_.count() != 2 || parseInteger(field.data(), last, level) != last || level < 1) {
+      reading_.fail("expected nothing or a number from 1 on behind LAZYCONS");
+    }
+    return level;
+  }
+
+  void expectHeader() {
+    if (lines_.next(Fields::kWords)) reading_.fail("expected the next section, its name at the beginning of the line");
+  }
+
+  void finish() {
+    sides_.finish();
+    finishColumns(reading_);
+    Model& model = reading_.model;
+    if (reading_.objectiveName.empty()) {
+      model.readNotes.push_back("there is no objective (a row of type N): any feasible point is a solution");
+    } else {
+      reading_.objective.name = reading_.objectiveName;
+      model.objectives.push_back(std::move(reading_.objective));
+    }
+    const std::size_t others = reading_.otherObjectives.size();
+    if (others > 0) {
+      model.readNotes.push_back(fmt::format("{} row{} of type N besides the objective {} left out: {}{}", others,
+                                            &"s"[others == 1], others == 1 ? "is" : "are",
+                                            quoted(reading_.otherObjectives.at(0)), others == 1 ? "" : ", ..."));
+    }
+  }
+
+  Reading& reading_;
+  Lines& lines_;
+  Lines rowSections_;  // from the header of ROWS on
+  Sides sides_;
+  int stage_ = 0;
+  std::array<bool, kSections.size()> seen_{};
+};
+
+// What came of reading the file in one way.
+struct Attempt {
+  std::optional<Model> model;
+  std::optional<Error> error;  // what went wrong, when there is no model
+  std::size_t line = 0;        // and where
+  bool nameWithBlank = false;  // that line obeys the fixed columns and has a name with a blank in it
+};
+
+Attempt attempt(const Input& input, Layout layout) {
+  Reading reading(input, layout);
+  Attempt result;
+  try {
+    Driver(reading).read();
+    reading.model.file = input.path();
+    result.model = std::move(reading.model);
+  } catch (const Failure& failure) {
+    const std::string section = reading.section.empty() ? std::string() : fmt::format(", section {}", reading.section);
+    result.error = Error(failure.status(), fmt::format("cannot read \"{}\": line {}{}: {}", input.path(),
+                                                       failure.line(), section, failure.what()));
+    result.line = failure.line();
+    Lines lines(input, layout);
+    while (!lines.atEnd() && lines.number() < failure.line()) lines.next(Fields::kWords);
+    result.nameWithBlank = lines.hasNameWithBlank();
+  }
+  return result;
+}
+
+}  // namespace
+
+}  // namespace mps
+
+// Fields are told apart by blanks, which is right for all free files and nearly all fixed ones. A line that cannot be
+// read so, but has names with blanks inside when it is cut at the fixed columns, makes the whole file one of fixed
+// columns. When that fails as well, the way that came further tells what is wrong.
+Model readMps(const std::string& path) {
+  const Input input(path);
+  mps::Attempt first = mps::attempt(input, mps::Layout::kBlanks);
+  if (first.model) return std::move(*first.model);
+  if (first.nameWithBlank) {
+    mps::Attempt second = mps::attempt(input, mps::Layout::kColumns);
+    if (second.model) return std::move(*second.model);
+    if (second.line > first.line) throw *second.error;
+  }
+  throw *first.error;
+}
+
+}  // namespace kavo::reader

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "kavo/model/names.h"
+
+namespace kavo::reader::mps {
+
+// Finds elements by name: a hash table whose slots hold the hash and the element's number; the names themselves stay
+// where the model has them. It is made at once when all names are known, so that it never grows and memory is asked for
+// many slots at a time.
+class NameIndex {
+ public:
+  static constexpr int kNone = -1;
+
+  // Looks names up in `names`, which must outlive this object. Nothing is found before the first build.
+  explicit NameIndex(const Names& names) : names_(names) {}
+
+  // Takes in all names as they are now; none may be empty. The result is the first element whose name an element before
+  // it has too, or kNone; with such a pair the index is of no use.
+  int build();
+
+  // The element of that name, or kNone. guess: an element that is likely to be it, any number.
+  int find(std::string_view name, int guess = kNone) const;
+
+  // The same in two steps, for a caller that has other work in between while memory answers: first prepare, whose
+  // result goes to findPrepared.
+  std::uint32_t prepare(std::string_view name) const {
+    const std::uint32_t hash = hashOf(name);
+    __builtin_prefetch(&slots_[hash & mask_]);
+    return hash;
+  }
+  int findPrepared(std::string_view name, std::uint32_t hash) const { return slots_[slotOf(name, hash)].element; }
+
+ private:
+  struct Slot {
+    std::uint32_t hash;
+    int element;
+  };
+
+  static std::uint32_t hashOf(std::string_view name);
+  bool isName(int element, std::string_view name) const;
+  // The slot of this name, or the empty one where it belongs.
+  std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
+
+  const Names& names_;
+  std::vector<Slot> slots_ = {Slot{0, kNone}};  // as many as a power of two, at least half of them empty
+  std::size_t mask_ = 0;                        // their number - 1
+  int size_ = 0;
+};
+
+}  // namespace kavo::reader::mps

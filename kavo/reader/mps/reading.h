@@ -1,0 +1,84 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kavo/model/model.h"
+#include "kavo/reader/mps/lines.h"
+#include "kavo/reader/mps/name_index.h"
+
+namespace kavo::reader::mps {
+
+// What the sections of one file share while it is read. Views point into the file's text.
+struct Reading {
+  Reading(const Input& input, Layout layout) : lines(input, layout) {}
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+
+  // Ends the reading at the current line. text: what is wrong and what was expected.
+  [[noreturn]] void fail(const std::string& text) const;
+  // Ends it because the line has another number of fields than its section takes.
+  [[noreturn]] void failShape(std::string_view expected) const;
+
+  // The number a field consists of, maybe infinite; fails when it is anything else, or NaN. An exponent letter D, as
+  // Fortran programs write it, is read as E.
+  double number(std::string_view field);
+  // The same without failing; NaN when the field is no number.
+  double numberOrNan(std::string_view field);
+  // A number below 1e20 in size.
+  double finite(std::string_view field);
+
+  // The element of that name; guess as in NameIndex. For a name that is not there: rowOf returns kNone when it is a row
+  // of type N that was left out, and otherwise both fail.
+  int rowOf(std::string_view name, int guess) const;
+  int columnOf(std::string_view name, int guess) const;
+
+  bool isObjective(std::string_view name) const { return !name.empty() && name == objectiveName; }
+  // Whether it is the name of a row of type N that was left out.
+  bool isOther(std::string_view name) const { return otherIndex.find(name) != NameIndex::kNone; }
+
+  Model model;
+  Lines lines;
+  std::string_view section;  // the name of the current one, "" before the first
+
+  NameIndex rowIndex{model.rows.names};
+  NameIndex columnIndex{model.columns.names};
+  Names otherObjectives;  // the rows of type N that are not the objective
+  NameIndex otherIndex{otherObjectives};
+
+  Objective objective;
+  std::string_view objectiveName;    // "" while there is no objective
+  std::string_view wantedObjective;  // what OBJNAME says
+
+  // Per row: 'E', 'L' or 'G'.
+  std::vector<char> rowType;
+
+  // Per column what is known of its type and bounds until finishColumns, ColumnFlag values together.
+  std::vector<unsigned char>& columnFlags() { return model.columns.type; }
+
+ private:
+  bool letterD_ = false;  // an exponent letter D was seen
+};
+
+enum ColumnFlag : unsigned char {
+  kIntegerFlag = 1,
+  kBinaryFlag = 2,
+  kSemiFlag = 4,
+  kLowerFlag = 8,   // the file gives the lower bound
+  kUpperFlag = 16,  // the file gives the upper bound
+};
+
+// The message about the name of a row that does not exist.
+std::string noRow(std::string_view name);
+
+// A field as it stands in a message: quoted, and cut when it is very long.
+std::string quoted(std::string_view field);
+
+// A letter as a capital; other characters stay what they are.
+inline char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+// A bound or side in the form the model has it: infinite when it is 1e20 or more in size.
+double withInfinity(double value);
+
+}  // namespace kavo::reader::mps
