@@ -3,29 +3,35 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "tav/attr/abstract_base_info.h"
+#include "tav/attr/lib/property_text.h"
 
 namespace tav::attr::lib {
 
-// The description of an item without bounds.
+// The description of an item without bounds. Immutable once shared.
 template <class T>
 class Info : public AbstractInfo<T> {
  public:
+  // A description that says nothing.
+  Info() : Info({}, std::nullopt, false, std::nullopt, std::nullopt, {}) {}
+
   // maxCount: how many values the item may carry; absent: no limit; below 2: one. isSet: the item can be set by a user.
-  // reference: number of the item in the documentation it comes from. documentation: must outlive the info.
+  // reference: number of the item in the documentation it comes from.
   Info(std::string name, std::optional<int> maxCount, bool isSet, std::optional<T> defaultValue,
        std::optional<int> reference, std::string_view documentation)
       : name_(std::move(name)),
-        maxCount_(maxCount ? std::optional<int>(std::max(*maxCount, 1)) : std::nullopt),
+        maxCount_(atLeastOne(maxCount)),
         isSet_(isSet),
         default_(std::move(defaultValue)),
         reference_(reference),
         documentation_(documentation) {}
 
+  std::string documentedKind() const override { return "Info_" + std::string(ValueTraits<T>::kName); }
   const std::string& name() const override { return name_; }
   std::optional<int> maxCount() const override { return maxCount_; }
   bool isSet() const override { return isSet_; }
@@ -43,34 +49,31 @@ class Info : public AbstractInfo<T> {
 
   bool accepts(const T& /*value*/) const override { return true; }
 
-  bool hasProperty(std::string_view property) const override {
-    return std::find(std::begin(kProperties), std::end(kProperties), property) != std::end(kProperties);
-  }
-
-  bool isDefaultProperty(std::string_view property) const override {
-    if (property == "name") return name_.empty();
-    if (property == "ref") return !reference_;
-    if (property == "n_max") return !maxCount_;
-    if (property == "s_set") return !isSet_;
-    if (property == "doc") return documentation_.empty();
-    if (property == "def") return !default_;
-    return true;
-  }
-
+  std::span<const std::string_view> properties() const override { return kInfoProperties; }
   bool isTrivial() const override {
-    return std::all_of(std::begin(kProperties), std::end(kProperties),
-                       [this](std::string_view property) { return isDefaultProperty(property); });
+    const auto all = this->properties();
+    return std::all_of(all.begin(), all.end(), [this](std::string_view p) { return this->isDefaultProperty(p); });
   }
+
+  bool isDefaultProperty(std::string_view property) const override;
+  std::string propertyText(std::string_view property) const override;
+  void setProperty(std::string_view property, std::string_view text) override;
 
  private:
-  static constexpr std::string_view kProperties[] = {"name", "ref", "n_max", "s_set", "doc", "def"};
+  static std::optional<int> atLeastOne(std::optional<int> count) {
+    return count ? std::optional<int>(std::max(*count, 1)) : std::nullopt;
+  }
 
   std::string name_;
   std::optional<int> maxCount_;
   bool isSet_;
   std::optional<T> default_;
   std::optional<int> reference_;
-  std::string_view documentation_;
+  std::string documentation_;
 };
+
+extern template class Info<int>;
+extern template class Info<double>;
+extern template class Info<std::string>;
 
 }  // namespace tav::attr::lib

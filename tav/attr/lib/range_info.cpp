@@ -19,6 +19,35 @@ RangeInfo<T>::RangeInfo(std::string name, std::optional<int> maxCount, bool isSe
   if (!(*defaultValue <= upper_)) throw CheckException::failedLessOrEqualTo("default_value", *defaultValue, upper_);
 }
 
+template <class T>
+bool RangeInfo<T>::isDefaultProperty(std::string_view property) const {
+  if (property == "lo") return lower_ == kLowest;
+  if (property == "up") return upper_ == kHighest;
+  return Info<T>::isDefaultProperty(property);
+}
+
+template <class T>
+std::string RangeInfo<T>::propertyText(std::string_view property) const {
+  if (property == "lo") return isDefaultProperty(property) ? "" : fmt::format("{}", lower_);
+  if (property == "up") return isDefaultProperty(property) ? "" : fmt::format("{}", upper_);
+  return Info<T>::propertyText(property);
+}
+
+template <class T>
+void RangeInfo<T>::setProperty(std::string_view property, std::string_view text) {
+  if (property != "lo" && property != "up") return Info<T>::setProperty(property, text);
+  std::optional<T> bound;
+  if (!parseText(text, bound)) throwUnsupportedProperty(property, text);
+  const T lower = property == "lo" ? *bound : lower_;
+  const T upper = property == "up" ? *bound : upper_;
+  const auto isInside = [&](T value) { return lower <= value && value <= upper; };
+  if (!(lower <= upper) || (this->hasDefault() && !isInside(this->getDefault()))) {
+    throwUnsupportedProperty(property, text);
+  }
+  lower_ = lower;
+  upper_ = upper;
+}
+
 template class RangeInfo<int>;
 template class RangeInfo<double>;
 

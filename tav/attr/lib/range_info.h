@@ -13,12 +13,16 @@ namespace tav::attr::lib {
 template <class T>
 class RangeInfo final : public Info<T> {
  public:
+  // A description that says nothing.
+  RangeInfo() = default;
+
   // The arguments of Info, and the bounds: an absent bound is minus or plus infinity, of int the type's extremes.
   // Raises tav::CheckException unless lower <= default <= upper, the default where there is one; NaN fits nowhere.
   RangeInfo(std::string name, std::optional<int> maxCount, bool isSet, std::optional<T> defaultValue,
             std::optional<T> lower, std::optional<T> upper, std::optional<int> reference,
             std::string_view documentation);
 
+  std::string documentedKind() const override { return "RangeInfo_" + std::string(ValueTraits<T>::kName); }
   T lower() const { return lower_; }
   T upper() const { return upper_; }
 
@@ -27,25 +31,18 @@ class RangeInfo final : public Info<T> {
 
   bool accepts(const T& value) const override { return value >= lower_ && value <= upper_; }
 
-  bool hasProperty(std::string_view property) const override {
-    return property == "lo" || property == "up" || Info<T>::hasProperty(property);
-  }
-
-  bool isDefaultProperty(std::string_view property) const override {
-    if (property == "lo") return lower_ == kLowest;
-    if (property == "up") return upper_ == kHighest;
-    return Info<T>::isDefaultProperty(property);
-  }
-
-  bool isTrivial() const override { return isDefaultProperty("lo") && isDefaultProperty("up") && Info<T>::isTrivial(); }
+  std::span<const std::string_view> properties() const override { return kRangeProperties; }
+  bool isDefaultProperty(std::string_view property) const override;
+  std::string propertyText(std::string_view property) const override;
+  void setProperty(std::string_view property, std::string_view text) override;
 
  private:
   using Limits = std::numeric_limits<T>;
   static constexpr T kLowest = Limits::has_infinity ? -Limits::infinity() : Limits::lowest();
   static constexpr T kHighest = Limits::has_infinity ? Limits::infinity() : Limits::max();
 
-  T lower_;
-  T upper_;
+  T lower_ = kLowest;
+  T upper_ = kHighest;
 };
 
 extern template class RangeInfo<int>;
