@@ -1,0 +1,228 @@
+// Filling a model: what is refused, and what a link sees of what was taken.
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <functional>
+
+#include "fixture.h"
+#include "kavo/link.h"
+
+extern "C" int countColumnsFromC(const trpRec* model);
+
+namespace kavo_test {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::HasSubstr;
+
+// Everything a link sees, as one comparable text.
+std::string picture(const trpRec* model) {
+  kavo_columns columns;
+  kavo_rows rows;
+  std::ostringstream text;
+  EXPECT_EQ(kavo_link_columns(model, &columns), KAVO_OK);
+  EXPECT_EQ(kavo_link_rows(model, &rows), KAVO_OK);
+  const auto name = [](const kavo_names& names, std::size_t i) {
+    return names.start ? names.text + names.start[i] : "";
+  };
+  for (std::size_t i = 0; i < columns.count; ++i) {
+    text << name(columns.names, i) << ':' << columns.lower[i] << ':' << columns.upper[i] << ':' << int(columns.type[i])
+         << '\n';
+  }
+  for (std::size_t i = 0; i < rows.count; ++i) {
+    text << name(rows.names, i) << ':' << rows.lower[i] << ':' << rows.upper[i];
+    for (std::size_t k = rows.start[i]; k < rows.start[i + 1]; ++k)
+      text << ' ' << rows.value[k] << '*' << rows.column[k];
+    text << '\n';
+  }
+  kavo_objective objective;
+  for (std::size_t i = 0; kavo_link_objective(model, i, &objective) == KAVO_OK; ++i) {
+    text << objective.name << ':' << objective.sense << ':' << objective.constant;
+    for (std::size_t k = 0; k < objective.terms; ++k) text << ' ' << objective.value[k] << '*' << objective.column[k];
+    text << '\n';
+  }
+  return text.str();
+}
+
+TEST(Build, LinkSeesWhatTheHostGave) {
+  Model model;
+  fillSmall(model);
+  EXPECT_EQ(picture(model),
+            "x:0:3:0\n:0:1e+20:2\n"
+            "c1:1:4 1*0 1*1\n:6:6 1*0 3*1\n"
+            "profit:1:0 3*0 2*1\n");
+  EXPECT_EQ(countColumnsFromC(model), 2);
+  std::size_t counts[4];
+  ASSERT_EQ(kavo_counts(model, counts, counts + 1, counts + 2, counts + 3), KAVO_OK);
+  EXPECT_THAT(counts, ElementsAre(2, 2, 4, 1));
+  const char* name = nullptr;
+  for (const auto& [kind, index, expected] : {std::tuple(KAVO_COLUMN, 0, "x"),
+                                              {KAVO_COLUMN, 1, "_svar[2]"},
+                                              {KAVO_ROW, 1, "_scon[2]"},
+                                              {KAVO_OBJECTIVE, 0, "profit"}}) {
+    ASSERT_EQ(kavo_name(model, kind, static_cast<std::size_t>(index), &name), KAVO_OK);
+    EXPECT_STREQ(name, expected);
+  }
+}
+
+TEST(Build, NullArraysStandForDefaults) {
+  Model model;
+  const std::size_t start[] = {0, 0};
+  ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_add_rows(model, 1, nullptr, nullptr, start, nullptr, nullptr, nullptr), KAVO_OK);
+  EXPECT_EQ(picture(model), ":0:1e+20:0\n:-1e+20:1e+20\n");
+}
+
+TEST(Build, TermsOfOneColumnAreSummed) {
+  Model model;
+  ASSERT_EQ(kavo_add_columns(model, 3, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
+  const std::size_t start[] = {0, 4, 6};
+  const int columns[] = {2, 0, 2, 0, 1, 0};
+  const double values[] = {1, 2, 4, 8, 16, 32};
+  ASSERT_EQ(kavo_add_rows(model, 2, nullptr, nullptr, start, columns, values, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_add_objective(model, KAVO_MINIMIZE, 7, 4, columns, values, nullptr), KAVO_OK);
+  EXPECT_THAT(picture(model), HasSubstr("1e+20 10*0 5*2\n:-1e+20:1e+20 16*1 32*0\n:0:7 10*0 5*2\n"));
+}
+
+TEST(Build, NamesMayComeLate) {
+  Model model;
+  const char* names[] = {"late"};
+  ASSERT_EQ(kavo_add_columns(model, 2, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, names), KAVO_OK);
+  ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
+  EXPECT_EQ(picture(model), ":0:1e+20:0\n:0:1e+20:0\nlate:0:1e+20:0\n:0:1e+20:0\n");
+}
+
+TEST(Build, StartsGrowWithTheModel) {
+  Model model;
+  fillSmall(model);
+  const double primal[] = {1, NAN}, dual[] = {5, 6};
+  ASSERT_EQ(kavo_set_start(model, primal, dual), KAVO_OK);
+  ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
+  const double *x = nullptr, *y = nullptr;
+  ASSERT_EQ(kavo_link_starts(model, &x, &y), KAVO_OK);
+  EXPECT_THAT(std::vector(x, x + 3), ElementsAre(1, testing::IsNan(), testing::IsNan()));
+  EXPECT_THAT(std::vector(y, y + 2), ElementsAre(5, 6));
+  ASSERT_EQ(kavo_set_start(model, nullptr, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_link_starts(model, &x, &y), KAVO_OK);
+  EXPECT_EQ(x, nullptr);
+}
+
+TEST(Build, LaterSuffixReplacesEarlier) {
+  Model model;
+  fillSmall(model);
+  const int both[] = {0, 1};
+  const double first[] = {1, 2}, second[] = {3};
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, "priority", 2, both, first), KAVO_OK);
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_ROW, "priority", 2, both, first), KAVO_OK);
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, "priority", 1, both + 1, second), KAVO_OK);
+  kavo_suffix suffix;
+  ASSERT_EQ(kavo_link_suffix(model, KAVO_COLUMN, "priority", &suffix), KAVO_OK);
+  ASSERT_EQ(suffix.count, 1u);
+  EXPECT_EQ(suffix.index[0], 1);
+  EXPECT_EQ(suffix.value[0], 3);
+  ASSERT_EQ(kavo_link_suffix(model, KAVO_OBJECTIVE, "priority", &suffix), KAVO_OK);
+  EXPECT_EQ(suffix.count, 0u);
+}
+
+struct BadCall {
+  const char* message;  // part of the error that is expected
+  std::function<int(trpRec*)> call;
+};
+
+TEST(Build, BadInputIsRefusedByNameAndChangesNothing) {
+  const double nan = NAN, inf = INFINITY, big = 1e20, one[] = {1, 1}, nans[] = {1, nan}, infs[] = {1, inf},
+               bigs[] = {1, -big};
+  const std::size_t start[] = {0, 2}, late[] = {1, 2}, down[] = {0, 2, 1};
+  const int columns[] = {0, 1}, beyond[] = {0, 2}, negative[] = {0, -1};
+  const char* names[] = {"a", "b"};
+  const unsigned char types[] = {0, 9};
+  const BadCall calls[] = {
+      {"the model is null", [&](trpRec*) { return kavo_add_columns(nullptr, 1, one, one, nullptr, nullptr); }},
+      {"column 3 (\"b\"): lower bound nan",
+       [&](trpRec* m) { return kavo_add_columns(m, 2, nans, nullptr, nullptr, names); }},
+      {"column 3: lower bound inf", [&](trpRec* m) { return kavo_add_columns(m, 2, infs, nullptr, nullptr, nullptr); }},
+      {"column 3: upper bound -1e+20",
+       [&](trpRec* m) { return kavo_add_columns(m, 2, nullptr, bigs, nullptr, nullptr); }},
+      {"column 3: there is no variable type 9",
+       [&](trpRec* m) { return kavo_add_columns(m, 2, nullptr, nullptr, types, nullptr); }},
+      {"2147483647",
+       [&](trpRec* m) { return kavo_add_columns(m, std::size_t{1} << 31, nullptr, nullptr, nullptr, nullptr); }},
+      {"row starts are null", [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, nullptr, columns, one, nullptr); }},
+      {"starts at term 1", [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, late, columns, one, nullptr); }},
+      {"decrease from 2 to 1 at row 1",
+       [&](trpRec* m) { return kavo_add_rows(m, 2, one, one, down, columns, one, nullptr); }},
+      {"values of the row terms",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, nullptr, nullptr); }},
+      {"row 2 (\"a\"): column 2 of term 1",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, beyond, one, names); }},
+      {"row 2: column -1 of term 1",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, negative, one, nullptr); }},
+      {"row 2: coefficient nan of column 1",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, nans, nullptr); }},
+      {"row 2: coefficient -1e+20 of column 1",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, bigs, nullptr); }},
+      {"row 2: lower bound nan",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, &nan, one, start, columns, one, nullptr); }},
+      {"objective 1 (\"o\"): coefficient inf",
+       [&](trpRec* m) { return kavo_add_objective(m, 0, 0, 2, columns, infs, "o"); }},
+      {"objective 1: the constant nan",
+       [&](trpRec* m) { return kavo_add_objective(m, 0, nan, 0, nullptr, nullptr, nullptr); }},
+      {"objective 1: the sense", [&](trpRec* m) { return kavo_add_objective(m, 2, 0, 0, nullptr, nullptr, nullptr); }},
+      {"objective number", [&](trpRec* m) { return kavo_set_objective_number(m, -1); }},
+      {"start value of column 1 is infinite", [&](trpRec* m) { return kavo_set_start(m, infs, nullptr); }},
+      {"no element 2", [&](trpRec* m) { return kavo_set_suffix(m, KAVO_ROW, "s", 2, beyond, one); }},
+      {"element 1 is NaN", [&](trpRec* m) { return kavo_set_suffix(m, KAVO_COLUMN, "s", 2, columns, nans); }},
+      {"no kind of element 7", [&](trpRec* m) { return kavo_set_suffix(m, 7, "s", 0, nullptr, nullptr); }},
+      {"option name is empty", [&](trpRec* m) { return kavo_set_option(m, "", "1", nullptr, 0); }},
+      {"empty model", [&](trpRec* m) { return kavo_read(m, "nosuch.nl"); }},
+      {"no link is open", [&](trpRec* m) { return kavo_solve(m); }},
+  };
+  Model model;
+  fillSmall(model);
+  const std::string before = picture(model);
+  for (const BadCall& bad : calls) {
+    EXPECT_EQ(bad.call(model), KAVO_INVALID) << bad.message;
+    EXPECT_THAT(kavo_last_error(), HasSubstr(bad.message));
+    EXPECT_EQ(picture(model), before) << bad.message;
+  }
+}
+
+TEST(Build, FailureInTheMidstOfManyElementsLeavesNoneOfThem) {
+  Model model;
+  const char* name = "first";
+  ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, &name), KAVO_OK);
+  const std::size_t count = 1000;
+  std::vector<std::size_t> start(count + 1);
+  std::vector<int> column(count, 0);
+  std::vector<double> value(count, 1);
+  std::vector<const char*> names(count, "row");
+  for (std::size_t i = 0; i <= count; ++i) start[i] = i;
+  column[900] = 1;
+  const std::string before = picture(model);
+  EXPECT_EQ(kavo_add_rows(model, count, nullptr, nullptr, start.data(), column.data(), value.data(), names.data()),
+            KAVO_INVALID);
+  EXPECT_EQ(picture(model), before);
+  column[900] = 0;
+  EXPECT_EQ(kavo_add_rows(model, count, nullptr, nullptr, start.data(), column.data(), value.data(), names.data()),
+            KAVO_OK);
+}
+
+TEST(Build, LaterSettingsAndSourcesArriveInOrder) {
+  Model model;
+  for (int i = 0; i < 50; ++i) {
+    ASSERT_EQ(kavo_set_option(model, "name", std::to_string(i).c_str(), i == 0 ? nullptr : "file", i), KAVO_OK);
+  }
+  const kavo_setting* settings = nullptr;
+  std::size_t count = 0;
+  ASSERT_EQ(kavo_link_settings(model, &settings, &count), KAVO_OK);
+  ASSERT_EQ(count, 50u);
+  EXPECT_STREQ(settings[0].source, "");
+  EXPECT_STREQ(settings[49].source, "file");
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(settings[i].value, std::to_string(i)) << settings[i].name;
+}
+
+}  // namespace
+}  // namespace kavo_test

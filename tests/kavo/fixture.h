@@ -1,0 +1,82 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "kavo/kavo.h"
+
+namespace kavo_test {
+
+// A handle that is freed with the test.
+class Model {
+ public:
+  Model() { EXPECT_EQ(kavo_create(&handle_), KAVO_OK); }
+  ~Model() { EXPECT_EQ(kavo_free(&handle_), KAVO_OK); }
+  Model(const Model&) = delete;
+  Model& operator=(const Model&) = delete;
+  operator trpRec*() const { return handle_; }
+
+ private:
+  trpRec* handle_ = nullptr;
+};
+
+// max 3x + 2y, 1 <= x + y <= 4 named "c1", x + 3y = 6, 0 <= x <= 3 named "x", y in {0, 1, ...} without name.
+inline void fillSmall(trpRec* model) {
+  const double lower[] = {0, 0}, upper[] = {3, 1e20}, costs[] = {3, 2}, sides[] = {1, 6, 4, 6}, values[] = {1, 1, 1, 3};
+  const unsigned char type[] = {KAVO_CONTINUOUS, KAVO_INTEGER};
+  const char *names[] = {"x", nullptr}, *rowNames[] = {"c1", ""};
+  const std::size_t start[] = {0, 2, 4};
+  const int columns[] = {0, 1, 0, 1};
+  ASSERT_EQ(kavo_add_columns(model, 2, lower, upper, type, names), KAVO_OK) << kavo_last_error();
+  ASSERT_EQ(kavo_add_rows(model, 2, sides, sides + 2, start, columns, values, rowNames), KAVO_OK) << kavo_last_error();
+  ASSERT_EQ(kavo_add_objective(model, KAVO_MAXIMIZE, 0, 2, columns, costs, "profit"), KAVO_OK) << kavo_last_error();
+}
+
+using Settings = std::vector<std::pair<std::string, std::string>>;
+
+// Solves through the fake link (tests/fake_link), which answers what the settings say.
+inline int solveFake(trpRec* model, const Settings& settings) {
+  for (const auto& [name, value] : settings)
+    EXPECT_EQ(kavo_set_option(model, name.c_str(), value.c_str(), "test", 1), KAVO_OK);
+  EXPECT_EQ(kavo_open_link(model, FAKE_LINK), KAVO_OK) << kavo_last_error();
+  const int status = kavo_solve(model);
+  EXPECT_EQ(kavo_close_link(model), KAVO_OK);
+  return status;
+}
+
+// A folder of its own that goes with the test.
+class Folder {
+ public:
+  Folder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "kavo-test-XXXXXX").string();
+    path_ = mkdtemp(pattern.data());
+  }
+  ~Folder() { std::filesystem::remove_all(path_); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+  std::size_t files() const {
+    return static_cast<std::size_t>(
+        std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+inline std::string contentOf(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+inline void writeTo(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+}  // namespace kavo_test
