@@ -18,7 +18,7 @@ class Symbol {
  public:
   using Kind = SymbolKind;
 
-  Symbol() : payload_(std::in_place_index<1>, T()) {}
+  Symbol() : Symbol(std::in_place_index<1>, T()) {}
 
   static Symbol ofVariable(unsigned long long space, int position) { return make<0>(Variable{space, position}); }
   static Symbol ofConstant(T value) { return make<1>(value); }
@@ -56,11 +56,12 @@ class Symbol {
   using Payload = std::variant<Variable, T, std::shared_ptr<const Vector<T>>, LinearFunction<T>, Call<T>,
                                std::shared_ptr<const Expression<T>>, Part>;
 
-  explicit Symbol(Payload payload) : payload_(std::move(payload)) {}
+  template <std::size_t kIndex, class V>
+  Symbol(std::in_place_index_t<kIndex> index, V&& value) : payload_(index, std::forward<V>(value)) {}
 
   template <std::size_t kIndex, class V>
   static Symbol make(V&& value) {
-    return Symbol(Payload(std::in_place_index<kIndex>, std::forward<V>(value)));
+    return Symbol(std::in_place_index<kIndex>, std::forward<V>(value));
   }
 
   template <std::size_t kIndex>
