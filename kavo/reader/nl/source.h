@@ -74,8 +74,11 @@ class TextSource : public Source {
       : Source(file, text, position, false) {}
 
   bool atEnd() {
-    while (place_ != end_ && (isBlank(*place_) || *place_ == '\n' || *place_ == '#')) endLine();
-    token_ = place_;
+    skipBlanks();
+    while (place_ != end_ && (*place_ == '\n' || *place_ == '#')) {
+      endLine();
+      skipBlanks();
+    }
     return place_ == end_;
   }
 
