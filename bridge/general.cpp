@@ -15,20 +15,6 @@ void add(Model& m, const char* method, Args&&... args) {
   m.elements(Kind::kGenConstr).append(m.object().attr(method)(std::forward<Args>(args)...));
 }
 
-/// gurobipy takes the letters L, G and E for rows, but not here.
-char signOf(char sense) {
-  switch (sense) {
-    case 'L':
-      return grb::sense::kLessEqual;
-    case 'G':
-      return grb::sense::kGreaterEqual;
-    case 'E':
-      return grb::sense::kEqual;
-    default:
-      return sense;
-  }
-}
-
 /// The data of an expression tree: gurobipy wants the variable itself where C has its index.
 py::list nodeData(Model& m, int count, const int* opcode, const double* data) {
   py::list list = doubleList(count, data);
@@ -85,7 +71,7 @@ int GRBaddgenconstrIndicator(GRBmodel* model, const char* name, int binvar, int 
                              const double* vals, char sense, double rhs) {
   return onAdd(model, [&](Model& m) {
     const py::object row = gurobipy().linear(doubleList(nvars, vals), m.vars().pick(nvars, vars));
-    add(m, "addGenConstrIndicator", m.vars().at(binvar), binval, row, letter(signOf(sense)), rhs, text(name));
+    add(m, "addGenConstrIndicator", m.vars().at(binvar), binval, row, senseOf(sense), rhs, text(name));
   });
 }
 

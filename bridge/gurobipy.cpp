@@ -21,9 +21,13 @@ const std::string& none() {
   return *kNone;
 }
 
-std::string advice() {
-  return fmt::format("Run in that Python: pip install gurobipy=={}.{}.{} (or name another Python by GRBLINK_PYTHON)",
-                     grb::kVersionMajor, grb::kVersionMinor, grb::kVersionTechnical);
+std::string unusable(const std::string& reason) {
+  const Interpreter& python = startInterpreter();
+  const std::string others = python.passedOver.empty() ? "" : fmt::format(", nor is it in {}", python.passedOver);
+  return fmt::format(
+      "gurobipy cannot be used by Python {}: {}{}. Run in that Python: pip install gurobipy=={}.{}.{} "
+      "(or name another Python by GRBLINK_PYTHON)",
+      python.executable, reason, others, grb::kVersionMajor, grb::kVersionMinor, grb::kVersionTechnical);
 }
 
 /// Some of what the C functions need has no public name in gurobipy. A package without it is refused as a whole: better
@@ -57,15 +61,14 @@ std::string tryImport() {
   try {
     const Gurobipy* package = import();
     if (package->major != grb::kVersionMajor || package->minor != grb::kVersionMinor)
-      return fmt::format("gurobipy {}.{}.{} in Python {} is not the version that this library serves. {}",
-                         package->major, package->minor, package->technical, interpreterName(), advice());
+      return unusable(fmt::format("its version {}.{}.{} is not the one that this library serves", package->major,
+                                  package->minor, package->technical));
     loaded.store(package);
     return {};
   } catch (py::error_already_set& e) {
-    return fmt::format("gurobipy cannot be loaded by Python {}: {}. {}", interpreterName(),
-                       py::str(e.value()).cast<std::string>(), advice());
+    return unusable(py::str(e.value()).cast<std::string>());
   } catch (const std::exception& e) {
-    return fmt::format("gurobipy in Python {} cannot be used: {}. {}", interpreterName(), e.what(), advice());
+    return unusable(e.what());
   }
 }
 
@@ -73,7 +76,7 @@ std::string tryImport() {
 
 const std::string& loadGurobipy() {
   if (loaded.load() != nullptr) return none();
-  if (const std::string& failure = startInterpreter(); !failure.empty()) return failure;
+  if (const Interpreter& python = startInterpreter(); !python.failure.empty()) return python.failure;
   const Gil gil;  // Guards the rest. No mutex: the import lets go of this lock in the middle.
   static std::string* failure = nullptr;
   if (loaded.load() != nullptr) return none();

@@ -12,17 +12,6 @@
 namespace bridge {
 namespace {
 
-struct State {
-  std::once_flag once;
-  std::string name;
-  std::string failure;
-};
-
-State& state() {
-  static State* const kState = new State;  // Never destroyed: calls may come during the exit of the process.
-  return *kState;
-}
-
 /// Makes the symbols of libpython visible to extension modules. A host that loads this library with RTLD_LOCAL keeps
 /// libpython local as well, and each extension module would then fail on its first undefined symbol.
 void promoteLibpython() {
@@ -55,17 +44,14 @@ PyStatus initialise(const std::string& executable) {
   return status;
 }
 
-void start(State& s) {
+void start(Interpreter& s) {
   if (Py_IsInitialized() != 0) {
-    s.name = "of this process";
+    s.executable = "of this process";
     return;
   }
   const PythonChoice choice = choosePython();
-  s.name = choice.executable;
-  if (!choice.failure.empty()) {
-    s.failure = choice.failure;
-    return;
-  }
+  s = {choice.failure, choice.executable, choice.passedOver};
+  if (!s.failure.empty()) return;
   promoteLibpython();
   PyStatus status = preinitialise();
   if (PyStatus_Exception(status) == 0) status = initialise(choice.executable);
@@ -73,14 +59,15 @@ void start(State& s) {
     s.failure = fmt::format(
         "Python {} cannot be started: {}. Name another Python {}.{} by GRBLINK_PYTHON and run in "
         "it: pip install gurobipy",
-        s.name, status.err_msg == nullptr ? "no reason given" : status.err_msg, PY_MAJOR_VERSION, PY_MINOR_VERSION);
+        s.executable, status.err_msg == nullptr ? "no reason given" : status.err_msg, PY_MAJOR_VERSION,
+        PY_MINOR_VERSION);
     return;
   }
   PyEval_SaveThread();  // The lock is taken anew by each call, on whichever thread it comes.
 }
 
 /// The running interpreter may be the host's and of another version than the headers this library was built with.
-void checkVersion(State& s) {
+void checkVersion(Interpreter& s) {
   const std::string_view running = Py_GetVersion();
   const std::string built = fmt::format("{}.{}.", PY_MAJOR_VERSION, PY_MINOR_VERSION);
   if (running.substr(0, built.size()) != built)
@@ -90,15 +77,14 @@ void checkVersion(State& s) {
 
 }  // namespace
 
-const std::string& startInterpreter() {
-  State& s = state();
-  std::call_once(s.once, [&s] {
-    start(s);
-    if (s.failure.empty()) checkVersion(s);
+const Interpreter& startInterpreter() {
+  static std::once_flag once;
+  static auto* const kInterpreter = new Interpreter;  // never destroyed: calls may come while the process exits
+  std::call_once(once, [] {
+    start(*kInterpreter);
+    if (kInterpreter->failure.empty()) checkVersion(*kInterpreter);
   });
-  return s.failure;
+  return *kInterpreter;
 }
-
-const std::string& interpreterName() { return state().name; }
 
 }  // namespace bridge

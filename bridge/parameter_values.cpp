@@ -51,7 +51,13 @@ int GRBsetintparam(GRBenv* env, const char* name, int value) {
 }
 
 int GRBsetdblparam(GRBenv* env, const char* name, double value) {
-  return onEnv(env, [&](Env& e) { setParam(e, name, ParamType::kDouble, py::float_(value)); });
+  return onEnv(env, [&](Env& e) {
+    // The library ignores what is not a number; gurobipy would put an infinity in its place.
+    if (std::isnan(value))
+      requireParam(e, name, ParamType::kDouble);
+    else
+      setParam(e, name, ParamType::kDouble, py::float_(value));
+  });
 }
 
 int GRBsetstrparam(GRBenv* env, const char* name, const char* value) {

@@ -1,7 +1,6 @@
 // Infeasibility analysis, relaxation, fixing and tuning.
 #include <pybind11/pybind11.h>
 
-#include <optional>
 #include <vector>
 
 #include "bridge/call.h"
@@ -72,11 +71,13 @@ int GRBtunemodel(GRBmodel* model) {
 int GRBtunemodels(GRBenv* env, int nummodels, GRBmodel** tuned) {
   return onEnv(env, [&](Env& e) {
     py::list objects;
+    std::vector<std::shared_ptr<Model>> held;
     for (int i = 0; i < nummodels; ++i) {
-      const std::shared_ptr<Model> model = models().find(tuned[i]);
-      if (model == nullptr) throw Failure(grb::error::kNullArgument, "One of the models is NULL or was freed");
-      objects.append(model->object());
+      held.push_back(models().find(tuned[i]));
+      if (held.back() == nullptr) throw Failure(grb::error::kNullArgument, "One of the models is NULL or was freed");
+      objects.append(held.back()->object());
     }
+    const LogScope toFirst(held.empty() ? nullptr : held.front().get());  // the base environment has no callback
     e.object().attr("tuneModels")(objects);
   });
 }

@@ -37,18 +37,21 @@ std::string variable(const char* name) {
 PythonChoice choosePython() {
   if (const std::string wanted = variable("GRBLINK_PYTHON"); !wanted.empty()) {
     const fs::path executable = executableOf(wanted);
-    if (!executable.empty()) return {executable.string(), {}};
+    if (!executable.empty()) return {executable.string(), {}, {}};
     return {{},
             fmt::format("GRBLINK_PYTHON is '{}', which is neither a Python executable nor a virtual environment. Name "
                         "a Python {}.{} in which you ran: pip install gurobipy",
-                        wanted, PY_MAJOR_VERSION, PY_MINOR_VERSION)};
+                        wanted, PY_MAJOR_VERSION, PY_MINOR_VERSION),
+            {}};
   }
+  std::string passedOver;
   for (const std::string& candidate : {variable("VIRTUAL_ENV"), std::string{GRBLINK_DEFAULT_PYTHON}}) {
     if (candidate.empty()) continue;
     const fs::path executable = executableOf(candidate);
-    if (!executable.empty() && hasGurobipy(executable)) return {executable.string(), {}};
+    if (!executable.empty() && hasGurobipy(executable)) return {executable.string(), {}, {}};
+    passedOver += (passedOver.empty() ? "" : ", ") + candidate;
   }
-  return {GRBLINK_BASE_PYTHON, {}};
+  return {GRBLINK_BASE_PYTHON, {}, passedOver};
 }
 
 }  // namespace bridge

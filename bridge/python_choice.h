@@ -9,6 +9,7 @@ namespace bridge {
 struct PythonChoice {
   std::string executable;  ///< empty when `failure` is set
   std::string failure;
+  std::string passedOver;  ///< places that were preferred but have no gurobipy, separated by commas; for messages
 };
 
 /// The first of

@@ -64,7 +64,7 @@ int GRBaddqconstr(GRBmodel* model, int numlnz, int* lind, double* lval, int numq
     const py::object linear = gurobipy().linear(doubleList(numlnz, lval), m.vars().pick(numlnz, lind));
     const py::object row = gurobipy().quadratic(linear);
     addTerms(m, row, {numqnz, qrow, qcol, qval});
-    m.elements(Kind::kQConstr).append(m.object().attr("addQConstr")(row, letter(sense), rhs, text(name)));
+    m.elements(Kind::kQConstr).append(m.object().attr("addQConstr")(row, senseOf(sense), rhs, text(name)));
   });
 }
 

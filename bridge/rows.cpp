@@ -13,7 +13,7 @@ extern "C" {
 int GRBaddconstr(GRBmodel* model, int numnz, int* cind, double* cval, char sense, double rhs, const char* name) {
   return onAdd(model, [&](Model& m) {
     const py::object row = gurobipy().linear(doubleList(numnz, cval), m.vars().pick(numnz, cind));
-    m.constrs().append(m.methods().addLConstr(row, letter(sense), rhs, text(name)));
+    m.constrs().append(m.methods().addLConstr(row, senseOf(sense), rhs, text(name)));
   });
 }
 

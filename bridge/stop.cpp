@@ -56,17 +56,18 @@ void waitShortly(sem_t& wake) {
 
 }  // namespace
 
-StopWatch::StopWatch(Model& model) : model_(model) {
+StopWatch::StopWatch(Model& model) : model_(model), outermost_(!model.handle()->solving.exchange(true)) {
+  if (!outermost_) return;
   GRBmodel& handle = *model_.handle();
   while (sem_trywait(&handle.wake) == 0) {  // wakes left over from an earlier solve
   }
   handle.stop = false;
-  handle.solving = true;
   const WithoutSignals blocked;  // signals stay with the host's own threads
   thread_ = std::thread([this] { watch(); });
 }
 
 StopWatch::~StopWatch() {
+  if (!outermost_) return;
   GRBmodel& handle = *model_.handle();
   handle.solving = false;
   done_ = true;

@@ -27,6 +27,7 @@ class StopWatch {
   void watch();
 
   Model& model_;
+  const bool outermost_;  ///< false when the model is being solved already; gurobipy then refuses the call
   std::atomic<bool> done_{false};
   std::thread thread_;
 };

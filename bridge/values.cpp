@@ -1,7 +1,10 @@
 #include "bridge/values.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <cstring>
+#include <string_view>
 
 #include "bridge/failure.h"
 #include "grb/gurobi/constants.h"
@@ -59,6 +62,15 @@ py::object text(const char* value) { return decode(value, latin1); }
 py::object path(const char* value) { return decode(value, PyBytes_FromStringAndSize); }
 
 py::object letter(char value) { return py::reinterpret_steal<py::object>(makeLetter(value)); }
+
+py::object senseOf(char value) {
+  constexpr std::string_view kLetters = "LGE";
+  constexpr std::string_view kSigns = "<>=";
+  if (const std::size_t place = kLetters.find(value); place != kLetters.npos) return letter(kSigns[place]);
+  if (kSigns.find(value) == kSigns.npos)
+    throw Failure(grb::error::kInvalidArgument, fmt::format("Invalid constraint sense: '{}'", value));
+  return letter(value);
+}
 
 double number(double value) { return std::isinf(value) ? std::copysign(grb::kInfinity, value) : value; }
 

@@ -25,6 +25,10 @@ pybind11::object path(const char* value);
 /// One character as a string.
 pybind11::object letter(char value);
 
+/// The sense of a row as gurobipy takes it everywhere: L, G and E become signs. Throws Failure 10003 for any other
+/// character, in the library's words, since gurobipy has words of its own for each kind of row.
+pybind11::object senseOf(char value);
+
 /// A number as the C interface writes it: gurobipy turns +-1e100 into infinities, and this turns them back.
 double number(double value);
 double number(pybind11::handle value);
