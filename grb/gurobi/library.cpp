@@ -29,7 +29,7 @@ std::string openFailure(const std::string& path) {
   const char* text = dlerror();
   const std::string_view reason = text != nullptr ? text : "unknown error";
   const std::string prefix = path + ": ";
-  return std::string(reason.substr(0, prefix.size()) == prefix ? reason.substr(prefix.size()) : reason);
+  return std::string(reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason);
 }
 
 // The address of a function as a pointer of its type. The platform promises that the two look alike.

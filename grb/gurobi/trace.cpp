@@ -154,7 +154,7 @@ std::shared_ptr<const Library> traceCalls(std::shared_ptr<const Library> inner, 
   const Library& library = *inner;
   std::shared_ptr<Trace> trace = living.lock();
   if (!trace) {
-    File opened = openFile(file, files.count(file) != 0);
+    File opened = openFile(file, files.contains(file));
     files.insert(file);
     trace = std::make_shared<Trace>(inner, std::move(opened));
     living = trace;

@@ -84,8 +84,8 @@ std::optional<std::string> findText(const State& state, const GRBmodel& model, c
 bool isAvailable(const State& state, const GRBmodel& model, const std::string& name) {
   if (const auto said = lookUp(state.available, name)) return *said;
   if (attrKind(name) == Kind::kModel) return findNumber(state, model, name) || findText(state, model, name);
-  const bool stored = state.scripted.elementNumbers.count(name) != 0 || model.values.elementNumbers.count(name) != 0;
-  return stored || kElementDefaults.count(name) != 0 || findText(state, model, name, 0).has_value();
+  const bool stored = state.scripted.elementNumbers.contains(name) || model.values.elementNumbers.contains(name);
+  return stored || kElementDefaults.contains(name) || findText(state, model, name, 0).has_value();
 }
 
 }  // namespace gurobi_double

@@ -38,7 +38,7 @@ std::vector<std::string> GurobiDouble::calls() const {
   const std::lock_guard lock(mutex_);
   std::vector<std::string> result;
   for (const Call& call : calls_) {
-    if (hidden_.count(call.function) == 0) result.push_back(call.text);
+    if (!hidden_.contains(call.function)) result.push_back(call.text);
   }
   return result;
 }
@@ -111,7 +111,7 @@ void GurobiDouble::scriptAvailable(const std::string& name, bool isAvailable) {
 
 void GurobiDouble::defineParam(ParamDefinition definition) {
   const std::string key = lower(definition.name.c_str());
-  if (state_.params.count(key) == 0) state_.paramOrder.push_back(key);
+  if (!state_.params.contains(key)) state_.paramOrder.push_back(key);
   state_.params[key] = std::move(definition);
 }
 

@@ -27,13 +27,9 @@ Sink& sink() {
   return instance;
 }
 
-constexpr bool startsWith(std::string_view text, std::string_view start) {
-  return text.substr(0, start.size()) == start;
-}
-
 constexpr bool isChange(Fn function) {
   const std::string_view name = grb::fnName(function);
-  return startsWith(name, "GRBadd") || startsWith(name, "GRBset") || startsWith(name, "GRBXchg");
+  return name.starts_with("GRBadd") || name.starts_with("GRBset") || name.starts_with("GRBXchg");
 }
 
 template <typename T>

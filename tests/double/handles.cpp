@@ -29,11 +29,11 @@ std::string lower(const char* name) {
 }
 
 Kind attrKind(const std::string& name) {
-  if (kVarNames.count(name) != 0) return Kind::kVar;
-  if (kRowNames.count(name) != 0) return Kind::kRow;
-  if (kQRowNames.count(name) != 0) return Kind::kQRow;
-  if (kSosNames.count(name) != 0) return Kind::kSos;
-  return kGenNames.count(name) != 0 ? Kind::kGen : Kind::kModel;
+  if (kVarNames.contains(name)) return Kind::kVar;
+  if (kRowNames.contains(name)) return Kind::kRow;
+  if (kQRowNames.contains(name)) return Kind::kQRow;
+  if (kSosNames.contains(name)) return Kind::kSos;
+  return kGenNames.contains(name) ? Kind::kGen : Kind::kModel;
 }
 
 void AttrValues::merge(const AttrValues& newer) {

@@ -7,6 +7,7 @@
 
 namespace grb {
 
+// The test framework finds it by this name.  NOLINTNEXTLINE(readability-identifier-naming)
 void PrintTo(const Rule& rule, std::ostream* out) { *out << rule.call; }
 
 namespace {
@@ -14,44 +15,44 @@ namespace {
 class ModelRules : public ::testing::TestWithParam<Rule> {
  protected:
   ModelRules() {
-    started.gurobi->defineParam({"Threads", 0, 0, 1024});
-    started.gurobi->scriptAttr("TuneResultCount", 1);
+    started_.gurobi->defineParam({"Threads", 0, 0, 1024});
+    started_.gurobi->scriptAttr("TuneResultCount", 1);
   }
 
-  StartedModel started;
-  GurobiModel& model = started.model;
+  StartedModel started_;
+  GurobiModel& model_ = started_.model;
 };
 
 TEST_P(ModelRules, MakesTheOneCallAndMarksOnlyWhatChanges) {
-  GetParam().run(model);
-  EXPECT_EQ(started.gurobi->takeCalls(), std::vector{GetParam().call});
-  EXPECT_EQ(model.dirty(), GetParam().update == Update::kMarks);
-  EXPECT_FALSE(model.running());
+  GetParam().run(model_);
+  EXPECT_EQ(started_.gurobi->takeCalls(), std::vector{GetParam().call});
+  EXPECT_EQ(model_.dirty(), GetParam().update == Update::kMarks);
+  EXPECT_FALSE(model_.running());
 }
 
 TEST_P(ModelRules, UpdatesAPendingModelOnlyBeforeAScalarRead) {
-  model.setDblAttr("ObjCon", 1);
-  started.gurobi->takeCalls();
+  model_.setDblAttr("ObjCon", 1);
+  started_.gurobi->takeCalls();
   // A conversion with queued changes is Gurobi's to refuse: the caller sees to the update.
   if (GetParam().function() == Fn::GRBconverttofixed) {
-    EXPECT_THROW(GetParam().run(model), GurobiException);
+    EXPECT_THROW(GetParam().run(model_), GurobiException);
   } else {
-    GetParam().run(model);
+    GetParam().run(model_);
   }
   std::vector<std::string> expected{GetParam().call};
   if (GetParam().update == Update::kFirst) expected.insert(expected.begin(), "GRBupdatemodel(m1)");
-  EXPECT_EQ(started.gurobi->takeCalls(), expected);
-  EXPECT_EQ(model.dirty(), GetParam().update == Update::kMarks || GetParam().update == Update::kNone);
+  EXPECT_EQ(started_.gurobi->takeCalls(), expected);
+  EXPECT_EQ(model_.dirty(), GetParam().update == Update::kMarks || GetParam().update == Update::kNone);
 }
 
 TEST_P(ModelRules, ThrowsForACodeOnlyWhereItIsChecked) {
-  started.gurobi->failCall(GetParam().function(), 10003, "told by Gurobi");
+  started_.gurobi->failCall(GetParam().function(), 10003, "told by Gurobi");
   if (GetParam().checked == Checked::kNo) {
-    EXPECT_NO_THROW(GetParam().run(model));
+    EXPECT_NO_THROW(GetParam().run(model_));
     return;
   }
   try {
-    GetParam().run(model);
+    GetParam().run(model_);
     FAIL() << "no exception";
   } catch (const GurobiException& error) {
     EXPECT_EQ(error.tag(), "Gurobi");
@@ -62,17 +63,17 @@ TEST_P(ModelRules, ThrowsForACodeOnlyWhereItIsChecked) {
     EXPECT_EQ(error.location().line(), 164U);
     EXPECT_EQ(error.location().column(), 34U);
   }
-  EXPECT_FALSE(started.gurobi->failurePending());
+  EXPECT_FALSE(started_.gurobi->failurePending());
 }
 
 TEST_P(ModelRules, NeedsAModelUnlessItIsAboutParameters) {
-  GurobiModel unstarted(model.env());
-  started.gurobi->takeCalls();
+  GurobiModel unstarted(model_.env());
+  started_.gurobi->takeCalls();
   const std::string onModel = GetParam().call.find("m1.env") == std::string::npos ? "m1" : "m1.env";
   if (onModel == "m1.env") {
     GetParam().run(unstarted);
     std::string expected = GetParam().call;
-    EXPECT_EQ(started.gurobi->takeCalls(), std::vector{expected.replace(expected.find(onModel), 6, "e1")});
+    EXPECT_EQ(started_.gurobi->takeCalls(), std::vector{expected.replace(expected.find(onModel), 6, "e1")});
     return;
   }
   try {
@@ -85,7 +86,7 @@ TEST_P(ModelRules, NeedsAModelUnlessItIsAboutParameters) {
     EXPECT_EQ(error.location().line(), 150U);
     EXPECT_EQ(error.location().column(), 29U);
   }
-  EXPECT_TRUE(started.gurobi->takeCalls().empty());
+  EXPECT_TRUE(started_.gurobi->takeCalls().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ModelRules, ::testing::ValuesIn(allRules()), [](const auto& rule) {

@@ -13,16 +13,16 @@ using ::testing::HasSubstr;
 
 class Native : public ::testing::Test {
  protected:
-  std::shared_ptr<const Library> library = Library::open(nativeGurobi());
+  std::shared_ptr<const Library> library_ = Library::open(nativeGurobi());
 };
 
 TEST_F(Native, VersionAndPlatform) {
-  EXPECT_THAT(library->text(), HasSubstr("Gurobi 13.0."));
-  EXPECT_STREQ(library->api().GRBplatform(), "linux64");
+  EXPECT_THAT(library_->text(), HasSubstr("Gurobi 13.0."));
+  EXPECT_STREQ(library_->api().GRBplatform(), "linux64");
 }
 
 TEST_F(Native, ParametersOfAnUnstartedEnvironment) {
-  GurobiModel model(library);
+  GurobiModel model(library_);
   EXPECT_EQ(model.getIntParam("LogToConsole"), 0);
   const ParamInfo<double> limit = model.getDblParamInfo("TimeLimit");
   EXPECT_EQ(limit.minimum, 0);
@@ -45,10 +45,10 @@ TEST_F(Native, ParametersOfAnUnstartedEnvironment) {
 
 TEST_F(Native, ParameterFiles) {
   const std::string file = ::testing::TempDir() + "native.prm";
-  GurobiModel writer(library);
+  GurobiModel writer(library_);
   writer.setDblParam("MIPGap", 0.0125);
   writer.writeParams(file.c_str());
-  GurobiModel reader(library);
+  GurobiModel reader(library_);
   reader.readParams(file.c_str());
   EXPECT_EQ(reader.getDblParam("MIPGap"), 0.0125);
 }
@@ -74,7 +74,7 @@ TEST_F(Native, ErrorsCarryGurobisText) {
        "Unable to read parameter file /no/such/file.prm", "GRBreadparams"},
   };
   for (const Case& c : cases) {
-    GurobiModel model(library);  // a new one each: Gurobi does not always replace the text of an earlier failure
+    GurobiModel model(library_);  // a new one each: Gurobi does not always replace the text of an earlier failure
     try {
       c.run(model);
       FAIL() << "no exception: " << c.text;
@@ -87,9 +87,9 @@ TEST_F(Native, ErrorsCarryGurobisText) {
 }
 
 TEST_F(Native, NoModelWithoutALicence) {
-  const GurobiEnv env(library);
+  const GurobiEnv env(library_);
   GRBmodel* made = nullptr;
-  const int code = library->api().GRBnewmodel(env.env(), &made, "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
+  const int code = library_->api().GRBnewmodel(env.env(), &made, "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
   EXPECT_EQ(made, nullptr);
   try {
     env.check(code, "GRBnewmodel");
@@ -102,7 +102,7 @@ TEST_F(Native, NoModelWithoutALicence) {
 
 TEST_F(Native, OtherVersionsGetNoEnvironment) {
   // Gurobi writes a line of its own on the standard output here.
-  const Api& api = library->api();
+  const Api& api = library_->api();
   for (const auto& [major, minor] : {std::pair{12, 0}, std::pair{13, 1}}) {
     GRBenv* env = nullptr;
     EXPECT_EQ(api.GRBemptyenvinternal(&env, major, minor, 0), error::kInvalidArgument);

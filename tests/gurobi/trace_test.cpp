@@ -75,14 +75,15 @@ TEST(Trace, SecretsReachGurobiButNotTheFile) {
 TEST(Trace, LinesOfThreadsStayWholeAndAreNumberedOnce) {
   const std::string file = traceFile("threads");
   const auto gurobi = gurobi_double::GurobiDouble::make();
-  constexpr int kThreads = 4;
-  constexpr int kCalls = 500;
+  constexpr std::size_t kThreads = 4;
+  constexpr std::size_t kCalls = 500;
   {
     const auto library = traceCalls(gurobi->library(), file);
     std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
+    threads.reserve(kThreads);
+    for (std::size_t t = 0; t < kThreads; ++t) {
       threads.emplace_back([&] {
-        for (int i = 0; i < kCalls; ++i) library->api().GRBisgpusupported(nullptr);
+        for (std::size_t i = 0; i < kCalls; ++i) library->api().GRBisgpusupported(nullptr);
       });
     }
     for (std::thread& thread : threads) thread.join();
@@ -91,7 +92,7 @@ TEST(Trace, LinesOfThreadsStayWholeAndAreNumberedOnce) {
   std::ifstream input(file);
   std::set<std::string> numbers;
   for (std::string line; std::getline(input, line);) numbers.insert(line.substr(0, line.find(' ')));
-  EXPECT_EQ(numbers.size(), static_cast<std::size_t>(kThreads * kCalls));
+  EXPECT_EQ(numbers.size(), kThreads * kCalls);
 }
 
 TEST(Trace, LibrariesOfOneProcessShareTheFile) {
