@@ -1,12 +1,8 @@
 #include "bridge/attribute_access.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <vector>
 
-#include "bridge/failure.h"
-#include "grb/gurobi/constants.h"
 
 namespace py = pybind11;
 
@@ -14,18 +10,14 @@ namespace bridge {
 
 py::list readAttribute(Model& model, const char* name, const py::list& elements) {
   if (elements.empty()) return elements;
-  try {
-    return model.methods().getAttr(text(name), elements);
-  } catch (const py::error_already_set&) {
-    const Failure failure = currentFailure();
-    if (failure.code() != grb::error::kDataNotAvailable) throw failure;
-    // gurobipy keeps the text of an earlier failure in this case, which may name another attribute.
-    throw Failure(failure.code(), fmt::format("Unable to retrieve attribute '{}'", name));
-  }
+  const py::object key = text(name);
+  return withFreshText(model, [&] { return model.methods().getAttr(key, elements); });
 }
 
 void writeAttribute(Model& model, const char* name, const py::list& elements, const py::list& values) {
-  if (!elements.empty()) model.methods().setAttr(text(name), elements, values);
+  if (elements.empty()) return;
+  const py::object key = text(name);
+  withFreshText(model, [&] { return model.methods().setAttr(key, elements, values); });
 }
 
 namespace {

@@ -11,7 +11,20 @@
 
 namespace bridge {
 
-/// The attribute's values of `elements` as a list of the same length. Failures tell the attribute's own name.
+/// Runs `call`, which uses attributes of `model`, and once more when it fails: gurobipy tells most failures of attributes
+/// by the library's text alone, and the library keeps the text of an earlier failure through some of them. The second
+/// failure has its own text.
+template <class Call>
+auto withFreshText(Model& model, Call&& call) {
+  try {
+    return call();
+  } catch (const pybind11::error_already_set&) {
+    model.count("NumVars");  // any successful call empties the text
+    return call();
+  }
+}
+
+/// The attribute's values of `elements` as a list of the same length.
 pybind11::list readAttribute(Model& model, const char* name, const pybind11::list& elements);
 
 void writeAttribute(Model& model, const char* name, const pybind11::list& elements, const pybind11::list& values);

@@ -1,6 +1,4 @@
 // Attributes of the whole model.
-#include <fmt/format.h>
-
 #include "bridge/attribute_access.h"
 #include "bridge/call.h"
 #include "bridge/exports.h"
@@ -12,12 +10,12 @@ namespace {
 
 py::object get(Model& m, const char* name, Type type) {
   requireModelAttribute(m, name, type);
-  return m.methods().getAttr(text(name));
+  return withFreshText(m, [&] { return m.methods().getAttr(text(name)); });
 }
 
 void set(Model& m, const char* name, Type type, const py::object& value) {
   requireModelAttribute(m, name, type);
-  m.methods().setAttr(text(name), value);
+  withFreshText(m, [&] { return m.methods().setAttr(text(name), value); });
 }
 
 /// Whether one element's value can be read. With no element there is nothing that could be missing from a writable

@@ -37,6 +37,7 @@ constexpr KnownText kAttributeTexts[] = {
     {"No solution available", error::kDataNotAvailable},
     {"out of range for attribute", error::kIndexOutOfRange},
     {"It isn't a multi-objective model", error::kValueOutOfRange},
+    {"It isn't a multi-scenario model", error::kValueOutOfRange},
     {"Value of parameter ObjNumber", error::kValueOutOfRange},
     {"Out of range for parameter value", error::kValueOutOfRange},
     {"has no attribute", error::kUnknownAttribute},
