@@ -15,7 +15,7 @@ std::int32_t grbCreate(brel::Link** slot, char* message, std::int32_t length) {
     return 0;
   } catch (const std::exception& failure) {
     // Hosts know that a full buffer has no terminating zero.
-    if (length > 0) std::strncpy(message, failure.what(), static_cast<std::size_t>(length));
+    if (message != nullptr && length > 0) std::strncpy(message, failure.what(), static_cast<std::size_t>(length));
     return 1;
   }
 }

@@ -48,11 +48,11 @@ tav::attr::BaseItem ModelAttributes::get(std::string_view name) const {
   if (!model) return empty();
   const std::string parameter(name);
   const auto info = infoOf(*model, parameter);
-  switch (typeOf(*model, parameter)) {
-    case paramtype::kInt: return std::make_shared<Attrib<kParameter, int>>(model, parameter, info);
-    case paramtype::kDouble: return std::make_shared<Attrib<kParameter, double>>(model, parameter, info);
-    case paramtype::kString: return std::make_shared<Attrib<kParameter, std::string>>(model, parameter, info);
-    default: return empty();
+  if (!info) return empty();
+  switch (info->valueType()) {
+    case tav::attr::ValueType::kInt: return std::make_shared<Attrib<kParameter, int>>(model, parameter, info);
+    case tav::attr::ValueType::kDouble: return std::make_shared<Attrib<kParameter, double>>(model, parameter, info);
+    default: return std::make_shared<Attrib<kParameter, std::string>>(model, parameter, info);
   }
 }
 

@@ -43,7 +43,8 @@ std::span<const Quantity> ObjDomain::provided() const {
 tav::attr::BaseContainer ObjDomain::make(int key) const {
   if (*event_ != Event::none) {
     const int where = *event_ == Event::node ? where::kMipNode : where::kMipSol;
-    return single(std::make_shared<CallbackAttrib<double>>(source_, where, whatCode(*event_, key)));
+    const auto best = std::make_shared<CallbackAttrib<double>>(source_, where, whatCode(*event_, key));
+    return single(transformed<transform::DoubleValues>(best).as<double>());
   }
   if (key == Q::value) {
     return transformed<transform::DoubleValues>(std::make_shared<ObjPrimalSolutions>(model_, mode_));
