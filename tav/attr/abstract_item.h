@@ -51,6 +51,7 @@ class AbstractItem : public AbstractBaseItem {
   virtual std::vector<T> getAll() const {
     std::vector<T> values;
     const int n = solutionCount();
+    values.reserve(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k) values.push_back(get(k));
     return values;
   }

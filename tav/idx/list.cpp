@@ -16,6 +16,8 @@ List::List() : list_(emptyList()) {}
 
 List::List(const lib::Range& range) : list_(std::make_shared<const lib::Range>(range)) {}
 
-List::List(std::shared_ptr<const AbstractList> list) : list_(list ? std::move(list) : emptyList()) {}
+List::List(std::shared_ptr<const AbstractList> list) : list_(std::move(list)) {
+  if (!list_) list_ = emptyList();
+}
 
 }  // namespace tav::idx

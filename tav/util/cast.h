@@ -21,7 +21,7 @@ namespace detail {
 // range is undefined. The type's largest value may not be a floating-point number, the power of two above it is.
 template <std::integral To, std::floating_point From>
 constexpr bool holdsExactly(From value) {
-  constexpr From kAbove = static_cast<From>(std::numeric_limits<To>::max() / 2 + 1) * 2;
+  constexpr From kAbove = static_cast<From>(To{1} << (std::numeric_limits<To>::digits - 1)) * 2;
   constexpr From kLowest = static_cast<From>(std::numeric_limits<To>::min());
   return value >= kLowest && value < kAbove && static_cast<From>(static_cast<To>(value)) == value;
 }

@@ -28,7 +28,7 @@ Event make(Initialize initialize, Args... args) {
 
 }  // namespace
 
-Emitter::Emitter(Sink sink) : sink_(std::move(sink)) {
+Emitter::Emitter(Sink sink) : sink_(std::move(sink)), emitter_() {
   if (!yaml_emitter_initialize(&emitter_)) throw std::bad_alloc();
   yaml_emitter_set_output(&emitter_, write, &sink_);
   yaml_emitter_set_unicode(&emitter_, 1);

@@ -48,7 +48,7 @@ void convertNext(Parser& parser, T& value, std::optional<T> (*convert)(std::stri
 
 }  // namespace
 
-Parser::Parser(std::string text) : text_(std::move(text)) {
+Parser::Parser(std::string text) : text_(std::move(text)), parser_() {
   if (!yaml_parser_initialize(&parser_)) throw std::bad_alloc();
   yaml_parser_set_input_string(&parser_, reinterpret_cast<const unsigned char*>(text_.data()), text_.size());
 }

@@ -37,7 +37,7 @@ struct Dict final : attr::AbstractContainerDict {
   std::string name(int key) const override { return has(key) ? names.at(key) : ""; }
   std::shared_ptr<const attr::AbstractBaseInfo> info(int /*key*/) const override { return nullptr; }
   using AbstractDict::has;
-  bool has(int key) const override { return names.count(key) > 0; }
+  bool has(int key) const override { return names.contains(key); }
   using AbstractDict::get;
   attr::BaseContainer get(int key) const override {
     return has(key) ? attr::Container<int>::make<attr::lib::Container<int>>(Ints{key}) : attr::Container<int>();

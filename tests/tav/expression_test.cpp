@@ -45,8 +45,8 @@ TEST(SymbolTest, IsOneKindAndReadsOnlyThat) {
   expression->addConstant(1);
   const struct Case {
     Symbol symbol;
-    Kind kind;
-    const char* name;
+    Kind kind = Kind::kConstant;
+    const char* name = "";
   } cases[] = {
       {Symbol::ofVariable(kSpace, 3), Kind::kVariable, "variable"},
       {Symbol::ofConstant(2.5), Kind::kConstant, "constant"},

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <set>
 
 #include "tav/math/fn/catalogue.h"
@@ -28,6 +29,79 @@ void expectClose(double actual, double expected) {
     EXPECT_NEAR(actual, expected, 1e-15 * std::fabs(expected) + kTiny);
   }
 }
+
+struct ValueCase {
+  const char* identifier;
+  Doubles arguments;
+  double expected;
+};
+const ValueCase kValues[] = {
+    {"basic:Add", {1.5, 2, -0.5}, 3},
+    {"basic:Subtract", {1, 3}, -2},
+    {"basic:Multiply", {-2, 3}, -6},
+    {"basic:Divide", {1, -4}, -0.25},
+    {"basic:Divide", {1, 0}, kInf},
+    {"basic:Divide", {0, 0}, kNaN},
+    {"basic:Negate", {2}, -2},
+    {"basic:Abs", {-2}, 2},
+    {"basic:Min", {2, -1, 5}, -1},
+    {"basic:Min", {2, kNaN, 5}, kNaN},
+    {"basic:Max", {2, -1, 5}, 5},
+    {"basic:Max", {kNaN, -1}, kNaN},
+    {"exponential:Square", {-3}, 9},
+    {"exponential:SquareRoot", {2.25}, 1.5},
+    {"exponential:SquareRoot", {-1}, kNaN},
+    {"exponential:Power", {2, 10}, 1024},
+    {"exponential:Power", {-8, 3}, -512},
+    {"exponential:Power", {-8, 1.0 / 3}, kNaN},
+    {"exponential:Power", {0, -1}, kInf},
+    {"exponential:Power0", {0, 0}, 1},
+    {"exponential:PowerConst", {-2, 3}, -8},
+    {"exponential:SignPower", {-4, 0.5}, -2},
+    {"exponential:SignPower", {4, 2}, 16},
+    {"exponential:SignPower", {0, 2}, 0},
+    {"exponential:SignPower", {0, 0}, 0},
+    {"exponential:SignPower", {0, -1}, kNaN},
+    {"exponential:Exp", {1}, std::numbers::e},
+    {"exponential:Exp", {-1000}, 0},
+    {"exponential:Log", {0}, -kInf},
+    {"exponential:Log", {-1}, kNaN},
+    {"exponential:Log", {10}, std::numbers::ln10},
+    {"exponential:Log2", {8}, 3},
+    {"exponential:Log10", {1000}, 3},
+    {"exponential:LogBase", {1000, 10}, 3},
+    {"exponential:LogBase", {0.125, 2}, -3},
+    {"exponential:LogBase", {9, 3}, 2},
+    {"exponential:LogBase", {5, 1}, kNaN},
+    {"exponential:LogBase", {5, -2}, kNaN},
+    {"exponential:Sigmoid", {0}, 0.5},
+    {"exponential:Sigmoid", {800}, 1},
+    {"exponential:Sigmoid", {-700}, std::exp(-700.0)},
+    {"exponential:Sigmoid", {-kInf}, 0},
+    {"exponential:Polynomial", {2, 3, 0, -1}, 11},
+    {"exponential:Polynomial", {kInf, 0, -1, 4}, -kInf},
+    {"exponential:Polynomial", {2, 5}, 5},
+    {"trigonometric:Sin", {1.5707963267948966}, 1},
+    {"trigonometric:Cos", {0}, 1},
+    {"trigonometric:Tan", {0.7853981633974483}, 1},
+    {"trigonometric:tanh", {-1000}, -1},
+    {"norm:Norm1", {3, -4}, 7},
+    {"norm:Norm2", {3, -4}, 5},
+    {"norm:Norm2", {3e200, -4e200}, 5e200},
+    {"norm:Norm2", {3e-200, 4e-200}, 5e-200},
+    {"norm:Norm2", {kTiny, 0}, kTiny},
+    {"norm:Norm2", {0, 0}, 0},
+    {"norm:Norm2", {-kInf, 1}, kInf},
+    {"norm:Norm2", {1, kNaN}, kNaN},
+    {"norm:NormInf", {3, -4}, 4},
+    {"norm:NormInf", {kNaN, -4}, kNaN},
+    {"logic:BoolAnd", {1, 0.999999, 1}, 1},
+    {"logic:BoolAnd", {1, 1e-9}, 0},
+    {"logic:BoolOr", {0, 1e-9}, 0},
+    {"logic:BoolOr", {0, 1}, 1},
+    {"logic:BoolOr", {kNaN, 1}, kNaN},
+    {"linear", {1, 2, 3}, 6},
+};
 
 }  // namespace
 
@@ -64,80 +138,8 @@ TEST(CatalogueTest, TellsHowManyArgumentsACallMayHave) {
 }
 
 TEST(FunctionTest, ValuesAndEdges) {
-  struct Case {
-    const char* identifier;
-    Doubles arguments;
-    double expected;
-  };
-  const Case cases[] = {
-      {"basic:Add", {1.5, 2, -0.5}, 3},
-      {"basic:Subtract", {1, 3}, -2},
-      {"basic:Multiply", {-2, 3}, -6},
-      {"basic:Divide", {1, -4}, -0.25},
-      {"basic:Divide", {1, 0}, kInf},
-      {"basic:Divide", {0, 0}, kNaN},
-      {"basic:Negate", {2}, -2},
-      {"basic:Abs", {-2}, 2},
-      {"basic:Min", {2, -1, 5}, -1},
-      {"basic:Min", {2, kNaN, 5}, kNaN},
-      {"basic:Max", {2, -1, 5}, 5},
-      {"basic:Max", {kNaN, -1}, kNaN},
-      {"exponential:Square", {-3}, 9},
-      {"exponential:SquareRoot", {2.25}, 1.5},
-      {"exponential:SquareRoot", {-1}, kNaN},
-      {"exponential:Power", {2, 10}, 1024},
-      {"exponential:Power", {-8, 3}, -512},
-      {"exponential:Power", {-8, 1.0 / 3}, kNaN},
-      {"exponential:Power", {0, -1}, kInf},
-      {"exponential:Power0", {0, 0}, 1},
-      {"exponential:PowerConst", {-2, 3}, -8},
-      {"exponential:SignPower", {-4, 0.5}, -2},
-      {"exponential:SignPower", {4, 2}, 16},
-      {"exponential:SignPower", {0, 2}, 0},
-      {"exponential:SignPower", {0, 0}, 0},
-      {"exponential:SignPower", {0, -1}, kNaN},
-      {"exponential:Exp", {1}, 2.718281828459045},
-      {"exponential:Exp", {-1000}, 0},
-      {"exponential:Log", {0}, -kInf},
-      {"exponential:Log", {-1}, kNaN},
-      {"exponential:Log", {10}, 2.302585092994046},
-      {"exponential:Log2", {8}, 3},
-      {"exponential:Log10", {1000}, 3},
-      {"exponential:LogBase", {1000, 10}, 3},
-      {"exponential:LogBase", {0.125, 2}, -3},
-      {"exponential:LogBase", {9, 3}, 2},
-      {"exponential:LogBase", {5, 1}, kNaN},
-      {"exponential:LogBase", {5, -2}, kNaN},
-      {"exponential:Sigmoid", {0}, 0.5},
-      {"exponential:Sigmoid", {800}, 1},
-      {"exponential:Sigmoid", {-700}, std::exp(-700.0)},
-      {"exponential:Sigmoid", {-kInf}, 0},
-      {"exponential:Polynomial", {2, 3, 0, -1}, 11},
-      {"exponential:Polynomial", {kInf, 0, -1, 4}, -kInf},
-      {"exponential:Polynomial", {2, 5}, 5},
-      {"trigonometric:Sin", {1.5707963267948966}, 1},
-      {"trigonometric:Cos", {0}, 1},
-      {"trigonometric:Tan", {0.7853981633974483}, 1},
-      {"trigonometric:tanh", {-1000}, -1},
-      {"norm:Norm1", {3, -4}, 7},
-      {"norm:Norm2", {3, -4}, 5},
-      {"norm:Norm2", {3e200, -4e200}, 5e200},
-      {"norm:Norm2", {3e-200, 4e-200}, 5e-200},
-      {"norm:Norm2", {kTiny, 0}, kTiny},
-      {"norm:Norm2", {0, 0}, 0},
-      {"norm:Norm2", {-kInf, 1}, kInf},
-      {"norm:Norm2", {1, kNaN}, kNaN},
-      {"norm:NormInf", {3, -4}, 4},
-      {"norm:NormInf", {kNaN, -4}, kNaN},
-      {"logic:BoolAnd", {1, 0.999999, 1}, 1},
-      {"logic:BoolAnd", {1, 1e-9}, 0},
-      {"logic:BoolOr", {0, 1e-9}, 0},
-      {"logic:BoolOr", {0, 1}, 1},
-      {"logic:BoolOr", {kNaN, 1}, kNaN},
-      {"linear", {1, 2, 3}, 6},
-  };
   std::set<const void*> covered;
-  for (const Case& c : cases) {
+  for (const ValueCase& c : kValues) {
     SCOPED_TRACE(c.identifier);
     const auto* function = fn::find(std::string("tav:function:") + c.identifier);
     ASSERT_TRUE(function);

@@ -129,7 +129,7 @@ TEST(IndexListTest, OnlyAStoredListShowsItsOwnStorage) {
 TEST(IndexListTest, AHandleAlwaysHoldsAList) {
   EXPECT_EQ(List(std::shared_ptr<const AbstractList>()).size(), 0);
   List source(lib::Range(2, 3));
-  const List taken = std::move(source);
+  const List taken = static_cast<List&&>(source);
   EXPECT_EQ(taken.size(), 3);
   EXPECT_EQ(source.size(), 3) << "a moved-from handle still works";
 }

@@ -13,7 +13,6 @@
 
 namespace attr = tav::attr;
 using tav::CheckException;
-using tav::idx::List;
 using tav::idx::lib::Range;
 using Doubles = std::vector<double>;
 using Ints = std::vector<int>;

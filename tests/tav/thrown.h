@@ -13,7 +13,7 @@ tav::Exception thrown(F&& f) {
   try {
     f();
   } catch (const E& error) {
-    return error;
+    return static_cast<const tav::Exception&>(error);
   }
   ADD_FAILURE() << "nothing was raised";
   return tav::Exception("nothing was raised");

@@ -29,7 +29,7 @@ TEST(ExceptionTest, WhatLeavesAbsentPartsOut) {
   const SourceLocation nowhere("", 0, 0, "");
   struct Case {
     tav::Exception error;
-    const char* what;
+    const char* what = "";
   };
   const Case cases[] = {
       {{"Gurobi", "No license", 10009, "GRBstartenv", at},

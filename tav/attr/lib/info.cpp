@@ -32,17 +32,19 @@ std::string Info<T>::propertyText(std::string_view property) const {
 
 template <class T>
 void Info<T>::setProperty(std::string_view property, std::string_view text) {
+  const auto number = parseText<int>(text);
+  const auto flag = yaml::toBool(text);
   if (property == "name") {
     name_ = text;
   } else if (property == "doc") {
     documentation_ = text;
-  } else if (std::optional<int> number; property == "ref" && parseText(text, number)) {
+  } else if (property == "ref" && number) {
     reference_ = number;
-  } else if (property == "n_max" && parseText(text, number)) {
+  } else if (property == "n_max" && number) {
     maxCount_ = atLeastOne(number);
-  } else if (const auto flag = yaml::toBool(text); property == "s_set" && flag) {
+  } else if (property == "s_set" && flag) {
     isSet_ = *flag;
-  } else if (std::optional<T> value; property == "def" && parseText(text, value) && this->accepts(*value)) {
+  } else if (auto value = parseText<T>(text); property == "def" && value && this->accepts(*value)) {
     default_ = std::move(value);
   } else {
     throwUnsupportedProperty(property, text);

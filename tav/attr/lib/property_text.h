@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "tav/yaml/convert.h"
 
@@ -15,15 +16,15 @@ inline constexpr std::string_view kInfoProperties[] = {"name", "ref", "n_max", "
 inline constexpr std::string_view kRangeProperties[] = {"name", "ref", "n_max", "s_set", "doc", "def", "lo", "up"};
 
 // The value a text stands for, absent when it stands for none.
-inline bool parseText(std::string_view text, std::optional<int>& value) {
-  return (value = yaml::toInt(text)).has_value();
-}
-inline bool parseText(std::string_view text, std::optional<double>& value) {
-  return (value = yaml::toDouble(text)).has_value();
-}
-inline bool parseText(std::string_view text, std::optional<std::string>& value) {
-  value = text;
-  return true;
+template <class T>
+std::optional<T> parseText(std::string_view text) {
+  if constexpr (std::is_same_v<T, int>) {
+    return yaml::toInt(text);
+  } else if constexpr (std::is_same_v<T, double>) {
+    return yaml::toDouble(text);
+  } else {
+    return T(text);
+  }
 }
 
 template <class T>

@@ -36,8 +36,8 @@ std::string RangeInfo<T>::propertyText(std::string_view property) const {
 template <class T>
 void RangeInfo<T>::setProperty(std::string_view property, std::string_view text) {
   if (property != "lo" && property != "up") return Info<T>::setProperty(property, text);
-  std::optional<T> bound;
-  if (!parseText(text, bound)) throwUnsupportedProperty(property, text);
+  const auto bound = parseText<T>(text);
+  if (!bound) throwUnsupportedProperty(property, text);
   const T lower = property == "lo" ? *bound : lower_;
   const T upper = property == "up" ? *bound : upper_;
   const auto isInside = [&](T value) { return lower <= value && value <= upper; };
