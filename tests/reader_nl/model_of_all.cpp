@@ -20,8 +20,8 @@ Counts countsOfAll(int arithmetic) {
 
 const char* const kText =
     "F0 1 2 f\nS4 1 weight\n1 0.5\nS1 1 lazy\n0 -2\nV2 1 0\n0 3\nn0\nC0\no0\nf0 "
-    "2\nh2:ab\nv2\no54\n3\ns-5\nl70000\nn0.1\n"
-    "C1\nn0\nL0\no23\nv0\nn1\nO0 1\no64\n2\nn1\ns0\nn2\nv1\nd1\n1 2\nx1\n0 0.5\nr\n0 -1 1\n4 3\nb\n3\n2 0\nk1\n1\n"
+    "2\nh2:ab\nv2\no54\n3\nn-5\nl70000\nn0.1\n"
+    "C1\nn0\nL0\no23\nv0\nn1\nO0 1\no64\n2\nn1\nn0\nn2\nv1\nd1\n1 2\nx1\n0 0.5\nr\n0 -1 1\n4 3\nb\n3\n2 0\nk1\n1\n"
     "J0 1\n0 0\nJ1 1\n1 1e-3\nG0 1\n1 0\n";
 
 }  // namespace
