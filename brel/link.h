@@ -9,7 +9,8 @@
 
 namespace brel {
 
-// The framework around one solver: reads the host's model, loads it into the solver, solves, and writes the results back.
+// The framework around one solver: reads the host's model, loads it into the solver, solves, and writes the results
+// back.
 class Link {
  public:
   // Once per process, before the first link and after the last.

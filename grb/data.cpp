@@ -9,6 +9,9 @@ namespace grb {
 Data::Data(std::shared_ptr<const Library> library)
     : model(std::make_shared<GurobiModel>(std::move(library))), rowStores(std::make_shared<RowStores>()) {}
 
+// Gurobi may log while it frees a model, to the log that stands behind it in the record.
+Data::~Data() { model.reset(); }
+
 bool Data::hasObjective() const {
   return linearObjectives.count() > 0 || quadraticObjectives.count() > 0 || nonlinearObjectives.count() > 0;
 }
@@ -21,12 +24,11 @@ void Data::requireInStep() {
                                    "further.", held, variables.count()));
 }
 
-void Data::settleAfterError(int rows) {
+void Data::settleAfterError() {
+  const int sent = static_cast<int>(rowStores->sides.size());
   try {
-    const bool inStep = model->getIntAttr("NumVars") == variables.count() &&
-                        model->getIntAttr("NumConstrs") == linearRows.count() + rows;
-    if (inStep) {
-      linearRows.add(rows);
+    if (model->getIntAttr("NumVars") == variables.count() && model->getIntAttr("NumConstrs") == sent) {
+      linearRows.add(sent - linearRows.count());
       return;
     }
   } catch (const GurobiException&) {

@@ -24,8 +24,14 @@ struct RowStores {
   tav::attr::Container<double> marginal = makeStore<double>();
   tav::attr::Container<int> basis = makeStore<int>();
   tav::attr::Container<double> preference = makeStore<double>();
-  // The two sides of every row; +-infinity for none.
-  std::vector<double> lower, upper;
+  // Of every row as its block gave it: the right-hand side and the sense ('G', 'L' or 'E').
+  std::vector<double> sides;
+  std::vector<char> senses;
+
+  void reserve(std::size_t more) {
+    sides.reserve(sides.size() + more);
+    senses.reserve(senses.size() + more);
+  }
 };
 
 }  // namespace grb

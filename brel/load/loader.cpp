@@ -7,9 +7,9 @@
 #include <optional>
 
 #include "brel/host.h"
+#include "brel/load/model_views.h"
 #include "brel/load/names.h"
 #include "brel/load/own_group.h"
-#include "brel/load/row_functions.h"
 #include "tav/attr/lib/span_container.h"
 #include "tav/math/symbol.h"
 #include "tav/opt/quantities.h"
@@ -53,17 +53,17 @@ void sendColumns(trpRec* host, tav::opt::AbstractSolver& solver, const LoadedMod
   using Q = tav::opt::VariableQuantity;
   const rewrite::SolverModel& sent = loaded.sent;
   const auto adder = requireAdder(solver.makeVariableAdder(tag::kIntervalDomain, std::nullopt), "variables");
-  const SentNames names = sentNames(loaded.columns.names, loaded.columns.count, sent.auxiliaryNames);
+  const SentNames names = sentNames(loaded.columns.names, loaded.columns.count, sent.auxiliaryNames());
   noteWithheldNames(host, names, "variable");
   const auto group = std::make_shared<BlockGroup>();
-  group->set(Q::type, "type", viewOf<int>(sent.columnType));
-  group->set(Q::lower, "lower", viewOf<double>(sent.lower));
-  group->set(Q::upper, "upper", viewOf<double>(sent.upper));
+  group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<ColumnTypes>(sent)));
+  group->set(Q::lower, "lower", viewOf<double>(sent.lower()));
+  group->set(Q::upper, "upper", viewOf<double>(sent.upper()));
   addNames(*group, Q::name, names);
   addValues(*group, Q::level, "level", starts.column);
   tav::opt::VariableContainer block;
   block.setGroup(tag::kVariable, group);
-  block.setGroup(solver.shortName(), columnGroup({host, KAVO_COLUMN, {}, sent.lower.size()}));
+  block.setGroup(solver.shortName(), columnGroup({host, KAVO_COLUMN, {}, sent.columnCount()}));
   adder->add(block);
 }
 
@@ -73,37 +73,38 @@ SentNames rowNames(const LoadedModel& loaded) {
   SentNames result;
   result.withheld = all.withheld;
   if (all.names.empty()) return result;
-  result.names.reserve(loaded.sent.userRow.size());
-  for (const int user : loaded.sent.userRow) result.names.push_back(all.names[static_cast<std::size_t>(user)]);
+  const std::size_t count = loaded.sent.rowCount();
+  result.names.reserve(count);
+  for (std::size_t r = 0; r < count; ++r) result.names.push_back(all.names[loaded.sent.userRow(r)]);
   return result;
 }
 
-// Where each of the host's rows went, -1 for one that was dropped.
+// Where each of the host's rows went, -1 for one that was dropped; empty when all went to their own place.
 std::vector<int> rowPositions(const LoadedModel& loaded) {
+  if (loaded.sent.rowCount() == loaded.rows.count) return {};
   std::vector<int> position(loaded.rows.count, -1);
-  int next = 0;
-  for (const int user : loaded.sent.userRow) position[static_cast<std::size_t>(user)] = next++;
+  for (std::size_t r = 0; r < loaded.sent.rowCount(); ++r) position[loaded.sent.userRow(r)] = static_cast<int>(r);
   return position;
 }
 
 void sendRows(trpRec* host, tav::opt::AbstractSolver& solver, LoadedModel& loaded, const rewrite::Starts& starts) {
   using Q = tav::opt::RowQuantity;
   const rewrite::SolverModel& sent = loaded.sent;
-  if (sent.userRow.empty()) return;
+  if (sent.rowCount() == 0) return;
   const auto adder =
       requireAdder(solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kLinearFunction), "linear rows");
   const SentNames names = rowNames(loaded);
   noteWithheldNames(host, names, "row");
   const auto group = std::make_shared<BlockGroup>();
-  group->set(Q::type, "type", viewOf<int>(sent.rowType));
+  group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<RowTypes>(sent)));
   group->set(Q::function, "function",
-             tav::attr::BaseContainer(std::make_shared<RowFunctions>(loaded.rows, sent, adder->variableSpace())));
+             tav::attr::BaseContainer(std::make_shared<RowFunctions>(sent, adder->variableSpace())));
   addNames(*group, Q::name, names);
   addValues(*group, Q::marginal, "marginal", starts.row);
   const std::vector<int> positions = rowPositions(loaded);
   tav::opt::ConstraintContainer block;
   block.setGroup(tag::kConstraint, group);
-  block.setGroup(solver.shortName(), rowGroup({host, KAVO_ROW, positions, sent.userRow.size()}));
+  block.setGroup(solver.shortName(), rowGroup({host, KAVO_ROW, positions, sent.rowCount()}));
   adder->add(block);
   loaded.rowAdder = adder;
 }
@@ -144,12 +145,12 @@ rewrite::Starts startsOf(trpRec* host, const LoadedModel& loaded) {
   rewrite::Starts starts;
   if (primal != nullptr) {
     starts.userColumn = {primal, loaded.columns.count};
-    starts.column.assign(loaded.sent.lower.size(), kUnknown);
+    starts.column.assign(loaded.sent.columnCount(), kUnknown);
     std::copy(starts.userColumn.begin(), starts.userColumn.end(), starts.column.begin());
   }
   if (dual != nullptr) {
     starts.userRow = {dual, loaded.rows.count};
-    for (const int user : loaded.sent.userRow) starts.row.push_back(dual[user]);
+    for (std::size_t r = 0; r < loaded.sent.rowCount(); ++r) starts.row.push_back(dual[loaded.sent.userRow(r)]);
   }
   loaded.trail.startsForward(starts);
   return starts;
@@ -165,11 +166,13 @@ void requireLinear(trpRec* host) {
 
 LoadedModel load(trpRec* host, tav::opt::AbstractSolver& solver) {
   requireLinear(host);
-  LoadedModel loaded;
-  checkHost(kavo_link_columns(host, &loaded.columns));
-  checkHost(kavo_link_rows(host, &loaded.rows));
-  loaded.sent = rewrite::rewrite(loaded.columns, loaded.rows, loaded.trail);
-  for (const std::string& note : loaded.sent.notes) kavo_link_note(host, note.c_str());
+  kavo_columns columns{};
+  kavo_rows rows{};
+  checkHost(kavo_link_columns(host, &columns));
+  checkHost(kavo_link_rows(host, &rows));
+  rewrite::Trail trail;
+  rewrite::SolverModel sent = rewrite::rewrite(columns, rows, trail);
+  LoadedModel loaded{columns, rows, std::move(sent), std::move(trail), nullptr, nullptr};
   const rewrite::Starts starts = startsOf(host, loaded);
   sendColumns(host, solver, loaded, starts);
   sendRows(host, solver, loaded, starts);

@@ -9,11 +9,11 @@
 
 namespace brel::load {
 
-// A model inside the solver: what was sent, how it came about, and the adders that took it in, by which results are asked
-// for. The host's arrays are borrowed.
+// A model inside the solver: what was sent, how it came about, and the adders that took it in, by which results are
+// asked for. The host's arrays are borrowed.
 struct LoadedModel {
-  kavo_columns columns{};
-  kavo_rows rows{};
+  kavo_columns columns;
+  kavo_rows rows;
   rewrite::SolverModel sent;
   rewrite::Trail trail;
   std::shared_ptr<const tav::opt::AbstractAdder> rowAdder, objectiveAdder;

@@ -8,9 +8,9 @@
 
 namespace brel::load {
 
-// The solver's own group of a block: the host's named values that the solver takes, by position of the block's elements.
-// position: the place in the block of each of the host's elements, -1 for one that is not sent; empty: the same place.
-// count: number of elements in the block.
+// The solver's own group of a block: the host's named values that the solver takes, by position of the block's
+// elements. position: the place in the block of each of the host's elements, -1 for one that is not sent; empty: the
+// same place. count: number of elements in the block.
 struct OwnGroupSource {
   const trpRec* host;
   int kind;  // a kavo_kind

@@ -35,9 +35,7 @@ double boundViolation(const kavo_columns& columns, std::size_t j, double value) 
   return maySitAtZero(columns.type[j]) ? std::min(violation, std::abs(value)) : violation;
 }
 
-bool isWhole(unsigned char type) {
-  return type == KAVO_BINARY || type == KAVO_INTEGER || type == KAVO_SEMIINTEGER;
-}
+bool isWhole(unsigned char type) { return type == KAVO_BINARY || type == KAVO_INTEGER || type == KAVO_SEMIINTEGER; }
 
 }  // namespace
 

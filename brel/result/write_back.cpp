@@ -57,7 +57,7 @@ class Writer {
     const auto slack = hasPoint ? available<double>(part, Q::slack) : std::vector<double>();
     const auto duals = hasPoint ? available<double>(part, Q::marginal) : std::vector<double>();
     std::vector<double> activity(slack.size());
-    for (std::size_t r = 0; r < slack.size(); ++r) activity[r] = slack[r] + loaded_.sent.side[r];
+    for (std::size_t r = 0; r < slack.size(); ++r) activity[r] = slack[r] + loaded_.sent.side(r);
 
     rewrite::RowResults results;
     results.solverPrimal = primal_;
@@ -66,7 +66,7 @@ class Writer {
     results.solverDual = duals;
     results.solverRowBasis = rowBasis;
     // A quantity of rows exists when the solver has it for the rows that it got; without any, the point tells.
-    const bool noneSent = loaded_.sent.userRow.empty();
+    const bool noneSent = loaded_.sent.rowCount() == 0;
     const bool hasActivity = hasPoint && (noneSent || !activity.empty());
     if (hasActivity) results.activity = values(KAVO_ACTIVITY);
     if (!duals.empty() || (noneSent && hasPoint && hasReducedCosts())) results.dual = values(KAVO_DUAL);
@@ -102,7 +102,7 @@ class Writer {
   void scatter(const rewrite::RowResults& results) const {
     const auto give = [this](const auto& from, const auto& to) {
       if (to.empty()) return;
-      for (std::size_t r = 0; r < from.size(); ++r) to[static_cast<std::size_t>(loaded_.sent.userRow[r])] = from[r];
+      for (std::size_t r = 0; r < from.size(); ++r) to[loaded_.sent.userRow(r)] = from[r];
     };
     give(results.solverActivity, results.activity);
     give(results.solverDual, results.dual);
@@ -155,8 +155,7 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::LoadedModel& 
   finish.status = status.get();
   finish.stop = static_cast<int>(services ? services->stopReason() : tav::opt::StopReason::finished);
   finish.solutions = status.solutionCount();
-  finish.objective =
-      finish.solutions > 0 ? valueOf(objectives.get(tav::opt::ObjectiveQuantity::value)) : kUnknown;
+  finish.objective = finish.solutions > 0 ? valueOf(objectives.get(tav::opt::ObjectiveQuantity::value)) : kUnknown;
   finish.bound = valueOf(objectives.get(tav::opt::ObjectiveQuantity::bound));
   finish.gap = gapOf(finish.objective, finish.bound);
   finish.iterations = countOf(facts->get(A::iterations));

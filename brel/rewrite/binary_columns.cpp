@@ -19,9 +19,7 @@ void binaryColumns(const kavo_columns& columns, SolverModel& model, Trail& trail
   for (std::size_t j = 0; j < columns.count; ++j) {
     if (columns.type[j] != KAVO_BINARY) continue;
     any = true;
-    model.columnType[j] = static_cast<int>(tav::opt::VariableType::integer);
-    model.lower[j] = std::max(model.lower[j], 0.0);
-    model.upper[j] = std::min(model.upper[j], 1.0);
+    model.setBounds(j, std::max(columns.lower[j], 0.0), std::min(columns.upper[j], 1.0));
   }
   if (any) trail.push(std::make_unique<BinaryColumnsStep>());
 }

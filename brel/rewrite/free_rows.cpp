@@ -32,16 +32,16 @@ bool isFree(const kavo_rows& rows, std::size_t i) {
 
 void freeRows(const kavo_rows& rows, SolverModel& model, Trail& trail) {
   std::vector<int> dropped;
-  std::size_t kept = 0;
-  for (const int row : model.userRow) {
-    if (isFree(rows, static_cast<std::size_t>(row))) {
-      dropped.push_back(row);
-    } else {
-      model.userRow[kept++] = row;
-    }
+  for (std::size_t i = 0; i < rows.count; ++i) {
+    if (isFree(rows, i)) dropped.push_back(static_cast<int>(i));
   }
   if (dropped.empty()) return;
-  model.userRow.resize(kept);
+  std::vector<int> kept;
+  kept.reserve(rows.count - dropped.size());
+  for (std::size_t i = 0; i < rows.count; ++i) {
+    if (!isFree(rows, i)) kept.push_back(static_cast<int>(i));
+  }
+  model.keepRows(std::move(kept));
   trail.push(std::make_unique<FreeRowsStep>(rows, std::move(dropped)));
 }
 

@@ -1,85 +1,84 @@
 #include "brel/rewrite/solver_model.h"
 
-#include <fmt/core.h>
-
-#include <numeric>
-
-#include "brel/rewrite/rules.h"
-
 namespace brel::rewrite {
-namespace {
 
 using tav::opt::RowType;
 using tav::opt::VariableType;
 
-int columnType(unsigned char type) {
-  switch (type) {
-    case KAVO_INTEGER: return static_cast<int>(VariableType::integer);
-    case KAVO_SEMICONTINUOUS: return static_cast<int>(VariableType::semicontinuous);
-    case KAVO_SEMIINTEGER: return static_cast<int>(VariableType::semiinteger);
-    default: return static_cast<int>(VariableType::continuous);  // a binary's type is the business of its rule
+SolverModel::SolverModel(const kavo_columns& columns, const kavo_rows& rows) : columns_(columns), rows_(rows) {}
+
+VariableType SolverModel::columnType(std::size_t column) const {
+  if (column >= columns_.count) return VariableType::continuous;
+  switch (columns_.type[column]) {
+    case KAVO_BINARY:
+    case KAVO_INTEGER:
+      return VariableType::integer;
+    case KAVO_SEMICONTINUOUS:
+      return VariableType::semicontinuous;
+    case KAVO_SEMIINTEGER:
+      return VariableType::semiinteger;
+    default:
+      return VariableType::continuous;
   }
 }
 
-void takeColumns(const kavo_columns& columns, SolverModel& model) {
-  model.userColumns = columns.count;
-  model.columnType.resize(columns.count);
-  model.lower.resize(columns.count);
-  model.upper.resize(columns.count);
-  for (std::size_t j = 0; j < columns.count; ++j) {
-    model.columnType[j] = columnType(columns.type[j]);
-    model.lower[j] = columns.lower[j] <= -kUserInfinity ? -kInfinity : columns.lower[j];
-    model.upper[j] = columns.upper[j] >= kUserInfinity ? kInfinity : columns.upper[j];
-  }
+void SolverModel::ownBounds() {
+  if (!ownLower_.empty()) return;
+  ownLower_.assign(columns_.lower, columns_.lower + columns_.count);
+  ownUpper_.assign(columns_.upper, columns_.upper + columns_.count);
 }
 
-// A row with one side, or two equal ones, as the solver knows it; a ranged row is its rule's.
-void takeSides(const kavo_rows& rows, SolverModel& model) {
-  const std::size_t n = model.userRow.size();
-  model.rowType.resize(n);
-  model.side.resize(n);
-  for (std::size_t r = 0; r < n; ++r) {
-    const auto user = static_cast<std::size_t>(model.userRow[r]);
-    const double lower = rows.lower[user];
-    const double upper = rows.upper[user];
-    RowType type = RowType::equal;
-    if (lower <= -kUserInfinity) type = RowType::lessOrEqual;
-    if (upper >= kUserInfinity) type = RowType::greaterOrEqual;
-    model.rowType[r] = static_cast<int>(type);
-    model.side[r] = type == RowType::lessOrEqual ? upper : lower;
-  }
+void SolverModel::setBounds(std::size_t column, double lower, double upper) {
+  ownBounds();
+  ownLower_[column] = lower;
+  ownUpper_[column] = upper;
 }
 
-std::string elementName(const kavo_names& names, std::size_t i, const char* kind) {
-  const char* name = names.start == nullptr ? "" : names.text + names.start[i];
-  return *name == '\0' ? fmt::format("{} {}", kind, i + 1) : fmt::format("{} '{}'", kind, name);
+int SolverModel::addColumn(double lower, double upper, std::string name) {
+  ownBounds();
+  const int position = static_cast<int>(columnCount());
+  ownLower_.push_back(lower);
+  ownUpper_.push_back(upper);
+  auxiliaryNames_.push_back(std::move(name));
+  return position;
 }
 
-// Such a model is infeasible, which the solver finds out; but only we can tell which element it is.
-void noteCrossedBounds(const kavo_columns& columns, const kavo_rows& rows, SolverModel& model) {
-  constexpr std::size_t kMost = 5;
-  const auto note = [&](const kavo_names& names, std::size_t i, const char* kind, double lower, double upper) {
-    if (lower <= upper || model.notes.size() >= kMost) return;
-    model.notes.push_back(fmt::format("{}: lower bound {:.17g} is above upper bound {:.17g}: the model is infeasible",
-                                      elementName(names, i, kind), lower, upper));
-  };
-  for (std::size_t j = 0; j < columns.count; ++j) note(columns.names, j, "variable", model.lower[j], model.upper[j]);
-  for (std::size_t i = 0; i < rows.count; ++i) note(rows.names, i, "row", rows.lower[i], rows.upper[i]);
+RowType SolverModel::rowType(std::size_t row) const {
+  const std::size_t user = userRow(row);
+  if (isChanged(row)) return RowType::equal;
+  if (rows_.lower[user] <= -kUserInfinity) return RowType::lessOrEqual;
+  return rows_.upper[user] >= kUserInfinity ? RowType::greaterOrEqual : RowType::equal;
 }
 
-}  // namespace
+double SolverModel::side(std::size_t row) const {
+  if (isChanged(row)) return 0;
+  const std::size_t user = userRow(row);
+  return rows_.lower[user] <= -kUserInfinity ? rows_.upper[user] : rows_.lower[user];
+}
 
-SolverModel rewrite(const kavo_columns& columns, const kavo_rows& rows, Trail& trail) {
-  SolverModel model;
-  takeColumns(columns, model);
-  binaryColumns(columns, model, trail);
-  model.userRow.resize(rows.count);
-  std::iota(model.userRow.begin(), model.userRow.end(), 0);
-  freeRows(rows, model, trail);
-  takeSides(rows, model);
-  rangedRows(rows, model, trail);
-  noteCrossedBounds(columns, rows, model);
-  return model;
+SolverModel::Terms SolverModel::terms(std::size_t row) const {
+  const bool own = isChanged(row);
+  const std::size_t entry = own ? static_cast<std::size_t>(ownTerms_[row]) : userRow(row);
+  const std::size_t* start = own ? start_.data() : rows_.start;
+  const std::size_t first = start[entry];
+  const std::size_t count = start[entry + 1] - first;
+  return {{(own ? column_.data() : rows_.column) + first, count}, {(own ? value_.data() : rows_.value) + first, count}};
+}
+
+void SolverModel::keepRows(std::vector<int> userRows) {
+  droppedAny_ = true;
+  userRow_ = std::move(userRows);
+}
+
+void SolverModel::subtractColumn(std::size_t row, int column) {
+  const Terms user = terms(row);
+  if (ownTerms_.empty()) ownTerms_.assign(rowCount(), -1);
+  ownTerms_[row] = static_cast<int>(start_.size()) - 1;
+  column_.insert(column_.end(), user.columns.begin(), user.columns.end());
+  value_.insert(value_.end(), user.values.begin(), user.values.end());
+  column_.push_back(column);
+  value_.push_back(-1);
+  start_.push_back(column_.size());
 }
 
 }  // namespace brel::rewrite

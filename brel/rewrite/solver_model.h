@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,34 +11,64 @@
 
 namespace brel::rewrite {
 
-// What is sent to the solver: the user's columns and then those that rules made, and the rows that rules left. The terms
-// of an untouched row stay where the host has them; only a row that a rule changed has terms of its own here.
-struct SolverModel {
-  // Per solver column. Bounds of 1e20 or more are +-1e100 here.
-  std::vector<int> columnType;  // a VariableType
-  std::vector<double> lower, upper;
-  std::vector<std::string> auxiliaryNames;  // of the columns behind the user's, "" without names
-
-  // Per solver row: the user's row it stands for, its type and its side; ownTerms: the entry in `own`, or -1 for the
-  // user's terms.
-  std::vector<int> userRow;
-  std::vector<int> rowType;  // a RowType
-  std::vector<double> side;
-  std::vector<int> ownTerms;
-
-  // Terms of changed rows, compressed.
-  struct {
-    std::vector<std::size_t> start{0};
-    std::vector<int> column;
-    std::vector<double> value;
-  } own;
-
-  std::size_t userColumns = 0;
-  std::vector<std::string> notes;  // for the user
-};
-
-inline constexpr double kInfinity = 1e100;    // towards the solver
 inline constexpr double kUserInfinity = 1e20;  // from here on a user's bound or side is none
+
+// What is sent to the solver: the user's columns and then those that rules made, and the rows that rules left. Whatever
+// no rule has touched stays where the host has it; only changes are kept here, so that a plain model costs nothing.
+class SolverModel {
+ public:
+  // The host's arrays must outlive the model.
+  SolverModel(const kavo_columns& columns, const kavo_rows& rows);
+
+  // ---- columns: the user's, then auxiliary ones ----
+  std::size_t columnCount() const { return columns_.count + auxiliaryNames_.size(); }
+  tav::opt::VariableType columnType(std::size_t column) const;
+  std::span<const double> lower() const { return bounds(ownLower_, columns_.lower); }
+  std::span<const double> upper() const { return bounds(ownUpper_, columns_.upper); }
+  const std::vector<std::string>& auxiliaryNames() const { return auxiliaryNames_; }
+
+  void setBounds(std::size_t column, double lower, double upper);
+  // Appends a continuous column and returns its position. name: "" for none.
+  int addColumn(double lower, double upper, std::string name);
+
+  // ---- rows ----
+  std::size_t rowCount() const { return droppedAny_ ? userRow_.size() : rows_.count; }
+  // The user's row that a row stands for.
+  std::size_t userRow(std::size_t row) const { return droppedAny_ ? static_cast<std::size_t>(userRow_[row]) : row; }
+  tav::opt::RowType rowType(std::size_t row) const;
+  double side(std::size_t row) const;
+  // The terms of a row: of the user's row, or those that a rule gave it.
+  struct Terms {
+    std::span<const int> columns;
+    std::span<const double> values;
+  };
+  Terms terms(std::size_t row) const;
+
+  // Keeps these of the user's rows only.
+  void keepRows(std::vector<int> userRows);
+  // Makes a row an equality with side 0: the user's terms minus a column.
+  void subtractColumn(std::size_t row, int column);
+
+  std::vector<std::string> notes;  // for the user
+
+ private:
+  std::span<const double> bounds(const std::vector<double>& own, const double* user) const {
+    return own.empty() ? std::span<const double>(user, columns_.count) : std::span<const double>(own);
+  }
+  void ownBounds();
+  bool isChanged(std::size_t row) const { return !ownTerms_.empty() && ownTerms_[row] >= 0; }
+
+  kavo_columns columns_;
+  kavo_rows rows_;
+  std::vector<double> ownLower_, ownUpper_;  // all columns, once one was changed or added
+  std::vector<std::string> auxiliaryNames_;
+  bool droppedAny_ = false;
+  std::vector<int> userRow_;   // per row, once rows were dropped
+  std::vector<int> ownTerms_;  // per row, once one was changed: its entry in start_, or -1
+  std::vector<std::size_t> start_{0};
+  std::vector<int> column_;
+  std::vector<double> value_;
+};
 
 // Applies all rules to the model that the host has.
 SolverModel rewrite(const kavo_columns& columns, const kavo_rows& rows, Trail& trail);

@@ -18,8 +18,8 @@ struct Starts {
 // Values on their way back. A span is empty when the solve has not given the quantity. The solver's spans are read, the
 // user's filled.
 struct RowResults {
-  std::span<const double> solverPrimal;       // per solver column
-  std::span<const int> solverColumnBasis;     // per solver column
+  std::span<const double> solverPrimal;    // per solver column
+  std::span<const int> solverColumnBasis;  // per solver column
   std::span<const double> solverActivity, solverDual;
   std::span<const int> solverRowBasis;
   std::span<double> activity, dual;  // per user row

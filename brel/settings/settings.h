@@ -15,9 +15,9 @@ struct Checked {
   std::variant<int, double, std::string> value;
 };
 
-// Checks all settings of the host against the solver's own attributes, in the order in which they were given; of several
-// of one name the last counts, at its place. Raises an exception for the first one that is unknown, of the wrong type, or
-// out of range, naming where it was given and what is allowed. Takes no licence.
+// Checks all settings of the host against the solver's own attributes, in the order in which they were given; of
+// several of one name the last counts, at its place. Raises an exception for the first one that is unknown, of the
+// wrong type, or out of range, naming where it was given and what is allowed. Takes no licence.
 std::vector<Checked> check(const trpRec* host, const tav::attr::AbstractItemDict& known);
 
 // Hands the settings to the solver, one call each.

@@ -2,8 +2,11 @@
 
 namespace grb {
 
-std::vector<const char*> readNames(const Data& data, const tav::attr::BaseContainer& names) {
-  return data.names > 0 ? readAll<const char*>(names) : std::vector<const char*>();
+void requireCounts(const tav::attr::ContainerDict& group, int count) {
+  for (const int key : group.keys()) {
+    const int size = group.get(key).size();
+    if (size != count) throw tav::CheckException::failedEqualTo(group.name(key), size, {"count", count});
+  }
 }
 
 }  // namespace grb

@@ -1,17 +1,19 @@
 #include "grb/adder/domain_types.h"
 
 #include <array>
+#include <source_location>
 #include <span>
 
+#include "grb/adder/adder.h"
 #include "tav/opt/support_exception.h"
 
 namespace grb {
 namespace {
 
 template <class T>
-T map(std::span<const T> table, int type, tav::util::SourceLocation at = tav::util::SourceLocation::here()) {
-  if (type < 0 || type >= static_cast<int>(table.size())) {
-    throw tav::opt::SupportException("Domain type not supported.", at);
+T map(std::span<const T> table, int type, const std::source_location& at = std::source_location::current()) {
+  if (type < 0 || type >= static_cast<int>(table.size())) [[unlikely]] {
+    throw tav::opt::SupportException("Domain type not supported.", adderLocation(at));
   }
   return table[static_cast<std::size_t>(type)];
 }

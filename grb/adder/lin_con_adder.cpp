@@ -1,7 +1,7 @@
 #include "grb/adder/lin_con_adder.h"
 
-#include <algorithm>
-#include <limits>
+#include <span>
+#include <vector>
 
 #include "grb/adder/block_reading.h"
 #include "grb/adder/domain_types.h"
@@ -14,24 +14,23 @@ namespace {
 
 using tav::opt::RowQuantity;
 
-// The sides of the rows as the framework gave them, for those who ask later.
-void noteSide(RowStores& stores, char sense, double side) {
-  constexpr double kNone = std::numeric_limits<double>::infinity();
-  stores.lower.push_back(sense == 'L' ? -kNone : side);
-  stores.upper.push_back(sense == 'G' ? kNone : side);
+std::vector<char> readSenses(const tav::attr::Container<int>& types) {
+  std::vector<char> senses(static_cast<std::size_t>(types.size()));
+  forEachValue<int>(types, types.size(),
+                    [&](int i, int type) { senses[static_cast<std::size_t>(i)] = constrTypeToGurobi(type); });
+  return senses;
 }
 
-void sendRows(GurobiModel& model, const SymbolContainer& functions, const std::vector<char>& senses,
-              const std::vector<const char*>& names, int& sent, RowStores& stores) {
-  Terms terms;
+// Gurobi reads the terms where they stand; it copies them and changes nothing.
+void sendRows(GurobiModel& model, const SymbolContainer& functions, std::span<const char* const> names,
+              std::span<const char> senses, RowStores& stores) {
   forEachFunction(functions, static_cast<int>(senses.size()), [&](int i, const auto& symbol) {
     const auto& function = symbol.asLinear();
     const auto k = static_cast<std::size_t>(i);
     const double side = -function.constant;
-    terms.load(function);
-    model.addConstr(terms.positions(), terms.coefficients(), senses[k], side, names.empty() ? "" : names[k]);
-    noteSide(stores, senses[k], side);
-    ++sent;
+    model.addConstr(function.positions, function.coefficients, senses[k], side, names.empty() ? "" : names[k]);
+    stores.sides.push_back(side);
+    stores.senses.push_back(senses[k]);
   });
 }
 
@@ -41,29 +40,28 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto data = openRecord(record());
   const auto standard = block.group(tav::opt::tag::kConstraint);
   const auto own = block.group(kOwnGroup);
-  const auto types = readAll<int>(standard.get(RowQuantity::type));
-  if (types.empty()) return {};
-  std::vector<char> senses(types.size());
-  std::transform(types.begin(), types.end(), senses.begin(), constrTypeToGurobi);
-  const int count = static_cast<int>(types.size());
+  const auto domain = standard.get(RowQuantity::type).as<int>();
+  const int count = domain.size();
+  if (count <= 0) return {};
+  const auto senses = readSenses(domain);
   const auto functions = standard.get(RowQuantity::function).as<tav::math::Symbol<double>>();
   requireAllLinear(functions, count, *data);
-  const auto names = readNames(*data, standard.get(RowQuantity::name));
+  requireCounts(standard, count);
+  requireCounts(own, count);
+  const BlockValues<const char*> names(namesIfWanted(*data, standard.get(RowQuantity::name)));
 
   LockedModel locked(*data);
   GurobiModel& model = *data->model;
   RowStores& stores = *data->rowStores;
-  stores.lower.reserve(stores.lower.size() + types.size());
-  stores.upper.reserve(stores.upper.size() + types.size());
-  int sent = 0;
-  locked.addTo(sent, [&](GurobiModel& m) { sendRows(m, functions, senses, names, sent, stores); });
+  stores.reserve(senses.size());
+  locked.add([&](GurobiModel& m) { sendRows(m, functions, names.span(), senses, stores); });
   const tav::idx::List positions = data->linearRows.add(count);
 
   copyToStore(standard.get(RowQuantity::marginal), positions, stores.marginal);
   copyToStore(standard.get(RowQuantity::basis), positions, stores.basis);
   copyToStore(own.get(kPreference), positions, stores.preference);
-  const auto lazy = own.get(kLazy);
-  if (lazy.itemCount() > 0) model.setIntAttrArray("Lazy", positions, readAll<int>(lazy));
+  const auto lazy = readGiven<int>(own.get(kLazy), 0);
+  if (!lazy.empty()) model.setIntAttrArray("Lazy", positions, lazy);
   return positions;
 }
 

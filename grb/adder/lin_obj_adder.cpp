@@ -21,15 +21,10 @@ struct MultiObjective {
   std::vector<int> priority;
 
   explicit MultiObjective(const tav::attr::ContainerDict& own)
-      : weight(valuesOf<double>(own.get("weight"))),
-        absoluteTolerance(valuesOf<double>(own.get("abstol"))),
-        relativeTolerance(valuesOf<double>(own.get("reltol"))),
-        priority(valuesOf<int>(own.get("priority"))) {}
-
-  template <class T>
-  static std::vector<T> valuesOf(const tav::attr::BaseContainer& container) {
-    return container.itemCount() > 0 ? readAll<T>(container) : std::vector<T>();
-  }
+      : weight(readGiven<double>(own.get("weight"), 1.0)),
+        absoluteTolerance(readGiven<double>(own.get("abstol"), 0.0)),
+        relativeTolerance(readGiven<double>(own.get("reltol"), 0.0)),
+        priority(readGiven<int>(own.get("priority"), 0)) {}
 
   template <class T>
   static T at(const std::vector<T>& values, std::size_t i, T otherwise) {
@@ -50,7 +45,8 @@ struct MultiObjective {
 void writeCoefficients(GurobiModel& model, const char* attribute, const LinearFunction<double>& function) {
   std::vector<int> positions(function.positions.begin(), function.positions.end());
   std::vector<double> values(function.coefficients.begin(), function.coefficients.end());
-  const bool increasing = std::adjacent_find(positions.begin(), positions.end(), std::greater_equal<>()) == positions.end();
+  const bool increasing =
+      std::adjacent_find(positions.begin(), positions.end(), std::greater_equal<>()) == positions.end();
   if (!increasing) mergeTerms(positions, values);
   if (positions.empty()) return;
   const int count = static_cast<int>(positions.size());
@@ -82,7 +78,9 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const int count = static_cast<int>(types.size());
   const auto functions = standard.get(ObjectiveQuantity::function).as<tav::math::Symbol<double>>();
   requireAllLinear(functions, count, *data);
-  const MultiObjective multi(block.group(kOwnGroup));
+  const auto own = block.group(kOwnGroup);
+  requireCounts(own, count);
+  const MultiObjective multi(own);
 
   const LockedModel locked(*data);
   GurobiModel& model = *data->model;

@@ -26,8 +26,9 @@ bool areTermsSound(const LinearFunction<double>& function, int variables) {
   for (std::size_t k = 0; k < function.positions.size(); ++k) {
     const int position = function.positions[k];
     if (position < 0 || position >= variables) {
-      throw SupportException(fmt::format("Element {} of the block names variable {} of {}.", element, position, variables),
-                             adderLocation());
+      throw SupportException(
+          fmt::format("Element {} of the block names variable {} of {}.", element, position, variables),
+          adderLocation());
     }
     if (!std::isfinite(function.coefficients[k])) {
       throw SupportException(fmt::format("Element {} of the block: the coefficient {} of variable {} is not finite.",

@@ -51,9 +51,9 @@ struct Scalar<kParameter, std::string> {
   }
 };
 
-// A scalar of a model, read on demand: Source 0 a model attribute, 1 a parameter of the model's environment. It holds the
-// model weakly; once the model is gone it reads 0 or "" and has no value. A model attribute has a value while Gurobi says
-// that it is available; a read that is tried anyway raises GurobiException.
+// A scalar of a model, read on demand: Source 0 a model attribute, 1 a parameter of the model's environment. It holds
+// the model weakly; once the model is gone it reads 0 or "" and has no value. A model attribute has a value while
+// Gurobi says that it is available; a read that is tried anyway raises GurobiException.
 template <int Source, class T>
 class Attrib : public tav::attr::AbstractItem<T> {
  public:

@@ -28,8 +28,7 @@ class CallbackAttrib;
 template <>
 class CallbackAttrib<double> : public tav::attr::AbstractItem<double> {
  public:
-  CallbackAttrib(CallbackSource source, int where, int what)
-      : source_(std::move(source)), where_(where), what_(what) {}
+  CallbackAttrib(CallbackSource source, int where, int what) : source_(std::move(source)), where_(where), what_(what) {}
   int solutionCount() const override { return source_.isAt(where_) ? 1 : 0; }
   double get(int /*solution*/) const override;
 
@@ -38,8 +37,8 @@ class CallbackAttrib<double> : public tav::attr::AbstractItem<double> {
   int where_, what_;
 };
 
-// A value per variable of the model in the running solve, such as the new incumbent. Gurobi hands out all values at once,
-// so a few of them cost as much as all.
+// A value per variable of the model in the running solve, such as the new incumbent. Gurobi hands out all values at
+// once, so a few of them cost as much as all.
 class CallbackDoubleAttributeContainer : public tav::attr::AbstractContainer<double> {
  public:
   CallbackDoubleAttributeContainer(CallbackSource source, int where, int what)

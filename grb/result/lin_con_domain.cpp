@@ -1,12 +1,14 @@
 #include "grb/result/lin_con_domain.h"
 
 #include <array>
+#include <limits>
+#include <vector>
 
 #include "grb/gurobi/constants.h"
 #include "grb/result/attribute_container.h"
 #include "grb/result/sources.h"
 #include "grb/result/transforms.h"
-#include "tav/attr/lib/span_container.h"
+#include "tav/attr/lib/list_container.h"
 #include "tav/attr/transform.h"
 #include "tav/opt/codes.h"
 #include "tav/opt/quantities.h"
@@ -29,12 +31,26 @@ std::shared_ptr<DoubleAttributeContainer> rowValues(const std::weak_ptr<GurobiMo
 int rowBasis(int status, char rowSense) {
   using tav::opt::BasisStatus;
   switch (status) {
-    case basis::kBasic: return static_cast<int>(BasisStatus::basic);
+    case basis::kBasic:
+      return static_cast<int>(BasisStatus::basic);
     case basis::kNonbasicLower:
       return static_cast<int>(rowSense == sense::kLessEqual ? BasisStatus::upper : BasisStatus::lower);
-    case basis::kNonbasicUpper: return static_cast<int>(BasisStatus::upper);
-    default: return static_cast<int>(BasisStatus::superbasic);
+    case basis::kNonbasicUpper:
+      return static_cast<int>(BasisStatus::upper);
+    default:
+      return static_cast<int>(BasisStatus::superbasic);
   }
+}
+
+constexpr double kNoSide = std::numeric_limits<double>::infinity();
+
+// One side of every row; rows of the sense `without` have none.
+tav::attr::BaseContainer rowSides(const RowStores& rows, char without, double none) {
+  std::vector<double> sides = rows.sides;
+  for (std::size_t i = 0; i < sides.size(); ++i) {
+    if (rows.senses[i] == without) sides[i] = none;
+  }
+  return std::make_shared<tav::attr::lib::ListContainer<double, std::vector>>(std::move(sides));
 }
 
 }  // namespace
@@ -48,11 +64,16 @@ std::span<const Quantity> LinConDomain::provided() const {
 
 tav::attr::BaseContainer LinConDomain::make(int key) const {
   switch (key) {
-    case Q::lower: return tav::attr::lib::viewOf<double>(rows_->lower, rows_);
-    case Q::upper: return tav::attr::lib::viewOf<double>(rows_->upper, rows_);
-    case Q::slack: return transformed<tav::attr::transform::Negate>(rowValues(model_, "Slack"));
-    case Q::marginal: return transformed<transform::DoubleValues>(rowValues(model_, "Pi"));
-    default: return std::make_shared<LinConBasisSolutions>(model_);
+    case Q::lower:
+      return rowSides(*rows_, 'L', -kNoSide);
+    case Q::upper:
+      return rowSides(*rows_, 'G', kNoSide);
+    case Q::slack:
+      return transformed<tav::attr::transform::Negate>(rowValues(model_, "Slack"));
+    case Q::marginal:
+      return transformed<transform::DoubleValues>(rowValues(model_, "Pi"));
+    default:
+      return std::make_shared<LinConBasisSolutions>(model_);
   }
 }
 

@@ -37,8 +37,8 @@ class LinConFunction : public QuantityView {
   std::optional<Event> event_;
 };
 
-// The basis status of each row. Gurobi tells it of the row's slack: a tight less-or-equal row has its slack at the lower
-// bound, which is the row at its upper side.
+// The basis status of each row. Gurobi tells it of the row's slack: a tight less-or-equal row has its slack at the
+// lower bound, which is the row at its upper side.
 class LinConBasisSolutions : public tav::attr::AbstractContainer<int> {
  public:
   explicit LinConBasisSolutions(std::weak_ptr<GurobiModel> model) : model_(std::move(model)) {}

@@ -27,12 +27,15 @@ std::shared_ptr<const tav::attr::AbstractBaseInfo> rangeInfo(const std::string& 
 
 std::shared_ptr<const tav::attr::AbstractBaseInfo> infoOf(const GurobiModel& model, const std::string& name) {
   switch (typeOf(model, name)) {
-    case paramtype::kInt: return rangeInfo(name, model.getIntParamInfo(name.c_str()));
-    case paramtype::kDouble: return rangeInfo(name, model.getDblParamInfo(name.c_str()));
+    case paramtype::kInt:
+      return rangeInfo(name, model.getIntParamInfo(name.c_str()));
+    case paramtype::kDouble:
+      return rangeInfo(name, model.getDblParamInfo(name.c_str()));
     case paramtype::kString:
       return std::make_shared<tav::attr::lib::Info<std::string>>(
           name, 1, true, model.getStrParamInfo(name.c_str()).defaultValue, std::nullopt, "");
-    default: return nullptr;
+    default:
+      return nullptr;
   }
 }
 
@@ -50,9 +53,12 @@ tav::attr::BaseItem ModelAttributes::get(std::string_view name) const {
   const auto info = infoOf(*model, parameter);
   if (!info) return empty();
   switch (info->valueType()) {
-    case tav::attr::ValueType::kInt: return std::make_shared<Attrib<kParameter, int>>(model, parameter, info);
-    case tav::attr::ValueType::kDouble: return std::make_shared<Attrib<kParameter, double>>(model, parameter, info);
-    default: return std::make_shared<Attrib<kParameter, std::string>>(model, parameter, info);
+    case tav::attr::ValueType::kInt:
+      return std::make_shared<Attrib<kParameter, int>>(model, parameter, info);
+    case tav::attr::ValueType::kDouble:
+      return std::make_shared<Attrib<kParameter, double>>(model, parameter, info);
+    default:
+      return std::make_shared<Attrib<kParameter, std::string>>(model, parameter, info);
   }
 }
 

@@ -7,9 +7,9 @@
 
 namespace grb {
 
-// The Gurobi parameters by name, in any case, with type, bounds and default as Gurobi tells them: items are settable and
-// carry their info. It can be asked before the environment is started. Nothing is provided once the model is gone, nor
-// the two parameters that send the log elsewhere than to the framework (LogToConsole, LogFile).
+// The Gurobi parameters by name, in any case, with type, bounds and default as Gurobi tells them: items are settable
+// and carry their info. It can be asked before the environment is started. Nothing is provided once the model is gone,
+// nor the two parameters that send the log elsewhere than to the framework (LogToConsole, LogFile).
 class ModelAttributes : public tav::attr::AbstractItemDict {
  public:
   explicit ModelAttributes(std::weak_ptr<GurobiModel> model) : model_(std::move(model)) {}

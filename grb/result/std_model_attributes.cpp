@@ -21,8 +21,8 @@ using CountOfInt = tav::attr::transform::NumCast<int, unsigned long long>;
 
 // Names by number, null where nothing is provided.
 constexpr std::array<const char*, Key::count> kNames{
-    "name", nullptr, "status", "iteration limit", "iterations", "node limit", "nodes", "time limit",
-    "run time", "threads", nullptr, "relative gap", "absolute gap", "cutoff", nullptr};
+    "name",     nullptr,   "status", "iteration limit", "iterations",   "node limit", "nodes", "time limit",
+    "run time", "threads", nullptr,  "relative gap",    "absolute gap", "cutoff",     nullptr};
 
 template <class T>
 std::shared_ptr<Attrib<kParameter, T>> parameter(const Model& model, const char* name) {
@@ -74,18 +74,30 @@ tav::attr::BaseItem StdModelAttributes::get(int key) const {
 
 tav::attr::BaseItem StdModelAttributes::ofModel(int key) const {
   switch (key) {
-    case Key::name: return readOnly(attribute<std::string>(model_, "ModelName"));
-    case Key::status: return std::make_shared<SolutionStatus>(model_);
-    case Key::iterationLimit: return transformed<CountOfDouble>(parameter<double>(model_, "IterationLimit"));
-    case Key::iterations: return transformed<transform::DoubleToSize>(attribute<double>(model_, "IterCount"));
-    case Key::nodeLimit: return transformed<CountOfDouble>(parameter<double>(model_, "NodeLimit"));
-    case Key::nodes: return transformed<transform::DoubleToSize>(attribute<double>(model_, "NodeCount"));
-    case Key::timeLimit: return parameter<double>(model_, "TimeLimit");
-    case Key::runTime: return readOnly(attribute<double>(model_, "Runtime"));
-    case Key::threads: return transformed<CountOfInt>(parameter<int>(model_, "Threads"));
-    case Key::relativeGap: return parameter<double>(model_, "MIPGap");
-    case Key::absoluteGap: return parameter<double>(model_, "MIPGapAbs");
-    default: return parameter<double>(model_, "Cutoff");
+    case Key::name:
+      return readOnly(attribute<std::string>(model_, "ModelName"));
+    case Key::status:
+      return std::make_shared<SolutionStatus>(model_);
+    case Key::iterationLimit:
+      return transformed<CountOfDouble>(parameter<double>(model_, "IterationLimit"));
+    case Key::iterations:
+      return transformed<transform::DoubleToSize>(attribute<double>(model_, "IterCount"));
+    case Key::nodeLimit:
+      return transformed<CountOfDouble>(parameter<double>(model_, "NodeLimit"));
+    case Key::nodes:
+      return transformed<transform::DoubleToSize>(attribute<double>(model_, "NodeCount"));
+    case Key::timeLimit:
+      return parameter<double>(model_, "TimeLimit");
+    case Key::runTime:
+      return readOnly(attribute<double>(model_, "Runtime"));
+    case Key::threads:
+      return transformed<CountOfInt>(parameter<int>(model_, "Threads"));
+    case Key::relativeGap:
+      return parameter<double>(model_, "MIPGap");
+    case Key::absoluteGap:
+      return parameter<double>(model_, "MIPGapAbs");
+    default:
+      return parameter<double>(model_, "Cutoff");
   }
 }
 

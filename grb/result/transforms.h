@@ -18,10 +18,14 @@ struct Basis {
   static int read(const int& status) {
     using tav::opt::BasisStatus;
     switch (status) {
-      case basis::kBasic: return static_cast<int>(BasisStatus::basic);
-      case basis::kNonbasicLower: return static_cast<int>(BasisStatus::lower);
-      case basis::kNonbasicUpper: return static_cast<int>(BasisStatus::upper);
-      default: return static_cast<int>(BasisStatus::superbasic);
+      case basis::kBasic:
+        return static_cast<int>(BasisStatus::basic);
+      case basis::kNonbasicLower:
+        return static_cast<int>(BasisStatus::lower);
+      case basis::kNonbasicUpper:
+        return static_cast<int>(BasisStatus::upper);
+      default:
+        return static_cast<int>(BasisStatus::superbasic);
     }
   }
   static std::optional<int> convert(const int& status) {

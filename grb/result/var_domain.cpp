@@ -30,13 +30,20 @@ constexpr std::array kOfIncumbent{Quantity{Q::level, "level"}};
 
 const char* attributeOf(int key) {
   switch (key) {
-    case Q::lower: return "LB";
-    case Q::upper: return "UB";
-    case Q::reducedCost: return "RC";
-    case Q::lowerRangeLow: return "SALBLow";
-    case Q::lowerRangeHigh: return "SALBUp";
-    case Q::upperRangeLow: return "SAUBLow";
-    default: return "SAUBUp";
+    case Q::lower:
+      return "LB";
+    case Q::upper:
+      return "UB";
+    case Q::reducedCost:
+      return "RC";
+    case Q::lowerRangeLow:
+      return "SALBLow";
+    case Q::lowerRangeHigh:
+      return "SALBUp";
+    case Q::upperRangeLow:
+      return "SAUBLow";
+    default:
+      return "SAUBUp";
   }
 }
 
@@ -63,8 +70,10 @@ tav::attr::BaseContainer VarDomain::make(int key) const {
     return std::make_shared<CallbackDoubleAttributeContainer>(source_, where::kMipSol, what::kMipSolSol);
   }
   switch (key) {
-    case Q::priority: return priority_;
-    case Q::level: return transformed<transform::DoubleValues>(std::make_shared<VarPrimalSolutions>(model_));
+    case Q::priority:
+      return priority_;
+    case Q::level:
+      return transformed<transform::DoubleValues>(std::make_shared<VarPrimalSolutions>(model_));
     case Q::basis:
       return transformed<transform::Basis>(
           std::make_shared<IntAttributeContainer>(model_, "VBasis", "NumVars", Access::readOnly));

@@ -157,7 +157,7 @@ SinkTotals sinkTotals() { return sink().totals; }
 void resetSink() {
   Sink& target = sink();
   target.totals = {};
-  target.bytes.clear();
+  target.bytes = {};
   std::fill(std::begin(target.model.queued), std::end(target.model.queued), 0);
 }
 

@@ -21,6 +21,7 @@ struct SinkTotals {
 std::shared_ptr<const grb::Library> sinkLibrary();
 
 SinkTotals sinkTotals();
+/// Forgets everything and gives the memory back, so that what follows is charged for its storage like a new model.
 void resetSink();
 
 }  // namespace gurobi_double

@@ -1,0 +1,37 @@
+#include <fmt/core.h>
+
+#include "brel/rewrite/rules.h"
+#include "brel/rewrite/solver_model.h"
+
+namespace brel::rewrite {
+namespace {
+
+std::string elementName(const kavo_names& names, std::size_t i, const char* kind) {
+  const char* name = names.start == nullptr ? "" : names.text + names.start[i];
+  return *name == '\0' ? fmt::format("{} {}", kind, i + 1) : fmt::format("{} '{}'", kind, name);
+}
+
+// Such a model is infeasible, which the solver finds out; but only we can tell which element it is.
+void noteCrossed(const kavo_names& names, const char* kind, std::span<const double> lower,
+                 std::span<const double> upper, SolverModel& model) {
+  constexpr std::size_t kMost = 5;
+  for (std::size_t i = 0; i < lower.size() && model.notes.size() < kMost; ++i) {
+    if (lower[i] <= upper[i]) continue;
+    model.notes.push_back(fmt::format("{}: lower bound {:.17g} is above upper bound {:.17g}: the model is infeasible",
+                                      elementName(names, i, kind), lower[i], upper[i]));
+  }
+}
+
+}  // namespace
+
+SolverModel rewrite(const kavo_columns& columns, const kavo_rows& rows, Trail& trail) {
+  SolverModel model(columns, rows);
+  binaryColumns(columns, model, trail);
+  noteCrossed(columns.names, "variable", model.lower(), model.upper(), model);
+  noteCrossed(rows.names, "row", {rows.lower, rows.count}, {rows.upper, rows.count}, model);
+  freeRows(rows, model, trail);
+  rangedRows(rows, model, trail);
+  return model;
+}
+
+}  // namespace brel::rewrite
