@@ -50,7 +50,10 @@ struct Copying {
 
   void carryStarts() const {
     const int starts = integer(old.attr("getAttr")("NumStart"));
+    if (starts == 0) return;
     const py::object before = old.attr("_env").attr("getParam")("StartNumber");
+    copy.attr("setAttr")("NumStart", starts);
+    copy.attr("update")();
     for (int start = 0; start < starts; ++start) {
       old.attr("_env").attr("setParam")("StartNumber", start);
       copy.attr("_env").attr("setParam")("StartNumber", start);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-
 namespace py = pybind11;
 
 namespace bridge {

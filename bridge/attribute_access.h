@@ -11,9 +11,9 @@
 
 namespace bridge {
 
-/// Runs `call`, which uses attributes of `model`, and once more when it fails: gurobipy tells most failures of attributes
-/// by the library's text alone, and the library keeps the text of an earlier failure through some of them. The second
-/// failure has its own text.
+/// Runs `call`, which uses attributes of `model`, and once more when it fails: gurobipy tells most failures of
+/// attributes by the library's text alone, and the library keeps the text of an earlier failure through some of them.
+/// The second failure has its own text.
 template <class Call>
 auto withFreshText(Model& model, Call&& call) {
   try {

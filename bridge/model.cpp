@@ -30,8 +30,8 @@ Model::Model(GRBmodel* handle, GRBenv* envHandle, std::shared_ptr<Env> env)
 void Model::setObject(py::object object) {
   object_ = std::move(object);
   env_->setObject(object_.attr("_env"));
-  methods_ = {object_.attr("addVar"),   object_.attr("addVars"), object_.attr("addLConstr"),
-              object_.attr("chgCoeff"), object_.attr("getAttr"), object_.attr("setAttr")};
+  methods_ = {object_.attr("addVar"), object_.attr("addLConstr"), object_.attr("chgCoeff"), object_.attr("getAttr"),
+              object_.attr("setAttr")};
   readElements();
 }
 

@@ -32,7 +32,7 @@ class Model {
 
   /// gurobipy's methods that are called often, bound to this model.
   struct Methods {
-    pybind11::object addVar, addVars, addLConstr, chgCoeff, getAttr, setAttr;
+    pybind11::object addVar, addLConstr, chgCoeff, getAttr, setAttr;
   };
 
   /// Takes gurobipy's model under a new handle, with an environment handle of its own, and makes both handles live.

@@ -19,7 +19,7 @@ int GRBnewmodel(GRBenv* env, GRBmodel** modelP, const char* name, int numvars, d
   return onEnv(env, [&](Env& e) {
     const py::object object = gurobipy().model(text(name), "env"_a = e.object());
     const VariableData data{numvars, obj, lb, ub, vtype, varnames};
-    addVariables(object.attr("addVars"), data);
+    addVariables(object, data);
     object.attr("update")();  // a new model has its variables from the start
     *modelP = Model::adopt(object)->handle();
   });

@@ -10,8 +10,18 @@ using namespace py::literals;
 
 namespace bridge {
 
-py::object addVariables(const py::object& addVars, const VariableData& data) {
-  if (data.count <= 0) return py::list();
+namespace {
+
+/// Variable `i` alone; `column` is gurobipy's Column or None.
+py::object addOne(const py::object& addVar, const VariableData& data, int i, const py::object& column) {
+  const double lb = data.lb == nullptr ? 0.0 : data.lb[i];
+  const double ub = data.ub == nullptr ? grb::kInfinity : data.ub[i];
+  const double obj = data.obj == nullptr ? 0.0 : data.obj[i];
+  const char vtype = data.vtype == nullptr ? grb::vartype::kContinuous : data.vtype[i];
+  return addVar(lb, ub, obj, letter(vtype), text(data.names == nullptr ? nullptr : data.names[i]), column);
+}
+
+py::object addMany(const py::object& addVars, const VariableData& data) {
   py::dict named;
   if (data.obj != nullptr) named["obj"] = doubleList(data.count, data.obj);
   if (data.lb != nullptr) named["lb"] = doubleList(data.count, data.lb);
@@ -23,6 +33,17 @@ py::object addVariables(const py::object& addVars, const VariableData& data) {
     named["name"] = names;
   }
   return addVars(data.count, **named).attr("values")();
+}
+
+}  // namespace
+
+py::object addVariables(const py::object& model, const VariableData& data) {
+  py::list added;
+  if (data.count <= 0) return added;
+  // addVars takes a list of one name for the stem of a name with an index.
+  if (data.count > 1) return addMany(model.attr("addVars"), data);
+  added.append(addOne(model.attr("addVar"), data, 0, py::none()));
+  return added;
 }
 
 namespace {
@@ -49,14 +70,7 @@ void addWithColumns(Model& m, const VariableData& data, const Columns& columns) 
     const int end = i + 1 < data.count ? columns.beg[i + 1] : columns.numnz;
     built[i] = column(m, columns.beg[i], end, columns.ind, columns.values);
   }
-  for (int i = 0; i < data.count; ++i) {
-    const double lb = data.lb == nullptr ? 0.0 : data.lb[i];
-    const double ub = data.ub == nullptr ? grb::kInfinity : data.ub[i];
-    const double obj = data.obj == nullptr ? 0.0 : data.obj[i];
-    const char vtype = data.vtype == nullptr ? grb::vartype::kContinuous : data.vtype[i];
-    const py::object name = text(data.names == nullptr ? nullptr : data.names[i]);
-    m.vars().append(m.methods().addVar(lb, ub, obj, letter(vtype), name, built[i]));
-  }
+  for (int i = 0; i < data.count; ++i) m.vars().append(addOne(m.methods().addVar, data, i, built[i]));
 }
 
 }  // namespace
@@ -79,7 +93,7 @@ int GRBaddvars(GRBmodel* model, int numvars, int numnz, int* vbeg, int* vind, do
   return onAdd(model, [&](Model& m) {
     const VariableData data{numvars, obj, lb, ub, vtype, varnames};
     if (numnz > 0) return addWithColumns(m, data, {numnz, vbeg, vind, vval});
-    for (const py::handle var : addVariables(m.methods().addVars, data))
+    for (const py::handle var : addVariables(m.object(), data))
       m.vars().append(py::reinterpret_borrow<py::object>(var));
   });
 }

@@ -15,7 +15,7 @@ struct VariableData {
   char** names;
 };
 
-/// Calls gurobipy's bound method addVars once. Returns an iterable of the new Var objects in order.
-pybind11::object addVariables(const pybind11::object& addVars, const VariableData& data);
+/// Queues them in gurobipy's model. Returns an iterable of the new Var objects in order.
+pybind11::object addVariables(const pybind11::object& model, const VariableData& data);
 
 }  // namespace bridge
