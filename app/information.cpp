@@ -23,7 +23,7 @@ std::string versionLine() {
 std::string version(const Arguments& arguments) {
   const Session session;
   const int opened = kavo_open_link(session.model(), arguments.link.empty() ? nullptr : arguments.link.c_str());
-  if (opened != KAVO_OK) return versionLine() + "no Gurobi library: " + kavo_last_error() + "\n";
+  if (opened != KAVO_OK) return versionLine() + "no solver: " + kavo_last_error() + "\n";
   return versionLine() + session.solverText() + "\n";
 }
 

@@ -112,7 +112,8 @@ void writeSol(const Model& model, const Results* results, const std::string& pat
   static const Results kNone;
   const Results& given = results ? *results : kNone;
   const auto &duals = given.values[KAVO_DUAL], &primal = given.values[KAVO_PRIMAL];
-  const auto objective = static_cast<std::size_t>(std::max(header.objectiveNumber, 1) - 1);
+  const auto chosen = static_cast<std::size_t>(std::max(header.objectiveNumber, 1) - 1);
+  const std::size_t objective = chosen < model.objectives.size() ? chosen : 0;
   const SolShape shape{model.amplOptions, model.amplTolerance, model.rows.size(), model.columns.size()};
   writeFile(path, [&](Text& text) {
     writeMessage(text, header.message);

@@ -1,0 +1,179 @@
+"""Options, words, outputs and exit codes, with the fake link in Gurobi's place."""
+
+import json
+import os
+import re
+import subprocess
+import unittest
+
+import cli
+
+
+class Information(cli.FolderCase):
+    def test_answers_without_a_model(self):
+        for words, code, expected in [
+            ([], 2, r"^usage: grblink \[options\] stub \[-AMPL\]"),
+            (["-?"], 0, r"^usage: grblink"),
+            (["-v"], 0, r"^grblink \d+\.\d+\.\d+ \(Linux x86_64\), "),
+            (["-!"], 0, r"\n 402  time limit, feasible solution\n"),
+            (["--help"], 0, r"\n  --json FILE "),
+            (["-h"], 0, r"wantsol"),
+            (["--version", "--link", cli.FAKE_LINK], 0, r"\nthe fake solver\n"),
+            (["--version", "--link", "/nosuch.so"], 0, r"\nno solver: .*/nosuch\.so"),
+        ]:
+            with self.subTest(words=words):
+                run = self.run_program(*words)
+                self.assertEqual(run.returncode, code)
+                self.assertRegex(run.stdout, expected)
+                self.assertEqual(run.stderr, "")
+
+    def test_every_option_of_the_help_is_documented(self):
+        page = (cli.pathlib.Path(__file__).parents[2] / "docs" / "command-line.md").read_text()
+        options = re.findall(r"^  (-\S+)", self.run_program("--help").stdout, re.MULTILINE)
+        self.assertGreater(len(options), 10)
+        for option in options:
+            self.assertIn(f"`{option}", page)
+
+    def test_every_result_code_is_documented(self):
+        page = (cli.pathlib.Path(__file__).parents[2] / "docs" / "results.md").read_text()
+        rows = self.run_program("-!").stdout.splitlines()[1:]
+        self.assertGreater(len(rows), 20)
+        for row in rows:
+            code, message = row.split(None, 1)
+            self.assertRegex(page, rf"\| {code} \|.*{re.escape(message)}")
+
+
+class Solving(cli.FolderCase):
+    def test_summary_and_point_file(self):
+        run = self.run_fake("small.mps", "point=1", "objective=11", "bound=12", "gap=0.09", "nodes=1", "iterations=7",
+                            "violation=0.5", "note=look here")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertRegex(run.stdout, r"\Agrblink [\d.]+: optimal solution; objective 11\n"
+                                     r"2 rows, 2 variables, 4 nonzeros\n7 iterations\n1 branching node\n"
+                                     r"best bound 12, relative gap 0\.09\n[\d.]+ seconds, the fake solver\n"
+                                     r"warning: largest row violation 0\.5 at row c1\nnote: look here\n\Z")
+        self.assertEqual(self.read("small.sol"), "# Objective value = 11\nx 0\ny 0\n")
+
+    def test_outputs_by_options_and_words(self):
+        log, text, summary = "log=Log line\n", "Log line\n", "grblink 0"
+        for words, shown, written in [
+            ([log], [text, summary], {"small.sol"}),
+            ([log, "outlev=0"], [summary], {"small.sol"}),
+            ([log, "--no-sol"], [text, summary], set()),
+            ([log, "--quiet"], [], {"small.sol"}),
+            ([log, "--quiet", "outlev=1"], [], {"small.sol"}),
+            ([log, "--quiet", "--log", "l", "--json", "j"], [], {"small.sol", "l", "j"}),
+            ([log, "logfile=l", "outlev=0", "-s"], [summary], {"small.sol", "l"}),
+            (["wantsol=0"], [summary], set()),
+            (["wantsol=0", "-s"], [summary], {"small.sol"}),
+            (["wantsol=8"], [], set()),
+            (["WantSol=11"], ["variable  value\nx  0\ny  0\n"], {"small.sol"}),
+            (["wantsol=14", "duals=1"], ["variable  value\n", "row  dual\nc1  1.5\nc2  2.5\n"], set()),
+            (["--no-sol", "-oother.sol"], [summary], set()),
+            (["-oother.sol"], [summary], {"other.sol"}),
+            (["point=0", "status=2"], [summary, ": infeasible problem\n"], set()),
+        ]:
+            with self.subTest(words=words):
+                for name in self.files() - {"small.mps", "small.nl"}:
+                    os.remove(self.folder / name)
+                run = self.run_fake("small.mps", "point=1", *words)
+                self.assertEqual((run.returncode, run.stderr), (0, ""))
+                self.assertEqual(self.files() - {"small.mps", "small.nl"}, written)
+                for part in shown:
+                    self.assertIn(part, run.stdout)
+                for part in {text, summary, "variable  value"} - set(shown):
+                    if not any(part in other for other in shown):
+                        self.assertNotIn(part, run.stdout)
+                if "l" in written:
+                    self.assertEqual(self.read("l"), text)
+
+    def test_json_holds_the_result(self):
+        self.assertEqual(self.run_fake("small.mps", "--json", "j", "point=1", "objective=2").returncode, 0)
+        found = json.loads(self.read("j"))
+        self.assertEqual((found["status"], found["objective"], found["variables"]["name"]), ("optimal", 2, ["x", "y"]))
+
+    def test_nl_file_gives_a_sol_of_the_protocol(self):
+        for model in ("small", "small.nl"):
+            self.assertEqual(self.run_fake(model, "point=1", "--quiet").returncode, 0)
+            self.assertIn("\nOptions\n3\n1\n1\n0\n2\n0\n2\n2\n0\n0\nobjno 0 0\n", self.read("small.sol"))
+            os.remove(self.folder / "small.sol")
+
+    def test_words_of_the_environment_come_first(self):
+        listed = "log 'from here' objective=1\n outlev = 1 note=\"a 'b'\""
+        run = self.run_fake("small.mps", "objective=2", "log=", env={"grblink_options": listed})
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertIn("objective 2\n", run.stdout)
+        self.assertIn("note: a 'b'\n", run.stdout)
+        self.assertNotIn("from here", run.stdout)
+
+    def test_streams_may_be_closed(self):
+        script = f'"{cli.PROGRAM}" --link "{cli.FAKE_LINK}" --quiet small.mps point=1 <&- >&- 2>&-'
+        self.assertEqual(subprocess.run(script, shell=True, cwd=self.folder, timeout=60, check=False).returncode, 0)
+        self.assertEqual(self.read("small.sol"), "# Objective value = NaN\nx 0\ny 0\n")
+
+
+class Failing(cli.FolderCase):
+    def test_wrong_usage(self):
+        for words in (["--nosuch", "small.mps"], ["-z", "small.mps"], ["--json"], ["--quiet"], ["-AMPL"], ["-="]):
+            with self.subTest(words=words):
+                run = self.run_program(*words)
+                self.assertEqual((run.returncode, run.stdout), (2, ""))
+                self.assert_one_line(run.stderr, "grblink: ", "--help")
+
+    def test_bad_input_is_one_line_and_keeps_the_earlier_solution(self):
+        self.write("empty.mps", "")
+        self.write("half.nl", cli.SMALL_NL[:120])
+        os.mkdir(self.folder / "folder.mps")
+        for words, parts in [
+            (["nosuch.mps"], ["nosuch.mps"]),
+            (["empty.mps"], ["empty.mps"]),
+            (["half.nl"], ["half.nl"]),
+            (["folder.mps"], ["folder.mps"]),
+            (["small.mps", "nosuch=1"], ["unknown option nosuch", "command line"]),
+            (["small.mps", "timelimit"], ["name=value", "timelimit"]),
+            (["small.mps", "=1"], ["name=value"]),
+            (["small.mps", "outlev=high"], ["outlev", "0 to 100", "high"]),
+            (["small.mps", "wantsol=16"], ["wantsol", "0 to 15"]),
+            (["small.mps", "objno=-1"], ["objno"]),
+            (["small.mps", "objno=2"], ["objective 2", "has 1"]),
+            (["small.mps", "fail=one\n  two"], ["one; two"]),
+            (["--json", "nosuch/j", "small.mps"], ["nosuch/j", "No such file"]),
+            (["--log", "nosuch/l", "small.mps"], ["nosuch/l", "No such file"]),
+            (["--trace", "nosuch/t", "small.mps"], ["nosuch/t", "No such file"]),
+            (["-onosuch/s", "small.mps"], ["nosuch/s", "No such file"]),
+            (["--json", "folder.mps", "small.mps"], ["folder.mps", "Is a directory"]),
+            (["--log", "./small.mps", "small.mps"], ["overwrite the model"]),
+            (["--link", "nosuch.so", "small.mps"], ["nosuch.so"]),
+        ]:
+            with self.subTest(words=words):
+                self.write("small.sol", "earlier")
+                before = self.files()
+                run = self.run_fake(*words) if "--link" not in words else self.run_program(*words)
+                self.assertEqual((run.returncode, run.stdout), (1, ""))
+                self.assert_one_line(run.stderr, "grblink: ", *parts)
+                self.assertEqual(self.read("small.sol"), "earlier")
+                self.assertEqual(self.read("small.mps"), cli.SMALL_MPS)
+                self.assertEqual(self.files(), before)
+
+    def test_bad_list_in_the_environment(self):
+        for listed, part in (("timelimit", "no value"), ("a='b", "does not end"), ("=3", "name is missing")):
+            run = self.run_fake("small.mps", env={"grblink_options": listed})
+            self.assertEqual(run.returncode, 1)
+            self.assert_one_line(run.stderr, "grblink_options", part)
+
+    def test_lost_output_is_an_error_but_the_solution_is_written(self):
+        for where, reason in ((">&-", "Bad file descriptor"), (">/dev/full", "No space left")):
+            script = f'"{cli.PROGRAM}" --link "{cli.FAKE_LINK}" small.mps point=1 log=x {where}'
+            run = subprocess.run(script, shell=True, cwd=self.folder, stderr=subprocess.PIPE, text=True, timeout=60, check=False)
+            self.assertEqual(run.returncode, 1)
+            self.assert_one_line(run.stderr, "standard output", reason)
+            self.assertIn("x 0", self.read("small.sol"))
+            os.remove(self.folder / "small.sol")
+        run = self.run_fake("small.mps", "point=1", "--json", "/dev/full", "--log", "/dev/full", "log=x")
+        self.assertEqual(run.returncode, 1)
+        self.assert_one_line(run.stderr, "/dev/full", "No space left")
+        self.assertIn("x 0", self.read("small.sol"))
+
+
+if __name__ == "__main__":
+    unittest.main()
