@@ -16,8 +16,8 @@ namespace {
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 enum class Value { kNone, kNeeded, kMaybe };
-// What a bound type says of a side: nothing, the value of the line, no bound, or 0 and 1.
-enum class Side { kKept, kValue, kUnbounded, kUnit };
+// What a bound type says of a side: nothing, the value of the line, or that there is no bound.
+enum class Side { kKept, kValue, kUnbounded };
 
 struct BoundType {
   std::string_view name;
@@ -33,7 +33,7 @@ constexpr std::array<BoundType, 11> kBoundTypes = {{
     {"FR", Value::kNone, Side::kUnbounded, Side::kUnbounded, 0},
     {"MI", Value::kNone, Side::kUnbounded, Side::kKept, 0},
     {"PL", Value::kNone, Side::kKept, Side::kUnbounded, 0},
-    {"BV", Value::kNone, Side::kUnit, Side::kUnit, kBinaryFlag},
+    {"BV", Value::kNone, Side::kKept, Side::kKept, kBinaryFlag},
     {"LI", Value::kNeeded, Side::kValue, Side::kKept, kIntegerFlag},
     {"UI", Value::kNeeded, Side::kKept, Side::kValue, kIntegerFlag},
     {"SC", Value::kMaybe, Side::kKept, Side::kValue, kSemiFlag},
@@ -97,15 +97,15 @@ class BoundReader {
   }
 
   void take(const Bound& bound) {
-    const int column = reading_.columnOf(bound.column, 2 * last_ - beforeLast_);
+    const int column = reading_.columnOf(bound.column, last_ < kMostGuessed ? 2 * last_ - beforeLast_ : last_);
     beforeLast_ = std::exchange(last_, column);
     if (bound.value.empty() && bound.type.value == Value::kNeeded) failShape();
     const double value = bound.value.empty() ? kInfinite : withInfinity(reading_.number(bound.value));
     const auto i = static_cast<std::size_t>(column);
     Columns& columns = reading_.model.columns;
     unsigned char& flags = reading_.columnFlags()[i];
-    takeSide(bound, columns.lower[i], flags, kLowerFlag, sideOf(bound.type.lower, value, -kInfinite, 0));
-    takeSide(bound, columns.upper[i], flags, kUpperFlag, sideOf(bound.type.upper, value, kInfinite, 1));
+    takeSide(bound, columns.lower[i], flags, kLowerFlag, sideOf(bound.type.lower, value, -kInfinite));
+    takeSide(bound, columns.upper[i], flags, kUpperFlag, sideOf(bound.type.upper, value, kInfinite));
     flags |= bound.type.flags;
     if ((flags & kBinaryFlag) != 0 && (flags & kSemiFlag) != 0) {
       reading_.fail(fmt::format("column {} is binary and semi-continuous at once", quoted(bound.column)));
@@ -113,23 +113,14 @@ class BoundReader {
   }
 
   // NaN when the line says nothing of this side.
-  static double sideOf(Side side, double value, double infinite, double unit) {
-    switch (side) {
-      case Side::kValue:
-        return value;
-      case Side::kUnbounded:
-        return infinite;
-      case Side::kUnit:
-        return unit;
-      default:
-        return kUnknown;
-    }
+  static double sideOf(Side side, double value, double infinite) {
+    return side == Side::kValue ? value : side == Side::kUnbounded ? infinite : kUnknown;
   }
 
-  // A side may be given twice only when both agree; a binary column keeps what was given before.
+  // A side may be given twice only when both agree.
   void takeSide(const Bound& bound, double& place, unsigned char& flags, unsigned char flag, double value) {
     const bool given = (flags & flag) != 0;
-    if (std::isnan(value) || (given && bound.type.flags == kBinaryFlag)) return;
+    if (std::isnan(value)) return;
     const bool lower = flag == kLowerFlag;
     if (value == (lower ? kInfinite : -kInfinite)) {
       reading_.fail(fmt::format("no value satisfies the {} bound {} of column {}", lower ? "lower" : "upper",
@@ -144,6 +135,8 @@ class BoundReader {
   }
 
   [[noreturn]] void failShape() const { reading_.failShape("type, name of the set or nothing, column, and number"); }
+
+  static constexpr int kMostGuessed = std::numeric_limits<int>::max() / 2;
 
   Reading& reading_;
   FirstSet first_;
@@ -168,12 +161,13 @@ void finishColumns(Reading& reading) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const unsigned char flags = columns.type[i];
     const bool lowerGiven = (flags & kLowerFlag) != 0, upperGiven = (flags & kUpperFlag) != 0;
-    if (upperGiven && !lowerGiven && columns.upper[i] < 0) {
+    const bool binary = (flags & kBinaryFlag) != 0, integer = (flags & kIntegerFlag) != 0;
+    if (upperGiven && !lowerGiven && !binary && columns.upper[i] < 0) {
       columns.lower[i] = -kInfinite;
       if (negative++ == 0) firstNegative = i;
     }
     // Integer columns have been 0-1 by default since markers were invented, unless a bound is given.
-    if ((flags & kIntegerFlag) != 0 && !lowerGiven && !upperGiven) columns.upper[i] = 1;
+    if (!upperGiven && (binary || (integer && !lowerGiven))) columns.upper[i] = 1;
     columns.type[i] = typeOf(flags);
   }
   if (negative > 0) {

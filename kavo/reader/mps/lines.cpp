@@ -120,9 +120,15 @@ void Lines::splitAtColumns(Fields fields) {
   count_ = used;
 }
 
-bool Lines::hasNameWithBlank() const {
-  return obeysColumns() && std::any_of(kColumns.begin(), kColumns.end(), [this](const Column& column) {
-           return column.name && hasBlank(cut(column.begin, column.end));
+bool Lines::hasNameWithBlank(const Input& input, std::size_t number) {
+  Lines lines(input, Layout::kColumns);
+  for (std::size_t i = 0; i < number; ++i) {
+    lines.line_ = lines.at_;
+    lines.lineEnd_ = std::find(lines.at_, lines.end_, '\n');
+    lines.at_ = lines.lineEnd_ == lines.end_ ? lines.end_ : lines.lineEnd_ + 1;
+  }
+  return lines.obeysColumns() && std::any_of(kColumns.begin(), kColumns.end(), [&lines](const Column& column) {
+           return column.name && hasBlank(lines.cut(column.begin, column.end));
          });
 }
 

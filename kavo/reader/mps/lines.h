@@ -40,8 +40,9 @@ class Lines {
   std::string_view operator[](std::size_t i) const { return field_[i]; }
   // Everything behind the first field, without blanks around it.
   std::string_view rest() const;
-  // Whether the line, which may be cut in any way, obeys the fixed columns and has a name with a blank inside.
-  bool hasNameWithBlank() const;
+
+  // Whether the line of that number obeys the fixed columns and has a name with a blank inside.
+  static bool hasNameWithBlank(const Input& input, std::size_t number);
 
  private:
   void splitAtBlanks();

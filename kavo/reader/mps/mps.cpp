@@ -195,9 +195,10 @@ class Driver {
     }
     const std::size_t others = reading_.otherObjectives.size();
     if (others > 0) {
-      model.readNotes.push_back(fmt::format("{} row{} of type N besides the objective {} left out: {}{}", others,
-                                            &"s"[others == 1], others == 1 ? "is" : "are",
-                                            quoted(reading_.otherObjectives.at(0)), others == 1 ? "" : ", ..."));
+      model.readNotes.push_back(fmt::format("{} row{} of type N besides the objective {} {} left out: {}{}", others,
+                                            &"s"[others == 1], quoted(reading_.objectiveName),
+                                            others == 1 ? "is" : "are", quoted(reading_.otherObjectives.at(0)),
+                                            others == 1 ? "" : ", ..."));
     }
   }
 
@@ -229,9 +230,7 @@ Attempt attempt(const Input& input, Layout layout) {
     result.error = Error(failure.status(), fmt::format("cannot read \"{}\": line {}{}: {}", input.path(),
                                                        failure.line(), section, failure.what()));
     result.line = failure.line();
-    Lines lines(input, layout);
-    while (!lines.atEnd() && lines.number() < failure.line()) lines.next(Fields::kWords);
-    result.nameWithBlank = lines.hasNameWithBlank();
+    result.nameWithBlank = Lines::hasNameWithBlank(input, failure.line());
   }
   return result;
 }

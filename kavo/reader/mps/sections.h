@@ -40,7 +40,8 @@ class Sides {
   Reading& reading_;
   std::vector<double> rhs_, range_;  // empty, or one per row; NaN: not given
   double objectiveRhs_ = kUnknown;
-  int last_ = NameIndex::kNone;
+  int last_ = NameIndex::kNone;  // the row of the last pair
+  bool freeRangeNoted_ = false;
 };
 
 // Bounds and types of columns.

@@ -78,8 +78,11 @@ void Sides::takeRange(std::string_view name, std::string_view field) {
     store(reading_, range_[static_cast<std::size_t>(row)], value, name);
     return;
   }
-  reading_.model.readNotes.push_back(fmt::format("the range of row {} on line {} is left out: the row has type N",
-                                                 quoted(name), reading_.lines.number()));
+  if (!freeRangeNoted_) {
+    reading_.model.readNotes.push_back(fmt::format("ranges of rows of type N, such as {} on line {}, are left out",
+                                                   quoted(name), reading_.lines.number()));
+  }
+  freeRangeNoted_ = true;
 }
 
 void Sides::finish() {
