@@ -22,14 +22,13 @@ std::string headline(const kavo_outcome& outcome) {
   return line + "\n";
 }
 
+// A continuous model has neither nodes nor a gap, so a zero is not worth a line.
 std::string work(const kavo_outcome& outcome) {
   std::string lines;
-  if (!std::isnan(outcome.iterations)) lines += counted(outcome.iterations, "iteration", "iterations") + "\n";
-  if (!std::isnan(outcome.nodes)) lines += counted(outcome.nodes, "branching node", "branching nodes") + "\n";
-  if (!std::isnan(outcome.bound)) lines += fmt::format("best bound {:.10g}", outcome.bound);
-  if (!std::isnan(outcome.bound) && !std::isnan(outcome.gap))
-    lines += fmt::format(", relative gap {:.3g}", outcome.gap);
-  return std::isnan(outcome.bound) ? lines : lines + "\n";
+  if (outcome.iterations >= 0) lines += counted(outcome.iterations, "iteration", "iterations") + "\n";
+  if (outcome.nodes > 0) lines += counted(outcome.nodes, "branching node", "branching nodes") + "\n";
+  if (outcome.gap > 0) lines += fmt::format("best bound {:.10g}, relative gap {:.3g}\n", outcome.bound, outcome.gap);
+  return lines;
 }
 
 std::string warnings(const Session& session) {
