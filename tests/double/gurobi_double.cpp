@@ -79,7 +79,7 @@ int GurobiDouble::enter(Fn function, std::string text, bool returnsCode) {
     }
   }
   // Outside the lock: an action may well call Gurobi functions.
-  if (const auto action = actions_.find(function); code == 0 && action != actions_.end()) action->second();
+  if (const auto action = actions_.find(function); action != actions_.end()) action->second();
   return code;
 }
 

@@ -62,7 +62,7 @@ class GurobiDouble : public std::enable_shared_from_this<GurobiDouble> {
 
   // --- Scripts ---
 
-  /// Runs inside every call of a function, after it was recorded and before it is answered.
+  /// Runs inside every call of a function, also one that fails, after it was recorded and before it is answered.
   void onCall(Fn function, std::function<void()> action) { actions_[function] = std::move(action); }
   /// Values that reads of every model see at once, queued or not: scalar attributes and one value per element.
   void scriptAttr(const std::string& name, double value);

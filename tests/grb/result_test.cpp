@@ -1,0 +1,266 @@
+// What is read from a solved model, and how Gurobi's codes, signs and sentinels come out.
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "grb/result/attribute_container.h"
+#include "grb/result/transforms.h"
+#include "grb/solver.h"
+#include "tav/attr/lib/range_info.h"
+#include "tav/idx/lib/list.h"
+#include "tests/grb/blocks.h"
+#include "tests/tav/thrown.h"
+
+namespace grb {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsNan;
+using Var = tav::opt::VariableQuantity;
+using Row = tav::opt::RowQuantity;
+using Obj = tav::opt::ObjectiveQuantity;
+using Fact = tav::opt::ModelAttribute;
+namespace tag = tav::opt::tag;
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+/// A solver whose model has six variables, six rows (>= 1, <= 2, = 3, >= 1, <= 2, = 3) and one objective.
+class ResultTest : public testing::Test {
+ protected:
+  ResultTest() {
+    solver.setup();
+    solver.makeVariableAdder(tag::kIntervalDomain, {})->add(plainVariables(6));
+    const Function sides[]{{0, {0}, {1}, -1}, {1, {1}, {1}, -2}, {2, {2}, {1}, -3}};
+    rowAdder->add(functions(rowAdder->variableSpace(), {sides[0], sides[1], sides[2], sides[0], sides[1], sides[2]}));
+    objectiveAdder->add(functions(rowAdder->variableSpace(), {{0, {0}, {1}, 4}}));
+    gurobi->model(1).commit();
+    const std::vector<double> senses{'>', '<', '=', '>', '<', '='};  // as Gurobi reads them back
+    gurobi->scriptElements("Sense", senses);
+    gurobi->takeCalls();
+  }
+  template <class T>
+  tav::attr::Container<T> ofVariables(int quantity) {
+    return solver.makeVariableContainers({}).get(quantity).as<T>();
+  }
+  template <class T>
+  tav::attr::Container<T> ofRows(int quantity) {
+    return solver.makeConstraintContainers(rowAdder, {}, {}).first.get(quantity).as<T>();
+  }
+  tav::attr::Container<double> ofObjectives(int quantity) {
+    return solver.makeConstraintContainers(objectiveAdder, {}, {}).first.get(quantity).as<double>();
+  }
+  template <class T>
+  tav::attr::Item<T> fact(int key) {
+    return solver.makeModelAttributes("tav:solver", {})->get(key).as<T>();
+  }
+
+  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
+  Solver solver{gurobi->library()};
+  std::shared_ptr<tav::opt::AbstractConstraintAdder> rowAdder =
+      solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kLinearFunction);
+  std::shared_ptr<tav::opt::AbstractConstraintAdder> objectiveAdder =
+      solver.makeConstraintAdder(tag::kSenseDomain, tag::kLinearFunction);
+};
+
+TEST_F(ResultTest, TellsNothingThatGurobiDoesNotHold) {
+  gurobi->scriptElements("X", {1, 2, 3, 4, 5, 6});  // Gurobi may hold "X" of a point that is none
+  for (const int quantity : {Var::level, Var::reducedCost, Var::lowerRangeLow, Var::upperRangeHigh}) {
+    EXPECT_EQ(ofVariables<double>(quantity).solutionCount(), 0) << quantity;
+  }
+  EXPECT_EQ(ofVariables<int>(Var::basis).solutionCount() + ofRows<int>(Row::basis).solutionCount(), 0);
+  EXPECT_EQ(ofRows<double>(Row::slack).solutionCount() + ofRows<double>(Row::marginal).solutionCount(), 0);
+  EXPECT_EQ(ofObjectives(Obj::value).solutionCount() + ofObjectives(Obj::bound).solutionCount(), 0);
+  EXPECT_EQ(fact<unsigned long long>(Fact::iterations).solutionCount(), 0);
+  // A list that is read anyway comes back as unknown, one element as Gurobi's error.
+  gurobi->takeCalls();
+  const auto reducedCost = ofVariables<double>(Var::reducedCost);
+  EXPECT_THAT(reducedCost.getAll(), Each(IsNan()));
+  EXPECT_EQ(gurobi->count(Fn::GRBgetdblattrarray), 0);
+  EXPECT_EQ(thrown<GurobiException>([&] { reducedCost.get(1); }).context(), "GRBgetdblattrelement");
+}
+
+TEST_F(ResultTest, MapsCodesAndSentinels) {
+  gurobi->scriptElements("VBasis", {0, -1, -2, -3, -4, 7});
+  EXPECT_THAT(ofVariables<int>(Var::basis).getAll(), ElementsAre(3, 1, 2, 4, 4, 4));
+  EXPECT_EQ(ofVariables<int>(Var::basis).get(2), 2);
+  gurobi->scriptElements("RC", {1e100, -1e100, 1e101, 2e100, 0, -5});
+  EXPECT_THAT(ofVariables<double>(Var::reducedCost).getAll(), ElementsAre(kInf, -kInf, IsNan(), 2e100, 0, -5));
+  const auto basis = ofVariables<int>(Var::basis);
+  EXPECT_EQ(basis.toOptional(2), 2);
+  EXPECT_EQ(basis.toOptional(0), 4);
+  EXPECT_EQ(ofVariables<double>(Var::lower).toOptional(kInf), 1e100);
+  EXPECT_EQ(ofVariables<double>(Var::lower).toOptional(-kInf), -1e100);
+  const auto error = thrown<tav::attr::Exception>([&] { basis.set(0, 1); });
+  EXPECT_THAT(error.what(), testing::HasSubstr("grb::transform::Basis"));
+}
+
+TEST_F(ResultTest, MapsTheBasisOfARowByItsSense) {
+  const auto basis = ofRows<int>(Row::basis);
+  gurobi->scriptElements("CBasis", {-1, -1, -1, 0, -2, -3});
+  EXPECT_EQ(basis.solutionCount(), 1);
+  EXPECT_THAT(basis.getAll(), ElementsAre(1, 2, 1, 3, 2, 4));
+  EXPECT_EQ(basis.get(1), 2);
+  gurobi->scriptElements("CBasis", {0, 0, 0, -2, -3, -9});
+  EXPECT_THAT(basis.getAll(), ElementsAre(3, 3, 3, 2, 4, 4));
+  gurobi->scriptAvailable("Sense", false);
+  EXPECT_EQ(basis.solutionCount(), 0);
+}
+
+TEST_F(ResultTest, TellsRowsWithTheSignsOfTheFramework) {
+  gurobi->scriptElements("Slack", {3.5, 0, -1, 2, 1, 0});
+  gurobi->scriptElements("Pi", {3.5, 0, -1, 2, 1, 1e100});
+  EXPECT_THAT(ofRows<double>(Row::slack).getAll(), ElementsAre(-3.5, 0, 1, -2, -1, 0));
+  EXPECT_THAT(ofRows<double>(Row::marginal).getAll(), ElementsAre(3.5, 0, -1, 2, 1, kInf));
+  EXPECT_THAT(ofRows<double>(Row::lower).getAll(), ElementsAre(1, -kInf, 3, 1, -kInf, 3));
+  EXPECT_THAT(ofRows<double>(Row::upper).getAll(), ElementsAre(kInf, 2, 3, kInf, 2, 3));
+  EXPECT_FALSE(ofRows<double>(4));
+  const auto constant = solver.makeConstraintContainers(rowAdder, {}, {}).second.get(2).as<double>();
+  EXPECT_THAT(constant.getAll(), ElementsAre(-1, -2, -3, -1, -2, -3));
+}
+
+TEST_F(ResultTest, ReadsARunByTheArrayCallAndOtherwiseTheList) {
+  gurobi->scriptElements("RC", {0, 1, 2, 3, 4, 5});
+  const auto reducedCost = ofVariables<double>(Var::reducedCost);
+  EXPECT_THAT(reducedCost.getValues(tav::idx::lib::Range(2, 4)), ElementsAre(2, 3, 4, 5));
+  EXPECT_EQ(gurobi->takeCalls().back(), R"(GRBgetdblattrarray(m1, "RC", 2, 4, *))");
+  EXPECT_THAT(reducedCost.getValues(std::make_shared<tav::idx::lib::List>(std::vector{1, 5})), ElementsAre(1, 5));
+  EXPECT_THAT(gurobi->takeCalls(),
+              ElementsAre(R"(GRBisattravailable(m1, "RC"))", R"(GRBgetdblattrlist(m1, "RC", 2, [1, 5], *))"));
+  EXPECT_THAT(reducedCost.getValues(tav::idx::List()), IsEmpty());
+  EXPECT_THAT(gurobi->takeCalls(), IsEmpty());
+  solver.makeModelAttributes("tav:solver", {})->get(Fact::timeLimit).as<double>().set(3);
+  gurobi->takeCalls();
+  reducedCost.getValues(tav::idx::lib::Range(0, 2));
+  EXPECT_EQ(gurobi->takeCalls().front(), "GRBupdatemodel(m1)") << "before a bulk read, which makes none by itself";
+}
+
+TEST_F(ResultTest, WritesBoundsByTheSameChoiceAndRefusesTheRest) {
+  const auto lower = ofVariables<double>(Var::lower);
+  lower.set(tav::idx::lib::Range(1, 2), std::vector<double>{7, 8});
+  lower.set(std::make_shared<tav::idx::lib::List>(std::vector{0, 4}), std::vector<double>{1, 2});
+  lower.set(3, 9);
+  EXPECT_THAT(gurobi->takeCalls(), ElementsAre(R"(GRBsetdblattrarray(m1, "LB", 1, 2, [7, 8]))",
+                                               R"(GRBsetdblattrlist(m1, "LB", 2, [0, 4], [1, 2]))",
+                                               R"(GRBsetdblattrelement(m1, "LB", 3, 9))"));
+  for (const int quantity : {Var::reducedCost, Var::level}) {
+    thrown<tav::attr::Exception>([&] { ofVariables<double>(quantity).set(0, 1); });
+    thrown<tav::attr::Exception>([&] { ofVariables<double>(quantity).setAll(std::vector<double>(6)); });
+  }
+  EXPECT_THAT(gurobi->calls(), Each(testing::HasSubstr("NumVars"))) << "nothing was written";
+}
+
+TEST_F(ResultTest, ReadsTheBestPointAsItIsAndOthersBySolutionNumber) {
+  gurobi->scriptAttr("SolCount", 3);
+  gurobi->scriptElements("X", {1, 2, 3, 4, 5, 6});
+  gurobi->scriptElements("Xn", {0, 0, 0, 0, 1e100, 7});
+  const auto level = ofVariables<double>(Var::level);
+  EXPECT_EQ(level.solutionCount(), 3);
+  EXPECT_TRUE(level.hasSolution(2));
+  EXPECT_FALSE(level.hasSolution(3) || level.hasSolution(-1));
+  gurobi->takeCalls();
+  EXPECT_EQ(level.get(4, 0), 5);
+  EXPECT_THAT(level.getAll(0), ElementsAre(1, 2, 3, 4, 5, 6));
+  EXPECT_EQ(gurobi->count(Fn::GRBsetintparam), 0);
+  gurobi->takeCalls();
+  EXPECT_EQ(level.get(4, 2), kInf);
+  EXPECT_THAT(gurobi->takeCalls(), ElementsAre(R"(GRBsetintparam(m1.env, "SolutionNumber", 2))", "GRBupdatemodel(m1)",
+                                               R"(GRBgetdblattrelement(m1, "Xn", 4, *))"));
+}
+
+TEST_F(ResultTest, ReadsObjectiveValuesBySolutionAndObjective) {
+  gurobi->scriptAttr("SolCount", 2);
+  gurobi->scriptAttr("ObjVal", 10);
+  gurobi->scriptAttr("PoolNObjVal", 11);
+  gurobi->scriptAttr("ObjNVal", 12);
+  gurobi->scriptAttr("ObjBound", -1e100);
+  const auto single = ofObjectives(Obj::value);
+  EXPECT_EQ(single.solutionCount(), 2);
+  EXPECT_EQ(single.get(0, 0), 10);
+  EXPECT_EQ(gurobi->count(Fn::GRBsetintparam), 0);
+  EXPECT_EQ(single.get(0, 1), 11);
+  EXPECT_EQ(ofObjectives(Obj::bound).get(0), -kInf);
+  const auto constant = solver.makeConstraintContainers(objectiveAdder, {}, {}).second.get(2).as<double>();
+  EXPECT_THAT(constant.getAll(), ElementsAre(4));
+
+  objectiveAdder->add(functions(rowAdder->variableSpace(), {{0, {1}, {1}, 0}}));
+  gurobi->model(1).commit();
+  gurobi->takeCalls();
+  const auto several = ofObjectives(Obj::value);
+  EXPECT_EQ(several.size(), 2);
+  gurobi->takeCalls();
+  EXPECT_EQ(several.get(1, 1), 12);
+  EXPECT_THAT(gurobi->takeCalls(),
+              ElementsAre(R"(GRBgetintattr(m1, "NumObj", *))", R"(GRBsetintparam(m1.env, "ObjNumber", 1))",
+                          R"(GRBsetintparam(m1.env, "SolutionNumber", 1))", "GRBupdatemodel(m1)",
+                          R"(GRBgetdblattr(m1, "ObjNVal", *))"));
+  gurobi->scriptAvailable("ObjVal", false);
+  EXPECT_EQ(several.solutionCount(), 0);
+}
+
+TEST_F(ResultTest, OffersTwelveStandardFacts) {
+  const auto facts = solver.makeModelAttributes("tav:solver", {});
+  EXPECT_EQ(facts->count(), 12);
+  EXPECT_THAT(facts->keys(), ElementsAre(0, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13));
+  for (const int key : {1, 10, 14, 15, -1}) {
+    EXPECT_FALSE(facts->has(key) || facts->get(key) || !facts->name(key).empty()) << key;
+  }
+  gurobi->scriptAttr("ModelName", std::string("diet"));
+  gurobi->scriptAttr("Status", 4);
+  gurobi->scriptAttr("SolCount", 2);
+  gurobi->scriptAttr("IterCount", 12);
+  gurobi->scriptAttr("NodeCount", 1e15);
+  gurobi->scriptAttr("Runtime", 0.5);
+  EXPECT_EQ(fact<std::string>(Fact::name).get(), "diet");
+  EXPECT_EQ(fact<int>(Fact::status).get(), 5);
+  EXPECT_EQ(fact<int>(Fact::status).solutionCount(), 2);
+  EXPECT_EQ(fact<unsigned long long>(Fact::iterations).get(), 12u);
+  EXPECT_EQ(fact<unsigned long long>(Fact::nodes).get(), 1000000000000000u);
+  EXPECT_EQ(fact<double>(Fact::runTime).get(), 0.5);
+  for (const int key : {Fact::name, Fact::status, Fact::iterations, Fact::nodes, Fact::runTime}) {
+    EXPECT_FALSE(facts->get(key).isSettable()) << key;
+  }
+  gurobi->scriptAttr("NodeCount", -1);
+  thrown([&] { fact<unsigned long long>(Fact::nodes).get(); });
+  thrown<tav::attr::Exception>([&] { fact<int>(Fact::status).set(1); });
+}
+
+TEST_F(ResultTest, SetsLimitsAsParametersOfTheirOwnType) {
+  fact<unsigned long long>(Fact::iterationLimit).set(7);
+  fact<unsigned long long>(Fact::nodeLimit).set(8);
+  fact<unsigned long long>(Fact::threads).set(2);
+  fact<double>(Fact::timeLimit).set(1.5);
+  fact<double>(Fact::relativeGap).set(0.25);
+  fact<double>(Fact::absoluteGap).set(0.5);
+  fact<double>(Fact::cutoff).set(-3);
+  EXPECT_THAT(gurobi->takeCalls(),
+              ElementsAre(R"(GRBsetdblparam(m1.env, "IterationLimit", 7))", R"(GRBsetdblparam(m1.env, "NodeLimit", 8))",
+                          R"(GRBsetintparam(m1.env, "Threads", 2))", R"(GRBsetdblparam(m1.env, "TimeLimit", 1.5))",
+                          R"(GRBsetdblparam(m1.env, "MIPGap", 0.25))", R"(GRBsetdblparam(m1.env, "MIPGapAbs", 0.5))",
+                          R"(GRBsetdblparam(m1.env, "Cutoff", -3))"));
+  EXPECT_EQ(fact<unsigned long long>(Fact::nodeLimit).get(), 8u);
+  gurobi->defineParam({"Threads", 0, 0, 1024});
+  EXPECT_EQ(thrown<GurobiException>([&] { fact<unsigned long long>(Fact::threads).set(5000); }).code(), 10008);
+}
+
+TEST_F(ResultTest, FindsParametersByNameInAnyCaseButThoseOfTheLog) {
+  gurobi->defineParam({"MIPGap", 1e-4, 0, 1e100});
+  gurobi->defineParam({"Threads", 0, 0, 1024});
+  gurobi->defineParam({"WLSToken", std::string("none")});
+  gurobi->defineParam({"LogFile", std::string()});
+  const auto parameters = solver.makeModelAttributes("grb", {});
+  for (const char* name : {"mipgap", "MIPGAP", "MipGap"}) {
+    EXPECT_EQ(parameters->get(name).as<double>().get(), 1e-4) << name;
+  }
+  const auto info = std::dynamic_pointer_cast<const tav::attr::lib::RangeInfo<int>>(parameters->info("threads"));
+  ASSERT_TRUE(info);
+  EXPECT_EQ(info->upper(), 1024);
+  EXPECT_EQ(parameters->get("wlstoken").as<std::string>().get(), "none");
+  for (const char* none : {"LogFile", "logtoconsole", "no such", ""}) {
+    EXPECT_FALSE(parameters->has(none) || parameters->get(none) || parameters->info(none)) << none;
+  }
+}
+
+}  // namespace
+}  // namespace grb
