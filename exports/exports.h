@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-#include "kavo/kavo.h"
-
+struct trpRec;
 namespace brel {
 class Link;
 }

@@ -13,8 +13,8 @@ class Process {
   static void attach();
   static void detach();
 
-  // The three process-wide critical sections; a thread that holds one may enter it again. Empty before attach() and after
-  // detach().
+  // The three process-wide critical sections; a thread that holds one may enter it again. Empty before attach() and
+  // after detach().
   using Sections = std::array<std::optional<std::recursive_mutex>, 3>;
   static const Sections& sections();
 };

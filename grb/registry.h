@@ -6,8 +6,8 @@
 
 namespace grb {
 
-// Counts the elements of one kind in the Gurobi model, everybody's: whoever adds one, for whatever purpose, registers it.
-// Every registry bears a number that no other one in the process has.
+// Counts the elements of one kind in the Gurobi model, everybody's: whoever adds one, for whatever purpose, registers
+// it. Every registry bears a number that no other one in the process has.
 class Registry {
  public:
   Registry();

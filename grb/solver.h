@@ -28,8 +28,8 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
   std::shared_ptr<void> callbackData() const override { return {}; }
   bool addContext(std::string_view tag, int index, tav::opt::ContextEntry entry) override;
 
-  std::shared_ptr<tav::opt::AbstractVariableAdder> makeVariableAdder(
-      std::string_view domain, std::optional<std::string_view> function) override;
+  std::shared_ptr<tav::opt::AbstractVariableAdder> makeVariableAdder(std::string_view domain,
+                                                                     std::optional<std::string_view> function) override;
   std::shared_ptr<tav::opt::AbstractConstraintAdder> makeConstraintAdder(std::string_view domain,
                                                                          std::string_view function) override;
   std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> makeLinkAdder(std::string_view domain,
