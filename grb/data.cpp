@@ -24,11 +24,12 @@ void Data::requireInStep() {
                                    "further.", held, variables.count()));
 }
 
-void Data::settleAfterError() {
-  const int sent = static_cast<int>(rowStores->sides.size());
+void Data::settleAfterError(int rows) {
+  const int sent = linearRows.count() + rows;
+  rowStores->resize(static_cast<std::size_t>(sent));
   try {
     if (model->getIntAttr("NumVars") == variables.count() && model->getIntAttr("NumConstrs") == sent) {
-      linearRows.add(sent - linearRows.count());
+      linearRows.add(rows);
       return;
     }
   } catch (const GurobiException&) {

@@ -41,9 +41,9 @@ struct Data {
   // the head of every block, so that no failing call can discard what earlier blocks added. Throws when elements were
   // lost or added behind our back, or when an earlier block failed in a way that lost some.
   void requireInStep();
-  // After a failing add call: registers the linear rows that were sent before it when Gurobi still holds them and
-  // everything else; otherwise no further block is taken.
-  void settleAfterError();
+  // After a failing add call of a block that had sent `rows` linear rows before: registers them when Gurobi still holds
+  // them and everything else; otherwise no further block is taken.
+  void settleAfterError(int rows);
 
   // Forgets all elements, for a model that starts anew.
   void clear();

@@ -28,9 +28,9 @@ struct RowStores {
   std::vector<double> sides;
   std::vector<char> senses;
 
-  void reserve(std::size_t more) {
-    sides.reserve(sides.size() + more);
-    senses.reserve(senses.size() + more);
+  void resize(std::size_t rows) {
+    sides.resize(rows);
+    senses.resize(rows);
   }
 };
 

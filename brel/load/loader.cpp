@@ -97,8 +97,7 @@ void sendRows(trpRec* host, tav::opt::AbstractSolver& solver, LoadedModel& loade
   noteWithheldNames(host, names, "row");
   const auto group = std::make_shared<BlockGroup>();
   group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<RowTypes>(sent)));
-  group->set(Q::function, "function",
-             tav::attr::BaseContainer(std::make_shared<RowFunctions>(sent, adder->variableSpace())));
+  group->set(Q::function, "function", rowFunctions(sent, loaded.rows, adder->variableSpace()));
   addNames(*group, Q::name, names);
   addValues(*group, Q::marginal, "marginal", starts.row);
   const std::vector<int> positions = rowPositions(loaded);

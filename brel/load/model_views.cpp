@@ -1,5 +1,9 @@
 #include "brel/load/model_views.h"
 
+#include <memory>
+#include <vector>
+
+#include "tav/attr/lib/linear_rows_container.h"
 #include "tav/idx/visit.h"
 
 namespace brel::load {
@@ -41,6 +45,16 @@ RowFunctions::Symbol RowFunctions::get(int index, int /*solution*/) const {
 
 void RowFunctions::get(const tav::idx::List& list, std::span<Symbol> values, int /*solution*/) const {
   fill(list, values, [this](std::size_t row) { return functionOf(model_, row, space_); });
+}
+
+tav::attr::BaseContainer rowFunctions(const rewrite::SolverModel& model, const kavo_rows& rows, std::uint64_t space) {
+  if (!model.areRowsUntouched()) return std::make_shared<RowFunctions>(model, space);
+  const auto constants = std::make_shared<std::vector<double>>(rows.count);
+  for (std::size_t i = 0; i < rows.count; ++i) (*constants)[i] = -model.side(i);
+  const std::size_t nonzeros = rows.start[rows.count];
+  const tav::attr::lib::LinearRows all{
+      space, {rows.start, rows.count + 1}, {rows.column, nonzeros}, {rows.value, nonzeros}, *constants};
+  return std::make_shared<tav::attr::lib::LinearRowsContainer>(all, constants);
 }
 
 }  // namespace brel::load

@@ -4,7 +4,7 @@
 
 #include "brel/rewrite/solver_model.h"
 #include "kavo/link.h"
-#include "tav/attr/abstract_container.h"
+#include "tav/attr/container.h"
 #include "tav/math/symbol.h"
 
 // Containers over a model that is sent; the model must outlive them.
@@ -33,7 +33,10 @@ class RowTypes : public tav::attr::AbstractContainer<int> {
   const rewrite::SolverModel& model_;
 };
 
-// The functions of the rows: views of the host's matrix, or of the terms that a rule gave a row. The function of a row
+// The functions of the rows for the solver's variable space: the host's matrix itself when no rule touched a row.
+tav::attr::BaseContainer rowFunctions(const rewrite::SolverModel& model, const kavo_rows& rows, std::uint64_t space);
+
+// The functions one by one: views of the host's matrix, or of the terms that a rule gave a row. The function of a row
 // is its terms minus its side.
 class RowFunctions : public tav::attr::AbstractContainer<tav::math::Symbol<double>> {
  public:

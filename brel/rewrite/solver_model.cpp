@@ -2,7 +2,6 @@
 
 namespace brel::rewrite {
 
-using tav::opt::RowType;
 using tav::opt::VariableType;
 
 SolverModel::SolverModel(const kavo_columns& columns, const kavo_rows& rows) : columns_(columns), rows_(rows) {}
@@ -43,26 +42,11 @@ int SolverModel::addColumn(double lower, double upper, std::string name) {
   return position;
 }
 
-RowType SolverModel::rowType(std::size_t row) const {
-  const std::size_t user = userRow(row);
-  if (isChanged(row)) return RowType::equal;
-  if (rows_.lower[user] <= -kUserInfinity) return RowType::lessOrEqual;
-  return rows_.upper[user] >= kUserInfinity ? RowType::greaterOrEqual : RowType::equal;
-}
-
-double SolverModel::side(std::size_t row) const {
-  if (isChanged(row)) return 0;
-  const std::size_t user = userRow(row);
-  return rows_.lower[user] <= -kUserInfinity ? rows_.upper[user] : rows_.lower[user];
-}
-
-SolverModel::Terms SolverModel::terms(std::size_t row) const {
-  const bool own = isChanged(row);
-  const std::size_t entry = own ? static_cast<std::size_t>(ownTerms_[row]) : userRow(row);
-  const std::size_t* start = own ? start_.data() : rows_.start;
-  const std::size_t first = start[entry];
-  const std::size_t count = start[entry + 1] - first;
-  return {{(own ? column_.data() : rows_.column) + first, count}, {(own ? value_.data() : rows_.value) + first, count}};
+SolverModel::Terms SolverModel::changedTerms(std::size_t row) const {
+  const auto entry = static_cast<std::size_t>(ownTerms_[row]);
+  const std::size_t first = start_[entry];
+  const std::size_t count = start_[entry + 1] - first;
+  return {{column_.data() + first, count}, {value_.data() + first, count}};
 }
 
 void SolverModel::keepRows(std::vector<int> userRows) {

@@ -35,14 +35,33 @@ class SolverModel {
   std::size_t rowCount() const { return droppedAny_ ? userRow_.size() : rows_.count; }
   // The user's row that a row stands for.
   std::size_t userRow(std::size_t row) const { return droppedAny_ ? static_cast<std::size_t>(userRow_[row]) : row; }
-  tav::opt::RowType rowType(std::size_t row) const;
-  double side(std::size_t row) const;
+  tav::opt::RowType rowType(std::size_t row) const {
+    if (isChanged(row)) return tav::opt::RowType::equal;
+    const std::size_t user = userRow(row);
+    if (rows_.lower[user] <= -kUserInfinity) return tav::opt::RowType::lessOrEqual;
+    return rows_.upper[user] >= kUserInfinity ? tav::opt::RowType::greaterOrEqual : tav::opt::RowType::equal;
+  }
+  double side(std::size_t row) const {
+    if (isChanged(row)) return 0;
+    const std::size_t user = userRow(row);
+    return rows_.lower[user] <= -kUserInfinity ? rows_.upper[user] : rows_.lower[user];
+  }
   // The terms of a row: of the user's row, or those that a rule gave it.
   struct Terms {
     std::span<const int> columns;
     std::span<const double> values;
   };
-  Terms terms(std::size_t row) const;
+  Terms terms(std::size_t row) const {
+    if (isChanged(row)) [[unlikely]]
+      return changedTerms(row);
+    const std::size_t user = userRow(row);
+    const std::size_t first = rows_.start[user];
+    const std::size_t count = rows_.start[user + 1] - first;
+    return {{rows_.column + first, count}, {rows_.value + first, count}};
+  }
+
+  // Whether the rows are the user's, all of them and in their order, with their own terms.
+  bool areRowsUntouched() const { return !droppedAny_ && ownTerms_.empty(); }
 
   // Keeps these of the user's rows only.
   void keepRows(std::vector<int> userRows);
@@ -56,6 +75,7 @@ class SolverModel {
     return own.empty() ? std::span<const double>(user, columns_.count) : std::span<const double>(own);
   }
   void ownBounds();
+  Terms changedTerms(std::size_t row) const;
   bool isChanged(std::size_t row) const { return !ownTerms_.empty() && ownTerms_[row] >= 0; }
 
   kavo_columns columns_;

@@ -1,14 +1,32 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <source_location>
+
 namespace grb {
 
-// Domain types of blocks in Gurobi's terms. Any other number throws the support error "Domain type not supported.".
+// Raises the support error "Domain type not supported.".
+[[noreturn]] void refuseDomainType(const std::source_location& at);
 
-// 0 continuous 'C', 1 integer 'I', 2 semicontinuous 'S', 3 semi-integer 'N'.
-char varTypeToGurobi(unsigned char type);
-// 0 greater or equal 'G', 1 less or equal 'L', 2 equal 'E'.
-char constrTypeToGurobi(int type);
-// 0 minimise 1, 1 maximise -1.
-int objTypeToGurobi(int type);
+// An entry of a table of Gurobi's terms by domain type; any number beyond the table is refused.
+template <class T, std::size_t kSize>
+T gurobiTerm(const std::array<T, kSize>& table, int type,
+             const std::source_location& at = std::source_location::current()) {
+  if (type < 0 || type >= static_cast<int>(kSize)) [[unlikely]]
+    refuseDomainType(at);
+  return table[static_cast<std::size_t>(type)];
+}
+
+inline constexpr std::array kVariableTypes{'C', 'I', 'S', 'N'};
+inline constexpr std::array kRowSenses{'G', 'L', 'E'};  // letters, not the symbols that Gurobi reads back
+inline constexpr std::array kModelSenses{1, -1};
+
+// 0 continuous, 1 integer, 2 semicontinuous, 3 semi-integer.
+inline char varTypeToGurobi(unsigned char type) { return gurobiTerm(kVariableTypes, type); }
+// 0 greater or equal, 1 less or equal, 2 equal.
+inline char constrTypeToGurobi(int type) { return gurobiTerm(kRowSenses, type); }
+// 0 minimise, 1 maximise.
+inline int objTypeToGurobi(int type) { return gurobiTerm(kModelSenses, type); }
 
 }  // namespace grb

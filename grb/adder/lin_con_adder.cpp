@@ -21,17 +21,22 @@ std::vector<char> readSenses(const tav::attr::Container<int>& types) {
   return senses;
 }
 
-// Gurobi reads the terms where they stand; it copies them and changes nothing.
-void sendRows(GurobiModel& model, const SymbolContainer& functions, std::span<const char* const> names,
-              std::span<const char> senses, RowStores& stores) {
-  forEachFunction(functions, static_cast<int>(senses.size()), [&](int i, const auto& symbol) {
-    const auto& function = symbol.asLinear();
+// sent counts the rows that Gurobi has taken.
+void sendRows(GurobiModel& model, const LinearFunctions& functions, std::span<const char* const> names,
+              std::span<const char> senses, int& sent) {
+  functions.forEach([&](int i, const LinearTerms& terms) {
     const auto k = static_cast<std::size_t>(i);
-    const double side = -function.constant;
-    model.addConstr(function.positions, function.coefficients, senses[k], side, names.empty() ? "" : names[k]);
-    stores.sides.push_back(side);
-    stores.senses.push_back(senses[k]);
+    const double side = -terms.constant;
+    model.addConstr(terms.positions, terms.coefficients, senses[k], side, names.empty() ? "" : names[k]);
+    sent = i + 1;
   });
+}
+
+// What the framework may ask of the rows later.
+void noteSides(RowStores& stores, const LinearFunctions& functions, std::span<const char> senses) {
+  stores.senses.insert(stores.senses.end(), senses.begin(), senses.end());
+  stores.sides.reserve(stores.sides.size() + senses.size());
+  functions.forEach([&](int, const LinearTerms& terms) { stores.sides.push_back(-terms.constant); });
 }
 
 }  // namespace
@@ -44,8 +49,7 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   const int count = domain.size();
   if (count <= 0) return {};
   const auto senses = readSenses(domain);
-  const auto functions = standard.get(RowQuantity::function).as<tav::math::Symbol<double>>();
-  requireAllLinear(functions, count, *data);
+  const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   requireCounts(own, count);
   const BlockValues<const char*> names(namesIfWanted(*data, standard.get(RowQuantity::name)));
@@ -53,8 +57,9 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   LockedModel locked(*data);
   GurobiModel& model = *data->model;
   RowStores& stores = *data->rowStores;
-  stores.reserve(senses.size());
-  locked.add([&](GurobiModel& m) { sendRows(m, functions, names.span(), senses, stores); });
+  noteSides(stores, functions, senses);
+  int sent = 0;
+  locked.add(sent, [&](GurobiModel& m) { sendRows(m, functions, names.span(), senses, sent); });
   const tav::idx::List positions = data->linearRows.add(count);
 
   copyToStore(standard.get(RowQuantity::marginal), positions, stores.marginal);

@@ -42,9 +42,9 @@ struct MultiObjective {
 
 // Terms of one variable are summed, since the attribute is written by value and the last one would win. The list is a
 // range when the positions form one contiguous run.
-void writeCoefficients(GurobiModel& model, const char* attribute, const LinearFunction<double>& function) {
-  std::vector<int> positions(function.positions.begin(), function.positions.end());
-  std::vector<double> values(function.coefficients.begin(), function.coefficients.end());
+void writeCoefficients(GurobiModel& model, const char* attribute, const LinearTerms& terms) {
+  std::vector<int> positions(terms.positions.begin(), terms.positions.end());
+  std::vector<double> values(terms.coefficients.begin(), terms.coefficients.end());
   const bool increasing =
       std::adjacent_find(positions.begin(), positions.end(), std::greater_equal<>()) == positions.end();
   if (!increasing) mergeTerms(positions, values);
@@ -76,8 +76,7 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   std::vector<int> senses(types.size());
   std::transform(types.begin(), types.end(), senses.begin(), objTypeToGurobi);
   const int count = static_cast<int>(types.size());
-  const auto functions = standard.get(ObjectiveQuantity::function).as<tav::math::Symbol<double>>();
-  requireAllLinear(functions, count, *data);
+  const LinearFunctions functions(standard.get(ObjectiveQuantity::function), count, *data);
   const auto own = block.group(kOwnGroup);
   requireCounts(own, count);
   const MultiObjective multi(own);
@@ -88,14 +87,14 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const int before = data->linearObjectives.count();
   const bool isMulti = before + count > 1;
   if (isMulti) model.setIntAttr("NumObj", before + count);
-  forEachFunction(functions, count, [&](int i, const auto& symbol) {
+  functions.forEach([&](int i, const LinearTerms& terms) {
     const auto k = static_cast<std::size_t>(i);
     if (isMulti) {
       model.setIntParam("ObjNumber", before + i);
       multi.write(model, k, senses[k] == sense ? 1.0 : -1.0);
     }
-    writeCoefficients(model, isMulti ? "ObjN" : "Obj", symbol.asLinear());
-    model.setDblAttr(isMulti ? "ObjNCon" : "ObjCon", symbol.asLinear().constant);
+    writeCoefficients(model, isMulti ? "ObjN" : "Obj", terms);
+    model.setDblAttr(isMulti ? "ObjNCon" : "ObjCon", terms.constant);
   });
   return data->linearObjectives.add(count);
 }

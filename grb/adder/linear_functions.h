@@ -1,30 +1,68 @@
 #pragma once
 
+#include <array>
+#include <span>
 #include <vector>
 
 #include "grb/adder/adder.h"
-#include "grb/adder/block_reading.h"
 #include "tav/attr/container.h"
+#include "tav/attr/lib/linear_rows_container.h"
 #include "tav/math/symbol.h"
 
 namespace grb {
 
-using SymbolContainer = tav::attr::Container<tav::math::Symbol<double>>;
-using tav::math::LinearFunction;
+// One linear function of a block. The arrays are the block's own; Gurobi copies them and changes nothing.
+struct LinearTerms {
+  std::span<const int> positions;
+  std::span<const double> coefficients;
+  double constant;
+};
 
-// Calls use(i, symbol) for the functions of a block in order. The portions are small since a symbol is large: what is
-// read together should stay in the nearest cache.
+// The functions of a block, known to be linear over this solver's variables, with positions of variables that exist and
+// finite numbers: anything else would make Gurobi refuse a call and discard what is queued.
+class LinearFunctions {
+ public:
+  // Checks all functions, of which there must be `count`. Raises "Input not supported" for another kind of function or
+  // another variable space, and a support error that names the element (by its number in the block) for bad terms.
+  LinearFunctions(const tav::attr::BaseContainer& functions, int count, const Data& data);
+
+  // Calls use(i, terms) for all functions in order. Compressed rows are looked at where they stand, symbols are read in
+  // portions.
+  template <class Use>
+  void forEach(const Use& use) const;
+
+ private:
+  using Symbol = tav::math::Symbol<double>;
+  static constexpr int kPortion = 128;
+
+  tav::attr::Container<Symbol> functions_;
+  const tav::attr::lib::LinearRows* rows_ = nullptr;  // null: the functions are symbols of any make
+  int count_;
+};
+
 template <class Use>
-void forEachFunction(const SymbolContainer& functions, int count, const Use& use) {
-  forEachValue<tav::math::Symbol<double>, 32>(functions, count, use);
+void LinearFunctions::forEach(const Use& use) const {
+  if (rows_ != nullptr) {
+    const auto rows = *rows_;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const std::size_t first = rows.start[i];
+      const std::size_t terms = rows.start[i + 1] - first;
+      use(static_cast<int>(i),
+          LinearTerms{
+              {rows.positions.data() + first, terms}, {rows.coefficients.data() + first, terms}, rows.constants[i]});
+    }
+    return;
+  }
+  std::array<Symbol, kPortion> portion;
+  for (int first = 0; first < count_; first += kPortion) {
+    const int size = std::min(kPortion, count_ - first);
+    functions_.get(tav::idx::lib::Range(first, size), std::span(portion).first(static_cast<std::size_t>(size)));
+    for (int k = 0; k < size; ++k) {
+      const auto& function = portion[static_cast<std::size_t>(k)].asLinear();
+      use(first + k, LinearTerms{function.positions, function.coefficients, function.constant});
+    }
+  }
 }
-
-// Raises "Input not supported" unless the symbol is a linear function over this solver's variables, and a support error
-// that names the element (by its number in the block) unless all positions are of variables that exist and all
-// coefficients and the constant are finite: Gurobi would refuse it and discard what is queued.
-void requireLinear(const tav::math::Symbol<double>& symbol, int element, const Data& data);
-// The same for all functions of a block, of which there must be `count`.
-void requireAllLinear(const SymbolContainer& functions, int count, const Data& data);
 
 // Puts terms in increasing order of their positions and sums those of one position.
 void mergeTerms(std::vector<int>& positions, std::vector<double>& coefficients);
