@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <span>
@@ -16,7 +17,8 @@ struct ElementAccess;
 
 template <>
 struct ElementAccess<int> {
-  static constexpr int kUnread = 0;
+  static constexpr int kUnread = std::numeric_limits<int>::min();
+  static bool isUnread(int value) { return value == kUnread; }
   static int get(GurobiModel& model, const char* name, int element) { return model.getIntAttrElement(name, element); }
   static void get(GurobiModel& model, const char* name, const tav::idx::List& list, std::span<int> values) {
     model.getIntAttrArray(name, list, values);
@@ -32,6 +34,7 @@ struct ElementAccess<int> {
 template <>
 struct ElementAccess<double> {
   static constexpr double kUnread = std::numeric_limits<double>::quiet_NaN();
+  static bool isUnread(double value) { return std::isnan(value); }
   static double get(GurobiModel& model, const char* name, int element) {
     return model.getDblAttrElement(name, element);
   }
@@ -46,16 +49,21 @@ struct ElementAccess<double> {
   }
 };
 
-// Reads a list of elements as all containers do: the pending update first, and into values preset to "unread", since
-// the bulk reads of Gurobi are not checked. Nothing is read for an empty list, or while Gurobi does not hold the
-// attribute.
+// Raises the error of a bulk read that left its values as they were.
+[[noreturn]] void failUnread(const char* name);
+
+// Reads a list of elements as all containers do: the pending update first, and into values preset to "unread", by which
+// a read that failed is known, since the bulk calls are not checked. Nothing is read for an empty list, or while Gurobi
+// does not hold the attribute.
 template <class T>
 void readElements(GurobiModel& model, const char* name, const tav::idx::List& list, std::span<T> values) {
   if (list.size() == 0) return;
   const auto wanted = values.first(static_cast<std::size_t>(list.size()));
   std::fill(wanted.begin(), wanted.end(), ElementAccess<T>::kUnread);
   model.updateIfPending();
-  if (model.isAttrAvailable(name)) ElementAccess<T>::get(model, name, list, wanted);
+  if (!model.isAttrAvailable(name)) return;
+  ElementAccess<T>::get(model, name, list, wanted);
+  if (ElementAccess<T>::isUnread(wanted.front())) failUnread(name);
 }
 
 enum class Access { readOnly, readWrite };

@@ -106,8 +106,9 @@ void LinConBasisSolutions::get(const tav::idx::List& list, std::span<int> values
   if (!model || list.size() == 0) return;
   const auto wanted = values.first(static_cast<std::size_t>(list.size()));
   readElements<int>(*model, "CBasis", list, wanted);
-  std::vector<char> senses(wanted.size(), sense::kEqual);
+  std::vector<char> senses(wanted.size(), '\0');
   model->getCharAttrArray("Sense", list, senses);
+  if (senses.front() == '\0') failUnread("Sense");
   for (std::size_t k = 0; k < wanted.size(); ++k) wanted[k] = rowBasis(wanted[k], senses[k]);
 }
 

@@ -75,6 +75,7 @@ int GurobiDouble::enter(Fn function, std::string text, bool returnsCode) {
     if (concerned && --failure_->remaining == 0) {
       code = failure_->code;
       failureMessage_ = failure_->message;
+      lastFailed_ = function;
       failure_.reset();
     }
   }

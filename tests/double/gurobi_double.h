@@ -59,6 +59,8 @@ class GurobiDouble : public std::enable_shared_from_this<GurobiDouble> {
   void failAnyCall(int nth, int code, std::string message);
   /// Whether a failure that was asked for is still to come.
   bool failurePending() const { return failure_.has_value(); }
+  /// The function that failed last because it was asked to.
+  std::optional<Fn> lastFailed() const { return lastFailed_; }
 
   // --- Scripts ---
 
@@ -124,6 +126,7 @@ class GurobiDouble : public std::enable_shared_from_this<GurobiDouble> {
   std::set<Fn> hidden_{Fn::GRBgetenv, Fn::GRBgeterrormsg};
   std::optional<Failure> failure_;
   std::string failureMessage_;
+  std::optional<Fn> lastFailed_;
   std::map<Fn, std::function<void()>> actions_;
   std::vector<std::string> misuses_;
   State state_;

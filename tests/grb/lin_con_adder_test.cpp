@@ -80,8 +80,8 @@ TEST_F(LinConAdderTest, RefusesWhatItCanCheckBeforeAnyCall) {
       {rows({sound, {-1, {0}, {1}, 0}}), "Domain type not supported."},
       {functions(data->variableSpace() + 1, {sound}), "Input not supported"},
       {rows({sound}, constants), "Input not supported"},
-      {rows({sound, {0, {0, 3}, {1, 1}, 0}}), "Element 1 of the block names variable 3 of 3."},
-      {rows({{0, {-1}, {1}, 0}}), "Element 0 of the block names variable -1 of 3."},
+      {rows({sound, {0, {0, 3}, {1, 1}, 0}}), "Element 1 of the block: there is no variable 3."},
+      {rows({{0, {-1}, {1}, 0}}), "Element 0 of the block: there is no variable -1."},
       {rows({{0, {2}, {kNaN}, 0}}), "Element 0 of the block: the coefficient nan of variable 2 is not finite."},
       {rows({{0, {2}, {-kInf}, 0}}), "Element 0 of the block: the coefficient -inf of variable 2 is not finite."},
       {rows({{0, {2}, {1}, kInf}}), "Element 0 of the block: the constant inf is not finite."},
@@ -108,7 +108,7 @@ TEST_F(LinConAdderTest, SendsBlocksOfAnySizeRowByRow) {
               fmt::format(R"(GRBaddconstr(m1, 1, [{}], [{}], 'G', 2, ""))", i % 3, i + 1));
   }
   block.back().positions = {3};
-  EXPECT_EQ(messageOf([&] { adder.add(rows(block)); }), "Element 599 of the block names variable 3 of 3.");
+  EXPECT_EQ(messageOf([&] { adder.add(rows(block)); }), "Element 599 of the block: there is no variable 3.");
 }
 
 // What is left of a block whose row k was refused decides whether more blocks are taken.

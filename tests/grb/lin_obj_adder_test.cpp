@@ -103,7 +103,7 @@ TEST_F(LinObjAdderTest, RefusesWhatItCanCheckBeforeAnyCall) {
     EXPECT_THAT(gurobi->calls(), IsEmpty()) << message;
   };
   expectRefusal({sound, {2, {0}, {1}, 0}}, {}, "Domain type not supported.");
-  expectRefusal({{0, {4}, {1}, 0}}, {}, "Element 0 of the block names variable 4 of 4.");
+  expectRefusal({{0, {4}, {1}, 0}}, {}, "Element 0 of the block: there is no variable 4.");
   expectRefusal({{0, {0}, {1}, std::numeric_limits<double>::quiet_NaN()}}, {},
                 "Element 0 of the block: the constant nan is not finite.");
   expectRefusal({sound}, {{"weight", values<double>({1, 2})}},

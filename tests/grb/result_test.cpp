@@ -81,6 +81,22 @@ TEST_F(ResultTest, TellsNothingThatGurobiDoesNotHold) {
   EXPECT_EQ(thrown<GurobiException>([&] { reducedCost.get(1); }).context(), "GRBgetdblattrelement");
 }
 
+TEST_F(ResultTest, RaisesWhenGurobiKeepsWhatItHas) {
+  gurobi->scriptAttr("SolCount", 1);
+  for (const char* name : {"X", "RC", "VBasis", "CBasis", "Slack"}) gurobi->scriptElements(name, {0, 0, 0, 0, 0, 0});
+  const auto expectRaised = [&](Fn failing, const char* attribute, const auto& container) {
+    gurobi->failCall(failing, 10001, "Out of memory");
+    EXPECT_EQ(messageOf([&] { container.getAll(); }),
+              fmt::format("The values of the attribute '{}' were not handed out", attribute));
+  };
+  expectRaised(Fn::GRBgetdblattrarray, "X", ofVariables<double>(Var::level));
+  expectRaised(Fn::GRBgetdblattrarray, "RC", ofVariables<double>(Var::reducedCost));
+  expectRaised(Fn::GRBgetdblattrarray, "Slack", ofRows<double>(Row::slack));
+  expectRaised(Fn::GRBgetintattrarray, "VBasis", ofVariables<int>(Var::basis));
+  expectRaised(Fn::GRBgetintattrarray, "CBasis", ofRows<int>(Row::basis));
+  expectRaised(Fn::GRBgetcharattrarray, "Sense", ofRows<int>(Row::basis));
+}
+
 TEST_F(ResultTest, MapsCodesAndSentinels) {
   gurobi->scriptElements("VBasis", {0, -1, -2, -3, -4, 7});
   EXPECT_THAT(ofVariables<int>(Var::basis).getAll(), ElementsAre(3, 1, 2, 4, 4, 4));
