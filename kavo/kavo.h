@@ -1,7 +1,7 @@
 /* kavo: a model, the way to a solver link, and the results. The host's face of libkavo.so.
  *
- * A host fills a model in bulk (or reads it from a file), gives settings, opens a link by path, solves, and reads results
- * as borrowed arrays:
+ * A host fills a model in bulk (or reads it from a file), gives settings, opens a link by path, solves, and reads
+ * results as borrowed arrays:
  *
  *     trpRec* model = NULL;
  *     kavo_create(&model);
@@ -60,7 +60,7 @@ KAVO_API int kavo_free(trpRec** model);
 
 typedef enum kavo_type {
   KAVO_CONTINUOUS = 0,
-  KAVO_BINARY = 1,         /* integer within [0, 1] and its own bounds */
+  KAVO_BINARY = 1, /* integer within [0, 1] and its own bounds */
   KAVO_INTEGER = 2,
   KAVO_SEMICONTINUOUS = 3, /* 0, or within [lower, upper] */
   KAVO_SEMIINTEGER = 4     /* 0, or an integer within [lower, upper] */
@@ -83,8 +83,8 @@ typedef enum kavo_sense { KAVO_MINIMIZE = 0, KAVO_MAXIMIZE = 1 } kavo_sense;
 KAVO_API int kavo_add_objective(trpRec* model, int sense, double constant, size_t terms, const int* column,
                                 const double* value, const char* name);
 
-/* Which objective is solved: 0 none (find a feasible point), 1 the first (the default), ... The solve fails when it does
- * not exist; a model without any is solved without. */
+/* Which objective is solved: 0 none (find a feasible point), 1 the first (the default), ... The solve fails when it
+ * does not exist; a model without any is solved without. */
 KAVO_API int kavo_set_objective_number(trpRec* model, int number);
 
 /* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
@@ -118,8 +118,8 @@ KAVO_API int kavo_read(trpRec* model, const char* path);
  * file is complete or not there at all (written beside and renamed). Needs no results: without a point no values are
  * written. result_code < 0: the code of the outcome (docs/results.md), otherwise this one. */
 KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* message, int result_code);
-/* A .sol file without values for a .nl file that could not be read or was not taken, so that the caller of the AMPL protocol
- * hears why. The counts come from the head of the .nl file; KAVO_FILE when that cannot be read either. */
+/* A .sol file without values for a .nl file that could not be read or was not taken, so that the caller of the AMPL
+ * protocol hears why. The counts come from the head of the .nl file; KAVO_FILE when that cannot be read either. */
 KAVO_API int kavo_write_failure_sol(const char* nl_path, const char* path, const char* message, int result_code);
 /* "# Objective value = v" and a line "name value" per column, as Gurobi reads it. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_write_point(const trpRec* model, const char* path);
@@ -141,8 +141,8 @@ KAVO_API int kavo_set_option(trpRec* model, const char* name, const char* value,
 KAVO_API int kavo_open_link(trpRec* model, const char* path);
 /* What the link says of its solver, such as "Gurobi 13.0.2 through gurobipy". "" without a link. */
 KAVO_API int kavo_solver_text(const trpRec* model, const char** text);
-/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. The results of the solve before
- * are gone, also when this one fails. */
+/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. The results of the solve
+ * before are gone, also when this one fails. */
 KAVO_API int kavo_solve(trpRec* model);
 /* Closes the link; results stay. */
 KAVO_API int kavo_close_link(trpRec* model);
@@ -153,8 +153,8 @@ typedef enum kavo_stop_source { KAVO_STOP_HOST = 0, KAVO_STOP_SIGNAL = 1 } kavo_
  * early within one. Without a running solve it does nothing. Any thread, but not a signal handler. */
 KAVO_API int kavo_interrupt(trpRec* model, int source);
 
-/* Where log text goes: called with pieces of text, lines end with "\n"; during a solve, on whichever thread the link logs.
- * The function must not change the model. NULL: nowhere (the default). */
+/* Where log text goes: called with pieces of text, lines end with "\n"; during a solve, on whichever thread the link
+ * logs. The function must not change the model. NULL: nowhere (the default). */
 KAVO_API int kavo_set_log(trpRec* model, void (*write)(const char* text, size_t length, void* data), void* data);
 
 /* ---- results ---- */
@@ -182,7 +182,8 @@ typedef struct kavo_outcome {
 /* The outcome of the last solve; KAVO_NO_RESULT before one. */
 KAVO_API int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome);
 
-/* The codes and messages that an outcome can have, in no order, some twice; *message is NULL when index is beyond the last. */
+/* The codes and messages that an outcome can have, in no order, some twice; *message is NULL when index is beyond the
+ * last. */
 KAVO_API int kavo_outcome_row(size_t index, int* sol_code, const char** message);
 
 /* Signs: a dual is the change of the objective per unit of the row's right-hand side, and a reduced cost the change per
@@ -198,12 +199,7 @@ typedef enum kavo_quantity {
 /* One value per column or row; KAVO_NO_RESULT (and NULL, 0) when the solve has not given this quantity. */
 KAVO_API int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count);
 
-typedef enum kavo_basis {
-  KAVO_BASIS_LOWER = 1,
-  KAVO_BASIS_UPPER = 2,
-  KAVO_BASIC = 3,
-  KAVO_SUPERBASIC = 4
-} kavo_basis;
+typedef enum kavo_basis { KAVO_BASIS_LOWER = 1, KAVO_BASIS_UPPER = 2, KAVO_BASIC = 3, KAVO_SUPERBASIC = 4 } kavo_basis;
 /* A kavo_basis per column (kind KAVO_COLUMN) or row (KAVO_ROW); KAVO_NO_RESULT when there is no basis. A row at its
  * lower side is KAVO_BASIS_LOWER, at its upper side KAVO_BASIS_UPPER. */
 KAVO_API int kavo_result_basis(const trpRec* model, int kind, const int** statuses, size_t* count);

@@ -1,8 +1,8 @@
 /* kavo: what a link may ask of a model and tell it. The only road between a link and its host.
  *
  * A link is a library that exports grbCreate, grbFree, grbReadyAPI, grbCallSolver, grbModifyProblem. Calls stand in the
- * order of one solve. The functions return a kavo_status and never throw. Spans are borrowed: valid while the host's call
- * of the link runs, and as long as the model is not changed.
+ * order of one solve. The functions return a kavo_status and never throw. Spans are borrowed: valid while the host's
+ * call of the link runs, and as long as the model is not changed.
  */
 #ifndef KAVO_LINK_H
 #define KAVO_LINK_H
@@ -38,11 +38,11 @@ typedef struct kavo_columns {
 
 typedef struct kavo_rows {
   size_t count;
-  const size_t* start;  /* count + 1 */
-  const int* column;    /* start[count] */
-  const double* value;  /* start[count]; finite */
-  const double* lower;  /* count */
-  const double* upper;  /* count */
+  const size_t* start;   /* count + 1 */
+  const int* column;     /* start[count] */
+  const double* value;   /* start[count]; finite */
+  const double* lower;   /* count */
+  const double* upper;   /* count */
   const int* expression; /* count: number of the row's expression, -1: none; NULL when no row has one */
   kavo_names names;
 } kavo_rows;
@@ -128,8 +128,8 @@ typedef struct kavo_finish {
   double objective, bound, gap, iterations, nodes, seconds, solutions;
 } kavo_finish;
 
-/* The array to fill with one value per column or row (a kavo_quantity), NaN so far; from this call on the quantity counts
- * as given. Only during a solve, like all below. Giving KAVO_PRIMAL says that there is a feasible point. */
+/* The array to fill with one value per column or row (a kavo_quantity), NaN so far; from this call on the quantity
+ * counts as given. Only during a solve, like all below. Giving KAVO_PRIMAL says that there is a feasible point. */
 KAVO_API int kavo_link_result(trpRec* model, int quantity, double** values, size_t* count);
 /* The same for the basis statuses of columns or rows (a kavo_kind). */
 KAVO_API int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* count);

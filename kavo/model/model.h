@@ -44,11 +44,11 @@ struct Objective {
   std::string name;
 };
 
-// Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e stand at
-// start[e] .. start[e+1]-1, its root last. Per node: the operator; index: the column of a variable, the number of a
-// defined variable, the number of a string, the number of operands of an operator that takes any number; value: the value
-// of a number, the number of the function of a call. The operands of a piecewise-linear term are slope, breakpoint,
-// slope, ..., slope and the variable.
+// Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e stand
+// at start[e] .. start[e+1]-1, its root last. Per node: the operator; index: the column of a variable, the number of a
+// defined variable, the number of a string, the number of operands of an operator that takes any number; value: the
+// value of a number, the number of the function of a call. The operands of a piecewise-linear term are slope,
+// breakpoint, slope, ..., slope and the variable.
 struct Expressions {
   std::vector<std::size_t> start{0};
   std::vector<Operator> op;
@@ -73,7 +73,8 @@ struct Suffix {
   std::vector<double> value;
 };
 
-// `f complements column`: row `row` with column `column`; flags as in the .nl format (1: lower finite, 2: upper finite).
+// `f complements column`: row `row` with column `column`; flags as in the .nl format (1: lower finite, 2: upper
+// finite).
 struct Complementarity {
   int row, column, flags;
 };
@@ -88,15 +89,15 @@ struct Model {
   std::vector<int> logical;           // the expression of each logical constraint
   Names logicalNames;
   std::vector<Complementarity> complementarity;
-  std::vector<std::string> functions;  // imported functions by name
+  std::vector<std::string> functions;          // imported functions by name
   std::vector<double> primalStart, dualStart;  // empty, or one entry per column or row; NaN: unknown
   std::vector<Suffix> suffixes;
 
   // Where it came from.
-  std::string file;              // path as given, "" when built by calls
-  bool ampl = false;             // read from a .nl file: results go to a .sol
-  std::vector<int> amplOptions;  // the numbers behind the first one of the .nl file's first line
-  double amplTolerance = 0;      // the fourth of them when the second is 3
+  std::string file;                    // path as given, "" when built by calls
+  bool ampl = false;                   // read from a .nl file: results go to a .sol
+  std::vector<int> amplOptions;        // the numbers behind the first one of the .nl file's first line
+  double amplTolerance = 0;            // the fourth of them when the second is 3
   std::vector<std::string> readNotes;  // what the user should know about the file, one line each
 
   bool empty() const { return columns.size() == 0 && rows.size() == 0 && objectives.empty(); }

@@ -7,8 +7,8 @@
 
 namespace kavo {
 
-// The names of elements 0 .. size-1 in one block of text, each ended with NUL, so that a name costs no allocation of its
-// own. Empty while no element has a name; afterwards it has one entry per element, "" for those without.
+// The names of elements 0 .. size-1 in one block of text, each ended with NUL, so that a name costs no allocation of
+// its own. Empty while no element has a name; afterwards it has one entry per element, "" for those without.
 class Names {
  public:
   // Appends the name of the next element. unnamed: how many elements before it were added without any name so far; used
