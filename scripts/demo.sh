@@ -12,9 +12,15 @@ trap 'rm -rf "$folder"' EXIT
 for model in "${models[@]}"; do
   name=${model##*/}
   cp "$model" "$folder/"
+  # The names of a .nl file's elements.
+  for names in "${model%.*}".{row,col}; do
+    if [[ -e $names ]]; then cp "$names" "$folder/"; fi
+  done
   # A .nl file is made for programs; where the modeling source lies beside it, people see that.
-  source=${model%.*}.mod
-  [[ -e $source ]] || source=$model
+  source=$model
+  for written in "${model%.*}.mod" "$(dirname "$model")/pyomo_${name%.*}.py"; do
+    if [[ -e $written ]]; then source=$written; fi
+  done
   printf '== %s\n' "${source##*/}"
   head -n 60 "$source"
   printf '\n== grblink %s\n' "$name"

@@ -1,0 +1,147 @@
+"""Runs the examples as their readers do and compares what they print with the answers worked out by hand.
+
+The diet: with Oats at its limit of 4 the demands for protein and calcium bind,
+    4 Milk + 8 Beans = 28 - 12,  6 Milk + 2 Beans = 18 - 4,  so Milk = 2, Beans = 1, and energy is 16 + 4 + 3 = 23.
+The duals price Milk and Beans: 4p + 6c = 0.48, 8p + 2c = 0.56, so p = 0.06, c = 0.04; Oats are 0.15 - 3p - c = -0.07
+from that, so that more of them would save money. Cost: 0.15 * 4 + 0.48 * 2 + 0.56 = 2.12 = 28p + 18c - 0.07 * 4.
+
+The knapsack: of 2*2*2*2*2*4 choices the only one of value 15 or more that weighs 9 or less is tent and stove.
+"""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+EXAMPLES = ROOT / "examples"
+TOLERANCE = 1e-6
+
+OBJECTIVE = 2.12
+COLUMNS = {"Oats": {"value": 4, "reduced_cost": -0.07, "basis": "upper"},
+           "Milk": {"value": 2, "reduced_cost": 0, "basis": "basic"},
+           "Beans": {"value": 1, "reduced_cost": 0, "basis": "basic"}}
+ROWS = {"energy": {"activity": 23, "dual": 0, "slack": 3, "basis": "basic"},
+        "protein": {"activity": 28, "dual": 0.06, "slack": 0, "basis": "lower"},
+        "calcium": {"activity": 18, "dual": 0.04, "slack": 0, "basis": "lower"}}
+
+
+def run(*words, folder=ROOT):
+    environment = {key: value for key, value in os.environ.items() if key != "grblink_options"}
+    return subprocess.run([str(word) for word in words], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
+                          capture_output=True, text=True, timeout=60, check=False)
+
+
+def facts_of(words):
+    """{"value": 4.0, "basis": "upper"} of the words "value 4 basis upper"."""
+    return {name: text if name == "basis" else float(text) for name, text in zip(words[::2], words[1::2])}
+
+
+def parse(text, kind):
+    """{name: facts} of the lines that begin with the kind."""
+    lines = [line.split() for line in text.splitlines()]
+    return {words[1]: facts_of(words[2:]) for words in lines if words[0] == kind}
+
+
+class Case(unittest.TestCase):
+    def assert_facts(self, found, expected):
+        """Compares {name: facts}; every fact found is one that is expected."""
+        self.assertEqual(found.keys(), expected.keys())
+        for name, facts in found.items():
+            self.assertTrue(facts)
+            for fact, value in facts.items():
+                with self.subTest(element=name, fact=fact):
+                    if isinstance(value, str):
+                        self.assertEqual(value, expected[name][fact])
+                    else:
+                        self.assertAlmostEqual(value, expected[name][fact], delta=TOLERANCE)
+
+    def assert_printed(self, done, head, facts_per_element):
+        """The program went well and printed the outcome and the elements, with so many facts each."""
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        line = next(line for line in done.stdout.splitlines() if line.startswith("optimal"))
+        words, objective = line.rsplit(" ", 1)
+        self.assertEqual(words, head)
+        self.assertAlmostEqual(float(objective), OBJECTIVE, delta=TOLERANCE)
+        columns, rows = parse(done.stdout, "column"), parse(done.stdout, "row")
+        self.assertEqual(({len(facts) for facts in columns.values()}, {len(facts) for facts in rows.values()}),
+                         facts_per_element)
+        self.assert_facts(columns, COLUMNS)
+        self.assert_facts(rows, ROWS)
+
+
+class Programs(Case):
+    """The same model, built by calls in C and in Python, and by Pyomo."""
+
+    CALLS = {"C": [os.environ["SOLVE_C"]],
+             "Python": [sys.executable, "-B", EXAMPLES / "solve.py", os.environ["KAVO"]]}
+
+    def test_calls(self):
+        for language, command in self.CALLS.items():
+            with self.subTest(language=language):
+                done = run(*command)
+                self.assertTrue(done.stdout.startswith("solver Gurobi 13."), done)
+                self.assert_printed(done, "optimal finished objective", ({3}, {4}))
+
+    def test_an_error_is_told_and_ends_the_program(self):
+        for language, command in self.CALLS.items():
+            with self.subTest(language=language):
+                done = run(*command, "/no/such/link.so")
+                self.assertEqual((done.returncode, done.stdout), (1, ""))
+                self.assertIn("cannot load the link: /no/such/link.so", done.stderr)
+
+    def test_pyomo(self):
+        done = run(sys.executable, "-B", EXAMPLES / "pyomo_diet.py", os.environ["GRBLINK"])
+        self.assert_printed(done, "optimal objective", ({2}, {2}))
+
+
+class Files(Case):
+    """The same model from files, and a mixed-integer one."""
+
+    def setUp(self):
+        holder = tempfile.TemporaryDirectory()
+        self.addCleanup(holder.cleanup)
+        self.folder = pathlib.Path(holder.name)
+
+    def solve(self, model):
+        """The JSON of a run on a copy of the model, with the files beside it."""
+        for path in EXAMPLES.glob(pathlib.Path(model).stem + ".*"):
+            (self.folder / path.name).write_bytes(path.read_bytes())
+        done = run(os.environ["GRBLINK"], "--json", "all.json", model, folder=self.folder)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        return json.loads((self.folder / "all.json").read_text())
+
+    def elements(self, part, rename):
+        facts = [name for name in part if name != "name"]
+        return {rename(name): {fact: part[fact][i] for fact in facts} for i, name in enumerate(part["name"])}
+
+    def test_diet(self):
+        for model, rename in [("diet.mps", str), ("diet.nl", lambda name: name.removeprefix("portions[").rstrip("]"))]:
+            with self.subTest(model=model):
+                found = self.solve(model)
+                self.assertEqual((found["status"], found["termination"]), ("optimal", "finished"))
+                self.assertAlmostEqual(found["objective"], OBJECTIVE, delta=TOLERANCE)
+                self.assert_facts(self.elements(found["variables"], rename), COLUMNS)
+                self.assert_facts(self.elements(found["rows"], str), ROWS)
+
+    def test_knapsack(self):
+        found = self.solve("knapsack.mps")
+        self.assertEqual(found["status"], "optimal")
+        self.assertAlmostEqual(found["objective"], 15, delta=TOLERANCE)
+        values = dict(zip(found["variables"]["name"], found["variables"]["value"]))
+        self.assertEqual({name for name, value in values.items() if round(value, 6) == 1}, {"tent", "stove"})
+        self.assertAlmostEqual(sum(map(abs, values.values())), 2, delta=TOLERANCE)
+        self.assertIsNone(found["rows"]["dual"])
+
+    def test_diet_nl_is_what_pyomo_writes(self):
+        done = run(sys.executable, "-B", EXAMPLES / "pyomo_diet.py", "--write", "diet.nl", folder=self.folder)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        for name in ("diet.nl", "diet.row", "diet.col"):
+            self.assertEqual((self.folder / name).read_text(), (EXAMPLES / name).read_text())
+
+
+if __name__ == "__main__":
+    unittest.main()
