@@ -44,16 +44,16 @@ bool areSound(const LinearTerms& terms, int variables) {
 
 void refuse(const LinearTerms& terms, int element, int variables) {
   const auto fail = [element](const std::string& what) {
-    throw SupportException(fmt::format("Element {} of the block{}.", element, what), adderLocation());
+    throw SupportException(fmt::format("Element {} of the block: {}.", element, what), adderLocation());
   };
   for (std::size_t k = 0; k < terms.positions.size(); ++k) {
     const int position = terms.positions[k];
-    if (position < 0 || position >= variables) fail(fmt::format(" names variable {} of {}", position, variables));
+    if (position < 0 || position >= variables) fail(fmt::format("there is no variable {}", position));
     if (!std::isfinite(terms.coefficients[k])) {
-      fail(fmt::format(": the coefficient {} of variable {} is not finite", terms.coefficients[k], position));
+      fail(fmt::format("the coefficient {} of variable {} is not finite", terms.coefficients[k], position));
     }
   }
-  fail(fmt::format(": the constant {} is not finite", terms.constant));
+  fail(fmt::format("the constant {} is not finite", terms.constant));
 }
 
 void requireThis(bool condition) {
