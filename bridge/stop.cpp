@@ -4,10 +4,14 @@
 #include <signal.h>
 #include <time.h>
 
+#include <system_error>
+
 #include "bridge/exports.h"
+#include "bridge/failure.h"
 #include "bridge/gil.h"
 #include "bridge/handles.h"
 #include "bridge/model.h"
+#include "grb/gurobi/constants.h"
 
 namespace bridge {
 namespace {
@@ -56,18 +60,23 @@ void waitShortly(sem_t& wake) {
 
 }  // namespace
 
-StopWatch::StopWatch(Model& model) : model_(model), outermost_(!model.handle()->solving.exchange(true)) {
-  if (!outermost_) return;
+StopWatch::StopWatch(Model& model) : model_(model) {
   GRBmodel& handle = *model_.handle();
+  if (handle.solving.exchange(true))
+    throw Failure(grb::error::kOptimizationInProgress, "Attempted to access a model while optimization is in progress");
   while (sem_trywait(&handle.wake) == 0) {  // wakes left over from an earlier solve
   }
   handle.stop = false;
   const WithoutSignals blocked;  // signals stay with the host's own threads
-  thread_ = std::thread([this] { watch(); });
+  try {
+    thread_ = std::thread([this] { watch(); });
+  } catch (const std::system_error&) {
+    handle.solving = false;
+    throw;
+  }
 }
 
 StopWatch::~StopWatch() {
-  if (!outermost_) return;
   GRBmodel& handle = *model_.handle();
   handle.solving = false;
   done_ = true;

@@ -15,6 +15,11 @@ class Model;
 /// A callback of gurobipy's that polls the flag would not do: there is none during a relaxation, and computing an IIS
 /// of a small model never calls it.
 ///
+/// During a relaxation gurobipy keeps the interpreter's lock, except while it hands out a log line: a stop takes effect
+/// at the next line only ("DisplayInterval" seconds at most, unless the output is off), and other threads wait as long.
+///
+/// Throws Failure 10017 when such a call on the model is under way already: gurobipy lets some of them through.
+///
 /// Made and destroyed with the lock of the interpreter held; lets it go while it waits for its thread to end.
 class StopWatch {
  public:
@@ -27,7 +32,6 @@ class StopWatch {
   void watch();
 
   Model& model_;
-  const bool outermost_;  ///< false when the model is being solved already; gurobipy then refuses the call
   std::atomic<bool> done_{false};
   std::thread thread_;
 };
