@@ -40,6 +40,12 @@ std::int32_t guarded(trpRec* host, const Work& work) {
   return 1;
 }
 
+// Which solver this is, as exactly as it can tell.
+std::string solverText(tav::opt::AbstractSolver& solver) {
+  const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
+  return services ? services->libraryText() : solver.name();
+}
+
 }  // namespace
 
 // Nothing is shared between links yet that would have to be made before the first or freed after the last.
@@ -55,8 +61,7 @@ std::int32_t Link::readyAPI(trpRec* model) {
   if (model == nullptr) return 1;
   model_ = model;
   return guarded(model_, [this] {
-    const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(solver_.get());
-    kavo_link_publish_solver(model_, services ? services->libraryText().c_str() : solver_->name().c_str());
+    kavo_link_publish_solver(model_, solverText(*solver_).c_str());
   });
 }
 
@@ -69,9 +74,11 @@ std::int32_t Link::callSolver() {
 std::int32_t Link::modifyProblem() { return model_ == nullptr ? 1 : 0; }
 
 void Link::run() {
-  solver_->setLog(std::make_shared<HostLog>(model_));
+  const auto log = std::make_shared<HostLog>(model_);
+  solver_->setLog(log);
   const auto parameters = solver_->makeModelAttributes(solver_->shortName(), {});
   const auto settings = settings::check(model_, *parameters);
+  log->writeLine(solverText(*solver_));
   if (solver_->hasModel()) {
     solver_->clear();
   } else {

@@ -124,6 +124,18 @@ std::string failureText(const LibrarySearch& search, const std::string& tried) {
                     kVersionMajor, kVersionMinor, kNativeName);
 }
 
+// Whether the user has a licence file where gurobipy looks for one; it goes before the licence that comes with gurobipy.
+bool hasOwnLicence() {
+  const char* home = std::getenv("HOME");
+  std::error_code ignored;
+  return std::getenv("GRB_LICENSE_FILE") != nullptr || std::filesystem::exists("/opt/gurobi/gurobi.lic", ignored) ||
+         (home != nullptr && std::filesystem::exists(std::filesystem::path(home) / "gurobi.lic", ignored));
+}
+
+const char* bridgeText() {
+  return hasOwnLicence() ? " through gurobipy" : " through gurobipy, size-limited evaluation licence";
+}
+
 }  // namespace
 
 LoadError::LoadError(std::string message, tav::util::SourceLocation location)
@@ -136,8 +148,8 @@ std::shared_ptr<const Library> Library::open(const std::string& path) {
   const std::shared_ptr<Library> library(new Library);
   library->api_ = boundTable(handle.get(), version);
   library->path_ = resolvedPath(handle.get(), path);
-  library->text_ = fmt::format("Gurobi {}{} ({})", version.text(),
-                               isBridgePath(library->path_) ? " through gurobipy" : "", library->path_);
+  library->text_ = fmt::format("Gurobi {}{} ({})", version.text(), isBridgePath(library->path_) ? bridgeText() : "",
+                               library->path_);
   library->keepAlive_ = std::shared_ptr<void>(std::move(handle));
   return library;
 }
