@@ -26,6 +26,11 @@ sigset_t stopSignals() {
   return set;
 }
 
+int openSignals() {
+  const sigset_t set = stopSignals();
+  return signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
 }  // namespace
 
 void blockSignals() {
@@ -34,10 +39,7 @@ void blockSignals() {
   std::signal(SIGPIPE, SIG_IGN);
 }
 
-SignalWatch::SignalWatch(trpRec* model) : model_(model) {
-  const sigset_t set = stopSignals();
-  signals_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-  end_ = eventfd(0, EFD_CLOEXEC);
+SignalWatch::SignalWatch(trpRec* model) : model_(model), signals_(openSignals()), end_(eventfd(0, EFD_CLOEXEC)) {
   if (signals_ < 0 || end_ < 0) throw Failure(fmt::format("cannot watch for signals: {}", std::strerror(errno)));
   thread_ = std::thread([this] { watch(); });
 }
@@ -54,7 +56,7 @@ SignalWatch::~SignalWatch() {
 void SignalWatch::watch() {
   pollfd waiting[] = {{signals_, POLLIN, 0}, {end_, POLLIN, 0}};
   while ((waiting[1].revents & POLLIN) == 0) {
-    signalfd_siginfo info;
+    signalfd_siginfo info{};
     while (read(signals_, &info, sizeof info) == sizeof info) {
       if (interrupted_.exchange(true)) _exit(kExitInterrupted);
     }

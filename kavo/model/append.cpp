@@ -99,20 +99,19 @@ void appendTerms(const Terms& terms, std::vector<int>& column, std::vector<doubl
   column.insert(column.end(), terms.column, terms.column + terms.count);
   value.insert(value.end(), terms.value, terms.value + terms.count);
   if (terms.increasing()) return;
-  std::vector<std::pair<int, double>> sorted(terms.count);
-  for (std::size_t k = 0; k < terms.count; ++k) sorted[k] = {terms.column[k], terms.value[k]};
-  const auto byColumn = [](const auto& a, const auto& b) { return a.first < b.first; };
-  std::stable_sort(sorted.begin(), sorted.end(), byColumn);
+  std::vector<std::pair<int, std::size_t>> sorted(terms.count);  // column and position, so that sums keep their order
+  for (std::size_t k = 0; k < terms.count; ++k) sorted[k] = {terms.column[k], k};
+  std::sort(sorted.begin(), sorted.end());
   const auto same = [](const auto& a, const auto& b) { return a.first == b.first; };
   if (std::adjacent_find(sorted.begin(), sorted.end(), same) == sorted.end()) return;
   column.resize(first);
   value.resize(first);
-  for (const auto& [c, v] : sorted) {
+  for (const auto& [c, k] : sorted) {
     if (column.size() > first && column.back() == c) {
-      value.back() += v;
+      value.back() += terms.value[k];
     } else {
       column.push_back(c);
-      value.push_back(v);
+      value.push_back(terms.value[k]);
     }
   }
 }

@@ -16,8 +16,9 @@ std::size_t elementCount(const Model& model, int kind) {
       return model.objectives.size();
     case KAVO_MODEL:
       return 1;
+    default:
+      throw Error(KAVO_INVALID, fmt::format("there is no kind of element {}", kind));
   }
-  throw Error(KAVO_INVALID, fmt::format("there is no kind of element {}", kind));
 }
 
 std::string elementName(const Model& model, int kind, std::size_t index) {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <bit>
 #include <functional>
 #include <string_view>
@@ -47,9 +48,12 @@ void noteDuplicates(int kind, const Names& names, std::vector<std::string>& note
 void noteCrossed(const Model& model, int kind, const std::vector<double>& lower, const std::vector<double>& upper,
                  std::vector<std::string>& notes) {
   for (std::size_t i = 0; i < lower.size(); ++i) {
-    if (lower[i] <= upper[i]) continue;
+    const bool isBinary = kind == KAVO_COLUMN && model.columns.type[i] == KAVO_BINARY;
+    const double least = isBinary ? std::max(lower[i], 0.0) : lower[i];
+    const double most = isBinary ? std::min(upper[i], 1.0) : upper[i];
+    if (least <= most) continue;
     notes.push_back(fmt::format("{} {} has lower bound {} above upper bound {}", kKindNames[kind],
-                                elementName(model, kind, i), lower[i], upper[i]));
+                                elementName(model, kind, i), least, most));
     return;
   }
 }

@@ -28,10 +28,11 @@ std::string resolved(const std::string& path) {
 // A file under a temporary name in the folder of `target`, removed again unless it took the target's place.
 class TemporaryFile {
  public:
-  TemporaryFile(const std::string& path, const std::string& target, mode_t mode) : path_(path), target_(target) {
+  TemporaryFile(std::string path, std::string target, mode_t mode)
+      : path_(std::move(path)), target_(std::move(target)) {
     static std::atomic<unsigned> serial = 0;
-    const auto slash = target.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : target.substr(0, slash + 1);
+    const auto slash = target_.rfind('/');
+    const std::string folder = slash == std::string::npos ? "" : target_.substr(0, slash + 1);
     do {
       name_ = fmt::format("{}.kavo-{}-{}.tmp", folder, getpid(), serial++);
       descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
