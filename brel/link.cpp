@@ -60,9 +60,7 @@ Link::~Link() = default;
 std::int32_t Link::readyAPI(trpRec* model) {
   if (model == nullptr) return 1;
   model_ = model;
-  return guarded(model_, [this] {
-    kavo_link_publish_solver(model_, solverText(*solver_).c_str());
-  });
+  return guarded(model_, [this] { kavo_link_publish_solver(model_, solverText(*solver_).c_str()); });
 }
 
 std::int32_t Link::callSolver() {

@@ -20,8 +20,10 @@ void Data::requireInStep() {
   if (!lost_.empty()) throw tav::Exception(lost_);
   const int held = model->getIntAttr("NumVars");
   if (held == variables.count()) return;
-  throw tav::Exception(fmt::format("The Gurobi model holds {} variables where {} were added; the model cannot be loaded "
-                                   "further.", held, variables.count()));
+  throw tav::Exception(
+      fmt::format("The Gurobi model holds {} variables where {} were added; the model cannot be loaded "
+                  "further.",
+                  held, variables.count()));
 }
 
 void Data::settleAfterError(int rows) {

@@ -68,8 +68,6 @@ class SolverModel {
   // Makes a row an equality with side 0: the user's terms minus a column.
   void subtractColumn(std::size_t row, int column);
 
-  std::vector<std::string> notes;  // for the user
-
  private:
   std::span<const double> bounds(const std::vector<double>& own, const double* user) const {
     return own.empty() ? std::span<const double>(user, columns_.count) : std::span<const double>(own);

@@ -26,10 +26,17 @@ const char* kindOf() {
   return std::is_same_v<T, int> ? "a whole number" : "a number";
 }
 
+// "inf" is the largest number that a solver takes for infinity.
+double finite(double value) {
+  constexpr double kSolverInfinity = 1e100;
+  return std::clamp(value, -kSolverInfinity, kSolverInfinity);
+}
+int finite(int value) { return value; }
+
 template <class T>
 T checkedNumber(const kavo_setting& setting, const tav::attr::lib::RangeInfo<T>& info) {
   T value{};
-  if (parse(setting.value, value) && info.accepts(value)) return value;
+  if (parse(setting.value, value) && info.accepts(finite(value))) return finite(value);
   refuse(setting, fmt::format("{}={}: the value must be {} from {} to {}", info.name(), setting.value, kindOf<T>(),
                               info.lower(), info.upper()));
 }

@@ -124,7 +124,8 @@ std::string failureText(const LibrarySearch& search, const std::string& tried) {
                     kVersionMajor, kVersionMinor, kNativeName);
 }
 
-// Whether the user has a licence file where gurobipy looks for one; it goes before the licence that comes with gurobipy.
+// Whether the user has a licence file where gurobipy looks for one; it goes before the licence that comes with
+// gurobipy.
 bool hasOwnLicence() {
   const char* home = std::getenv("HOME");
   std::error_code ignored;
@@ -148,8 +149,8 @@ std::shared_ptr<const Library> Library::open(const std::string& path) {
   const std::shared_ptr<Library> library(new Library);
   library->api_ = boundTable(handle.get(), version);
   library->path_ = resolvedPath(handle.get(), path);
-  library->text_ = fmt::format("Gurobi {}{} ({})", version.text(), isBridgePath(library->path_) ? bridgeText() : "",
-                               library->path_);
+  library->text_ =
+      fmt::format("Gurobi {}{} ({})", version.text(), isBridgePath(library->path_) ? bridgeText() : "", library->path_);
   library->keepAlive_ = std::shared_ptr<void>(std::move(handle));
   return library;
 }

@@ -17,8 +17,9 @@ class AbstractAdder {
   virtual std::uint64_t variableSpace() const = 0;
 };
 
-// `add` translates one block, as a whole or not at all as far as it can be checked beforehand, and returns the positions
-// of the new elements in the solver's numbering of that kind. Throws SupportException for what the solver cannot take.
+// `add` translates one block, as a whole or not at all as far as it can be checked beforehand, and returns the
+// positions of the new elements in the solver's numbering of that kind. Throws SupportException for what the solver
+// cannot take.
 class AbstractVariableAdder : public AbstractAdder {
  public:
   virtual idx::List add(const VariableContainer& block) = 0;

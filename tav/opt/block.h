@@ -10,8 +10,8 @@
 
 namespace tav::opt {
 
-// One group of a block's attributes: containers by number, each with a name. An attribute that is absent yields the empty
-// container.
+// One group of a block's attributes: containers by number, each with a name. An attribute that is absent yields the
+// empty container.
 class BlockGroup : public attr::AbstractContainerDict {
  public:
   void set(int key, std::string name, attr::BaseContainer container);
@@ -34,9 +34,10 @@ class BlockGroup : public attr::AbstractContainerDict {
   std::map<int, Entry> entries_;
 };
 
-// A block of elements of one kind on their way to a solver: their attributes in groups, each found by a tag. The standard
-// group ("tav:variable" or "tav:constraint") says with its type container how many elements there are; a solver's own
-// group bears the solver's short name. The containers usually view the host's arrays, so a block must not outlive them.
+// A block of elements of one kind on their way to a solver: their attributes in groups, each found by a tag. The
+// standard group ("tav:variable" or "tav:constraint") says with its type container how many elements there are; a
+// solver's own group bears the solver's short name. The containers usually view the host's arrays, so a block must not
+// outlive them.
 class Block {
  public:
   void setGroup(std::string_view tag, std::shared_ptr<const attr::AbstractContainerDict> group);

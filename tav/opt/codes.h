@@ -4,8 +4,8 @@
 
 namespace tav::opt {
 
-// What is known of the model after a solve. A limit or a suboptimal stop is `unknown`: whether there is a point is told by
-// the number of solutions.
+// What is known of the model after a solve. A limit or a suboptimal stop is `unknown`: whether there is a point is told
+// by the number of solutions.
 enum class SolutionStatus : int {
   optimal = 0,
   locallyOptimal = 1,

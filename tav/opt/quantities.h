@@ -1,7 +1,7 @@
 #pragma once
 
-// The numbers under which per-element quantities are asked for and handed over: one numbering for the blocks on the way in
-// and for the results on the way out.
+// The numbers under which per-element quantities are asked for and handed over: one numbering for the blocks on the way
+// in and for the results on the way out.
 namespace tav::opt {
 
 struct VariableQuantity {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "tav/attr/container_dict.h"
 #include "tav/attr/abstract_dict.h"
+#include "tav/attr/container_dict.h"
 #include "tav/opt/adder.h"
 #include "tav/opt/callback.h"
 #include "tav/opt/codes.h"
@@ -27,8 +27,8 @@ struct Context {
 // A part of the model and, beside it, the functions of its elements.
 using ContainerPair = std::pair<attr::ContainerDict, attr::ContainerDict>;
 
-// A solver as the framework sees it. Pointers to what the solver does not offer are empty; the framework then reports that
-// part of the model as unsupported.
+// A solver as the framework sees it. Pointers to what the solver does not offer are empty; the framework then reports
+// that part of the model as unsupported.
 class AbstractSolver {
  public:
   virtual ~AbstractSolver() = default;

@@ -6,8 +6,8 @@
 
 namespace tav::opt {
 
-// What a solver may tell beyond AbstractSolver. The framework asks for it by a dynamic cast; without it these features are
-// absent.
+// What a solver may tell beyond AbstractSolver. The framework asks for it by a dynamic cast; without it these features
+// are absent.
 class AbstractSolverServices {
  public:
   virtual ~AbstractSolverServices() = default;
