@@ -3,7 +3,7 @@
 #include "bridge/call.h"
 #include "bridge/exports.h"
 
-using namespace bridge;
+namespace bridge {
 
 extern "C" {
 
@@ -48,3 +48,5 @@ int GRBsetdblattrlist(GRBmodel* model, const char* name, int len, int* ind, doub
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -4,7 +4,8 @@
 #include "bridge/exports.h"
 
 namespace py = pybind11;
-using namespace bridge;
+
+namespace bridge {
 
 namespace {
 
@@ -59,3 +60,5 @@ int GRBsetstrattrelement(GRBmodel* model, const char* name, int element, const c
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -30,9 +30,6 @@ bool readable(Model& m, const char* name) {
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -76,3 +73,5 @@ int GRBsetstrattr(GRBmodel* model, const char* name, const char* value) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -62,10 +62,6 @@ void runWithCallback(Model& model, const char* method) {
   if (refused) throw Failure(grb::error::kCallback, "The callback ended the call by a non-zero result");
 }
 
-}  // namespace bridge
-
-using namespace bridge;
-
 extern "C" {
 
 int GRBsetcallbackfuncadv(GRBmodel* model, int (*cb)(GRBmodel* model, void* cbdata, int where, void* usrdata),
@@ -81,3 +77,5 @@ int GRBoptimize(GRBmodel* model) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -49,9 +49,6 @@ void getValue(CallbackFrame& frame, int what, void* result) {
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" int GRBcbget(void* cbdata, int where, int what, void* resultP) {
   CallbackFrame* const frame = findFrame(cbdata);
@@ -61,3 +58,5 @@ extern "C" int GRBcbget(void* cbdata, int where, int what, void* resultP) {
     getValue(*frame, what, resultP);
   });
 }
+
+}  // namespace bridge

@@ -21,8 +21,13 @@ std::shared_ptr<Env> Env::make() {
 }
 
 const py::object& Env::object() const {
-  if (!object_) throw Failure(grb::error::kNoLicense, loadGurobipy());
+  if (!object_) throw Failure(grb::error::kNoLicense, unusable_);
   return object_;
+}
+
+void Env::setUnusable(std::string reason) {
+  unusable_ = std::move(reason);
+  setMessage(unusable_);
 }
 
 void Env::setMessage(std::string_view text) {
@@ -51,7 +56,7 @@ bool servesVersion(int major, int minor, int technical) {
 std::shared_ptr<Env> makeEnv() {
   std::shared_ptr<Env> env = Env::make();
   if (const std::string& failure = loadGurobipy(); !failure.empty()) {
-    env->setMessage(failure);
+    env->setUnusable(failure);
     return env;
   }
   const Gil gil;
@@ -59,15 +64,12 @@ std::shared_ptr<Env> makeEnv() {
     using namespace py::literals;
     env->setObject(gurobipy().environment("empty"_a = true));
   } catch (...) {
-    env->fail(currentFailure());
+    env->setUnusable(currentFailure().what());
   }
   return env;
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -109,3 +111,5 @@ int GRBisgpusupported(GRBenv* env) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "grb/gurobi/types.h"
@@ -29,6 +30,9 @@ class Env {
   bool hasObject() const { return static_cast<bool>(object_); }
   void setObject(pybind11::object object) { object_ = std::move(object); }
 
+  /// Why there is no Python object: the text of every failure from now on.
+  void setUnusable(std::string reason);
+
   /// The model whose environment this is; null for a base environment. Its log callback hears what this environment
   /// says.
   std::weak_ptr<Model> model;
@@ -42,6 +46,7 @@ class Env {
 
  private:
   pybind11::object object_;
+  std::string unusable_;
   std::array<char, 2048> message_{};
 };
 

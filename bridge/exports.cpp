@@ -1,13 +1,7 @@
 #include "bridge/exports.h"
 
-#include <type_traits>
-
+namespace bridge {
 namespace {
-
-#define GRB_FN(result, name, parameters, since)                        \
-  static_assert(std::is_same_v<decltype(&name), result(*) parameters>, \
-                #name " is declared with other types than the list of functions gives it");
-#include "grb/gurobi/functions.def"
 
 // Refers to every function, so that one without a definition fails at link time instead of in a caller's loader.
 [[gnu::used]] void* const kEveryFunction[] = {
@@ -16,3 +10,4 @@ namespace {
 };
 
 }  // namespace
+}  // namespace bridge

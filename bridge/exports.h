@@ -8,7 +8,11 @@
 
 #include "grb/gurobi/types.h"
 
+namespace bridge {
+
 extern "C" {
 #define GRB_FN(result, name, parameters, since) [[gnu::visibility("default")]] result name parameters;
 #include "grb/gurobi/functions.def"
 }
+
+}  // namespace bridge

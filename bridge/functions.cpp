@@ -28,9 +28,6 @@ int addFunction(GRBmodel* model, const char* method, const FunctionData& data, P
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -80,3 +77,5 @@ int GRBaddgenconstrTan(GRBmodel* model, const char* name, int xvar, int yvar, co
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -28,9 +28,6 @@ py::list nodeData(Model& m, int count, const int* opcode, const double* data) {
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -84,3 +81,5 @@ int GRBaddgenconstrNL(GRBmodel* model, const char* name, int resvar, int nnodes,
 }
 
 }  // extern "C"
+
+}  // namespace bridge

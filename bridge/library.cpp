@@ -3,7 +3,7 @@
 #include "bridge/gurobipy.h"
 #include "grb/gurobi/constants.h"
 
-using namespace bridge;
+namespace bridge {
 
 extern "C" {
 
@@ -23,3 +23,5 @@ char* GRBplatform() {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -67,10 +67,8 @@ void installLogHandler() {
   names["install"](py::cpp_function(&deliver));
 }
 
-}  // namespace bridge
-
-using namespace bridge;
-
 extern "C" int GRBsetlogcallbackfunc(GRBmodel* model, int (*cb)(char* msg, void* logdata), void* logdata) {
   return onModel(model, [&](Model& m) { m.logCallback = {cb, logdata}; });
 }
+
+}  // namespace bridge

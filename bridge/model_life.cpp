@@ -8,7 +8,8 @@
 
 namespace py = pybind11;
 using namespace py::literals;
-using namespace bridge;
+
+namespace bridge {
 
 extern "C" {
 
@@ -55,3 +56,5 @@ int GRBwrite(GRBmodel* model, const char* filename) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -27,9 +27,6 @@ std::vector<std::string>& allNames(Env& env) {
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -55,3 +52,5 @@ int GRBgetparamtype(GRBenv* env, const char* name) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

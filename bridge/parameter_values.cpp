@@ -28,9 +28,6 @@ void copyText(py::handle value, char* out) {
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -103,3 +100,5 @@ int GRBwriteparams(GRBenv* env, const char* filename) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

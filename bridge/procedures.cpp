@@ -35,9 +35,6 @@ double relax(Model& m, int objective, bool minimal, const Penalties& penalties) 
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -87,3 +84,5 @@ int GRBgettuneresult(GRBmodel* model, int i) {
 }
 
 }  // extern "C"
+
+}  // namespace bridge

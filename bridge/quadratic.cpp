@@ -34,21 +34,29 @@ void addToObjective(Model& m, const QuadraticTerms& terms) {
   m.object().attr("setObjective")(objective);
 }
 
-/// gurobipy wants the type of each set as a number and its members as a list of their own.
-void addSets(Model& m, int count, int members, const int* types, const int* beg, const int* ind, const double* weight) {
-  for (int i = 0; i < count; ++i) {
-    const int first = beg[i];
-    const int length = (i + 1 < count ? beg[i + 1] : members) - first;
+struct Sets {
+  int count;
+  int members;
+  const int* types;
+  const int* beg;
+  const int* ind;
+  const double* weight;
+};
+
+/// gurobipy adds one set per call. Without weights it numbers the members.
+void addSets(Model& m, const Sets& sets) {
+  for (int i = 0; i < sets.count; ++i) {
+    const int first = sets.beg[i];
+    const int length = (i + 1 < sets.count ? sets.beg[i + 1] : sets.members) - first;
     if (length < 0) throw Failure(grb::error::kInvalidArgument, "Set starts must not decrease");
-    const py::object weights = doublesOr(length, weight == nullptr ? nullptr : weight + first, py::none());
-    m.elements(Kind::kSos).append(m.object().attr("addSOS")(types[i], m.vars().pick(length, ind + first), weights));
+    const py::list members = m.vars().pick(length, sets.ind + first);
+    const double* const weights = sets.weight == nullptr ? nullptr : sets.weight + first;
+    m.elements(Kind::kSos)
+        .append(m.object().attr("addSOS")(sets.types[i], members, doublesOr(length, weights, py::none())));
   }
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -69,7 +77,9 @@ int GRBaddqconstr(GRBmodel* model, int numlnz, int* lind, double* lval, int numq
 }
 
 int GRBaddsos(GRBmodel* model, int numsos, int nummembers, int* types, int* beg, int* ind, double* weight) {
-  return onAdd(model, [&](Model& m) { addSets(m, numsos, nummembers, types, beg, ind, weight); });
+  return onAdd(model, [&](Model& m) { addSets(m, {numsos, nummembers, types, beg, ind, weight}); });
 }
 
 }  // extern "C"
+
+}  // namespace bridge

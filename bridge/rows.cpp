@@ -6,7 +6,8 @@
 #include "bridge/values.h"
 
 namespace py = pybind11;
-using namespace bridge;
+
+namespace bridge {
 
 extern "C" {
 
@@ -27,3 +28,5 @@ int GRBXchgcoeffs(GRBmodel* model, size_t cnt, int* cind, int* vind, double* val
 }
 
 }  // extern "C"
+
+}  // namespace bridge

@@ -105,10 +105,10 @@ void passOnStop(Model& model) {
   if (handle.solving && handle.stop) terminate(model);
 }
 
-}  // namespace bridge
-
 extern "C" void GRBterminate(GRBmodel* model) {
   if (model == nullptr || !model->solving) return;
   model->stop = true;
   sem_post(&model->wake);
 }
+
+}  // namespace bridge

@@ -74,9 +74,6 @@ void addWithColumns(Model& m, const VariableData& data, const Columns& columns) 
 }
 
 }  // namespace
-}  // namespace bridge
-
-using namespace bridge;
 
 extern "C" {
 
@@ -99,3 +96,5 @@ int GRBaddvars(GRBmodel* model, int numvars, int numnz, int* vbeg, int* vind, do
 }
 
 }  // extern "C"
+
+}  // namespace bridge
