@@ -101,11 +101,25 @@ struct Answer<Fn::GRBaddvars> {
     return 0;
   }
 };
+/// Gurobi takes letters too and reads symbols back.
+inline char symbolOf(char sense) {
+  switch (sense) {
+    case 'G':
+      return grb::sense::kGreaterEqual;
+    case 'L':
+      return grb::sense::kLessEqual;
+    case 'E':
+      return grb::sense::kEqual;
+    default:
+      return sense;
+  }
+}
+
 template <>
 struct Answer<Fn::GRBaddconstr> {
   static int run(State&, GRBmodel* model, int, int*, double*, char sense, double rhs, const char* name) {
     const int position = model->total(Kind::kRow);
-    model->queuedValues.elementNumbers["sense"][position] = sense;
+    model->queuedValues.elementNumbers["sense"][position] = symbolOf(sense);
     model->queuedValues.elementNumbers["rhs"][position] = rhs;
     nameElement(model, "constrname", position, name);
     queue(model, Kind::kRow);

@@ -36,8 +36,6 @@ class ResultTest : public testing::Test {
     rowAdder->add(functions(rowAdder->variableSpace(), {sides[0], sides[1], sides[2], sides[0], sides[1], sides[2]}));
     objectiveAdder->add(functions(rowAdder->variableSpace(), {{0, {0}, {1}, 4}}));
     gurobi->model(1).commit();
-    const std::vector<double> senses{'>', '<', '=', '>', '<', '='};  // as Gurobi reads them back
-    gurobi->scriptElements("Sense", senses);
     gurobi->takeCalls();
   }
   template <class T>
