@@ -90,6 +90,22 @@ void Expression<T>::addCall(const fn::Abstract<T>& function, int argumentCount) 
 }
 
 template <class T>
+std::vector<T> Expression<T>::takeBackConstants(int count) {
+  const auto wanted = static_cast<std::size_t>(count);
+  if (wanted > size() - open_) return {};
+  const std::size_t first = size() - wanted;
+  std::vector<T> values;
+  values.reserve(wanted);
+  for (std::size_t i = first; i < size(); ++i) {
+    if (nodes_[i].kind != SymbolKind::kConstant) return {};
+    values.push_back(nodes_[i].payload.constant);
+  }
+  nodes_.resize(first);
+  sizes_.resize(first);
+  return values;
+}
+
+template <class T>
 ExpressionView<T> Expression<T>::take() {
   const ExpressionView<T> view(*this, open_, size() - open_);
   open_ = size();

@@ -91,6 +91,10 @@ class Expression {
   // tav::CheckException when there are fewer, or when the function does not take that many.
   void addCall(const fn::Abstract<T>& function, int argumentCount);
 
+  // Takes back the last `count` elements when all of them are constants added since the last take(), in their order;
+  // otherwise nothing, and the result is empty.
+  std::vector<T> takeBackConstants(int count);
+
   // Ends a sequence. Raises tav::CheckException unless exactly one sub-expression was added since the last take().
   ExpressionView<T> take();
 

@@ -1,0 +1,82 @@
+#include "tav/math/builder.h"
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "tav/math/fn/catalogue.h"
+
+namespace fn = tav::math::fn;
+using tav::math::Builder;
+using Kind = tav::math::SymbolKind;
+
+namespace {
+
+// One element of a postfix array: "x3" a variable, a number a constant, "name/2" a call.
+void hand(Builder& builder, const std::string& element) {
+  const auto slash = element.find('/');
+  if (element.front() == 'x') {
+    builder.variable(std::stoi(element.substr(1)));
+  } else if (slash != element.npos) {
+    const auto* function = fn::find("tav:function:" + element.substr(0, slash));
+    ASSERT_NE(function, nullptr) << element;
+    builder.call(*function, std::stoi(element.substr(slash + 1)));
+  } else {
+    builder.constant(std::stod(element));
+  }
+}
+
+std::string textOf(const tav::math::ExpressionView<double>& view) {
+  std::string text;
+  for (std::size_t i = 0; i < view.count(); ++i) {
+    const auto symbol = view.at(i);
+    if (i > 0) text += ' ';
+    if (symbol.is(Kind::kVariable)) {
+      text += fmt::format("x{}", symbol.asVariable().position);
+    } else if (symbol.is(Kind::kConstant)) {
+      text += fmt::format("{}", symbol.asConstant());
+    } else {
+      const std::string_view identifier = symbol.asCall().function->identifier();
+      text += fmt::format("{}/{}", identifier.substr(identifier.rfind(':') + 1), symbol.asCall().argumentCount);
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+TEST(BuilderTest, FoldsCallsOfConstantsAndNothingElse) {
+  struct Case {
+    std::vector<std::string> elements;
+    std::string built;
+  };
+  const std::vector<Case> cases{
+      {{"2", "3", "basic:Multiply/2", "x0", "basic:Add/2"}, "6 x0 Add/2"},
+      {{"x1", "2", "3", "4", "basic:Add/3", "basic:Subtract/2"}, "x1 9 Subtract/2"},
+      {{"2", "x0", "basic:Multiply/2"}, "2 x0 Multiply/2"},
+      // folding goes on upwards
+      {{"2", "exponential:Square/1", "basic:Negate/1", "exponential:Exp/1", "x0", "basic:Multiply/2"},
+       fmt::format("{} x0 Multiply/2", std::exp(-4.0))},
+      // no number comes out: the call stays
+      {{"0", "exponential:Log/1"}, "0 Log/1"},
+      {{"1", "0", "basic:Divide/2"}, "1 0 Divide/2"},
+      {{"1000", "exponential:Exp/1"}, "1000 Exp/1"},
+      {{"3", "4", "structural:Vectorize/2", "norm:Norm2/1"}, "3 4 Vectorize/2 Norm2/1"},
+  };
+  tav::math::Expression<double> storage;  // one storage for all: folding must not reach into the one before
+  Builder builder(storage, 42);
+  for (const Case& c : cases) {
+    for (const auto& element : c.elements) hand(builder, element);
+    EXPECT_EQ(textOf(builder.take()), c.built);
+  }
+}
+
+TEST(BuilderTest, RefusesACallWithTooFewArguments) {
+  tav::math::Expression<double> storage;
+  Builder builder(storage, 42);
+  builder.constant(1);
+  EXPECT_THROW(builder.call(fn::the<fn::Subtract>(), 2), tav::CheckException);
+}
