@@ -26,10 +26,7 @@ LIBRARIES = {
     "bridge": ("Python.h", "pybind11/"),
 }
 EVERYWHERE = ("fmt/",)
-POSIX = {
-    "dlfcn.h", "fcntl.h", "link.h", "poll.h", "pthread.h", "semaphore.h", "unistd.h",
-    "sys/file.h", "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/time.h", "sys/types.h", "sys/wait.h",
-}
+POSIX = {"dlfcn.h", "fcntl.h", "link.h", "poll.h", "pthread.h", "semaphore.h", "unistd.h"}
 # For C headers, and where <signal.h> and the like declare more than their C++ twins.
 C_STANDARD = {f"{name}.h" for name in (
     "errno", "limits", "locale", "math", "signal", "stdarg", "stdbool", "stddef", "stdint", "stdio", "stdlib", "string",
@@ -57,7 +54,7 @@ def of(path):
 
 
 def is_standard(name):
-    return ("/" not in name and "." not in name) or name in POSIX or name in C_STANDARD
+    return ("/" not in name and "." not in name) or name.startswith("sys/") or name in POSIX | C_STANDARD
 
 
 def check():
