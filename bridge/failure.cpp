@@ -60,12 +60,12 @@ int codeOfErrno(int number, const std::string& text) {
 /// gurobipy words this one differently from the library.
 std::string libraryText(const std::string& text) {
   constexpr std::string_view kUnknown = "Unknown parameter '";
-  if (text.rfind(kUnknown, 0) != 0 || text.back() != '\'') return text;
+  if (!text.starts_with(kUnknown) || !text.ends_with('\'')) return text;
   return "Unknown parameter: " + text.substr(kUnknown.size(), text.size() - kUnknown.size() - 1);
 }
 
 Failure fromPython(const py::error_already_set& e) {
-  const py::object value = e.value();
+  const py::object& value = e.value();
   if (e.matches(gurobipy().gurobiError)) {
     const auto text = value.attr("message").cast<std::string>();
     return {codeOfErrno(value.attr("errno").cast<int>(), text), libraryText(text)};

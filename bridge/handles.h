@@ -19,7 +19,7 @@ struct GRBenv {
 struct GRBmodel {
   std::atomic<bool> solving{false};  ///< a call that GRBterminate can end is under way
   std::atomic<bool> stop{false};     ///< GRBterminate was called during it
-  sem_t wake;                        ///< posted with `stop`, and when the call returns
+  sem_t wake{};                      ///< posted with `stop`, and when the call returns
 
   GRBmodel() { sem_init(&wake, 0, 0); }
 };

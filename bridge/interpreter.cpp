@@ -70,7 +70,7 @@ void start(Interpreter& s) {
 void checkVersion(Interpreter& s) {
   const std::string_view running = Py_GetVersion();
   const std::string built = fmt::format("{}.{}.", PY_MAJOR_VERSION, PY_MINOR_VERSION);
-  if (running.substr(0, built.size()) != built)
+  if (!running.starts_with(built))
     s.failure = fmt::format("This process runs Python {}; the gurobipy bridge is built for Python {}.{}",
                             running.substr(0, running.find(' ')), PY_MAJOR_VERSION, PY_MINOR_VERSION);
 }

@@ -1,12 +1,10 @@
 // How the library finds its Python, and what it says when it cannot. Each case is a process of its own.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "tests/bridge/library.h"
 
@@ -14,26 +12,6 @@ namespace bridge_test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A virtual environment of the configured Python without any package in it.
-class EmptyVenv {
- public:
-  EmptyVenv() : folder_(fs::temp_directory_path() / ("bridge_venv_" + std::to_string(getpid()))) {
-    fs::create_directories(folder_ / "bin");
-    fs::create_symlink(fs::canonical(GRBLINK_CONFIGURED_PYTHON), folder_ / "bin" / "python");
-    std::ofstream(folder_ / "pyvenv.cfg")
-        << "home = " << fs::canonical(GRBLINK_CONFIGURED_PYTHON).parent_path().string()
-        << "\ninclude-system-site-packages = false\n";
-  }
-  ~EmptyVenv() { fs::remove_all(folder_); }
-  EmptyVenv(const EmptyVenv&) = delete;
-  EmptyVenv& operator=(const EmptyVenv&) = delete;
-
-  std::string folder() const { return folder_.string(); }
-
- private:
-  fs::path folder_;
-};
 
 struct Setting {
   const char* variable;
@@ -68,19 +46,17 @@ class StartDeathTest : public testing::Test {
 };
 
 TEST_F(StartDeathTest, APythonIsFound) {
-  const EmptyVenv empty;
   const std::string python = GRBLINK_CONFIGURED_PYTHON;
   const std::string venv = fs::path(python).parent_path().parent_path().string();
   expectStart({}, "0 13.0 0: ; 0$");
   expectStart({{"GRBLINK_PYTHON", python}}, "0 13.0 0: ; 0$");
   expectStart({{"GRBLINK_PYTHON", venv}}, "0 13.0 0: ; 0$");
   expectStart({{"VIRTUAL_ENV", venv}}, "0 13.0 0: ; 0$");
-  expectStart({{"VIRTUAL_ENV", empty.folder()}}, "0 13.0 0: ; 0$");
+  expectStart({{"VIRTUAL_ENV", GRBLINK_EMPTY_VENV}}, "0 13.0 0: ; 0$");
 }
 
 TEST_F(StartDeathTest, OrTheUserReadsWhyNot) {
-  const EmptyVenv empty;
-  expectStart({{"GRBLINK_PYTHON", empty.folder()}},
+  expectStart({{"GRBLINK_PYTHON", GRBLINK_EMPTY_VENV}},
               "0 13.0 10009: gurobipy cannot be used by Python .*/bin/python: No module named 'gurobipy'. Run in that "
               "Python: pip install gurobipy==13.0.2 .*; 10009$");
   expectStart({{"GRBLINK_PYTHON", "/nowhere"}},

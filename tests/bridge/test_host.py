@@ -38,6 +38,14 @@ def hard(model):
 
 
 class Host(unittest.TestCase):
+    def test_only_the_listed_functions_are_exported(self):
+        """Any other name could capture calls inside gurobipy."""
+        shown = subprocess.run(["nm", "-D", "--defined-only", os.environ["GRBLINK_BRIDGE"]], capture_output=True, text=True,
+                               check=True).stdout
+        listed = capi.listed(os.environ["GRBLINK_FUNCTIONS"])
+        self.assertGreater(len(listed), 80)
+        self.assertEqual(sorted(line.split()[2] for line in shown.splitlines()), sorted(name for _, name, _ in listed))
+
     def test_fresh_programs(self):
         for loader in ("PyDLL", "CDLL"):
             for preimport, logging in (("yes", "10 True"), ("no", "20 False")):

@@ -195,25 +195,6 @@ class Procedures(unittest.TestCase):
         self.assertEqual(found[0], 10024)
         self.assertEqual(found, reference_failure(t.py.optimize))
 
-    def test_multiple_objectives(self):
-        m = Model(ENV)
-        self.addCleanup(m.free)
-        m.addvars(2, vtype="II", ub=[5.0, 5.0])
-        m.addconstr([0, 1], [1.0, 1.0], "<", 7.0)
-        m("GRBsetintattr", b"ModelSense", -1)
-        m("GRBsetintattr", b"NumObj", 2)
-        for i, obj in enumerate(([1.0, 2.0], [1.0, 0.0])):
-            m.env.set("ObjNumber", i)
-            m("GRBsetdblattrarray", b"ObjN", 0, 2, doubles(obj))
-            m("GRBsetintattr", b"ObjNPriority", 5 - i)
-        m.optimize()
-        self.assertEqual(m.array("X", "dbl", 0, 2), [2.0, 5.0])
-        for i, value in ((0, 12.0), (1, 2.0)):
-            m.env.set("ObjNumber", i)
-            self.assertEqual(m.dbl("ObjNVal"), value)
-        m.env.set("ObjNumber", 2)
-        self.assertEqual(failure(m.dbl, "ObjNVal")[0], 10008)
-
     def test_basis_and_starts(self):
         m = Model(ENV)
         self.addCleanup(m.free)
