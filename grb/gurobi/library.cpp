@@ -99,6 +99,23 @@ std::filesystem::path ownFile() {
   return resolved.empty() ? std::filesystem::path(info.dli_fname) : resolved;
 }
 
+// Python keeps its own copy of Gurobi in the folder of the package. A bare name finds that copy once the host, or the
+// bridge of an earlier link, has imported the package; but the licence of the package serves it through Python only.
+bool isCopyOfPackage(const std::string& path) {
+  const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  return folder.filename() == ".libs" && folder.parent_path().filename() == "gurobipy";
+}
+
+// Opens a candidate. Throws LoadError.
+std::shared_ptr<const Library> openCandidate(const LibrarySearch& search, const std::string& path) {
+  auto library = Library::open(path);
+  if (search.choice.empty() && path == search.systemName && isCopyOfPackage(library->path())) {
+    throw LoadError(fmt::format("it is the copy inside the package gurobipy ({}), which is reached through the bridge",
+                                library->path()));
+  }
+  return library;
+}
+
 std::vector<std::string> candidates(const LibrarySearch& search) {
   if (!search.choice.empty() && search.choice != "gurobipy") return {search.choice};
   std::vector<std::string> paths;
@@ -195,7 +212,7 @@ std::shared_ptr<const Library> loadLibrary(const LibrarySearch& search) {
   for (const std::string& path : candidates(search)) {
     std::shared_ptr<const Library> library;
     try {
-      library = Library::open(path);
+      library = openCandidate(search, path);
     } catch (const LoadError& error) {
       tried += fmt::format("  {}: {}\n", path, error.message());
       continue;

@@ -70,7 +70,8 @@ struct LibrarySearch {
   std::string choice;
   /// The installation folder of Gurobi, with lib/libgurobi130.so in it. Environment variable GUROBI_HOME.
   std::string home;
-  /// A file name to look up on the system's library path.
+  /// A file name to look up on the system's library path. The copy of Gurobi inside the package gurobipy, which that
+  /// name finds in a process that has imported the package, is passed over: it is reached through the bridge.
   std::string systemName = "libgurobi130.so";
   /// Places where the bridge may stand: beside the library or program that contains this code, and in the folder lib
   /// beside its folder.

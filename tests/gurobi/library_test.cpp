@@ -87,6 +87,21 @@ TEST(LibraryLoad, TheFirstUsableOneIsTaken) {
   EXPECT_FALSE(library->isBridge());
 }
 
+// Once Python has imported the package, the system finds the package's copy by its bare name; a path stands for it.
+TEST(LibraryLoad, TheCopyOfThePackageIsTakenOnlyWhenItIsNamed) {
+  const auto folder = std::filesystem::path(::testing::TempDir()) / "gurobipy" / ".libs";
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
+  std::filesystem::create_symlink(nativeGurobi(), folder / "libgurobi130.so");
+  LibrarySearch search;
+  search.systemName = (folder / "libgurobi130.so").string();
+  search.bridges = {"/no/bridge/libgurobi_py.so"};
+  EXPECT_THAT(failure(search), AllOf(HasSubstr("libgurobi130.so: it is the copy inside the package gurobipy"),
+                                     HasSubstr("/no/bridge/libgurobi_py.so: cannot open")));
+  search.choice = search.systemName;
+  EXPECT_EQ(loadLibrary(search)->path(), search.choice);
+}
+
 TEST(LibraryLoad, TheEnvironmentSaysWhereToLook) {
   setenv("GRBLINK_GUROBI", "/a/library.so", 1);
   setenv("GUROBI_HOME", "/a/home", 1);
