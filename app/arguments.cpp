@@ -100,6 +100,13 @@ Arguments parseArguments(int count, const char* const* words) {
   return arguments;
 }
 
+const char* amplModel(int count, const char* const* words) {
+  for (int i = 2; i < count; ++i) {
+    if (std::string_view(words[i]) == "-AMPL") return words[i - 1];
+  }
+  return nullptr;
+}
+
 std::string usageText() {
   return "usage: grblink [options] stub [-AMPL] [<assignment> ...]\n"
          "       grblink [options] MODEL [name=value ...]        (grblink --help tells more)\n";

@@ -21,6 +21,9 @@ struct Arguments {
 
 // Throws Failure with kExitUsage.
 Arguments parseArguments(int count, const char* const* words);
+// The model of a call by the AMPL protocol, which puts -AMPL right behind it; null for any other call. Also tells when
+// the words behind it cannot be parsed.
+const char* amplModel(int count, const char* const* words);
 
 // Text of --help, and of the AMPL protocol's usage.
 std::string helpText();

@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <exception>
 
 #include "app/arguments.h"
@@ -14,6 +15,8 @@ int main(int count, char** words) {
     const app::Arguments arguments = app::parseArguments(count, words);
     return arguments.action == app::Action::solve ? app::run(arguments) : app::inform(arguments);
   } catch (const app::Failure& failure) {
+    const char* model = app::amplModel(count, words);
+    if (model != nullptr && app::answerFailure(model, failure)) return EXIT_SUCCESS;
     app::printError(failure.what());
     return failure.exitCode();
   } catch (const std::exception& error) {

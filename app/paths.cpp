@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -19,10 +20,17 @@ struct Stub {
   std::string_view ending;
 };
 
+// Endings count in capital letters too, as they do when the file is read.
+bool isEnding(std::string_view text, std::string_view ending) {
+  return std::equal(text.begin(), text.end(), ending.begin(), ending.end(),
+                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
+}
+
 Stub stubOf(const std::string& model) {
   for (const std::string_view ending : {".nl", ".mps", ".mps.gz"}) {
-    if (model.size() > ending.size() && model.ends_with(ending))
-      return {model.substr(0, model.size() - ending.size()), ending};
+    if (model.size() <= ending.size()) continue;
+    const std::size_t base = model.size() - ending.size();
+    if (isEnding(std::string_view(model).substr(base), ending)) return {model.substr(0, base), ending};
   }
   return {model, ""};
 }
@@ -33,7 +41,7 @@ Paths pathsOf(const Arguments& arguments) {
   const Stub stub = stubOf(arguments.model);
   const bool nl = stub.ending == ".nl" || stub.ending.empty();
   Paths paths;
-  if (nl) paths.nl = stub.base + ".nl";
+  if (nl) paths.nl = stub.ending.empty() ? stub.base + ".nl" : arguments.model;
   paths.sol = arguments.sol.empty() ? stub.base + ".sol" : arguments.sol;
   paths.amplForm = nl || arguments.ampl;
   return paths;

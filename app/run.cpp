@@ -161,4 +161,13 @@ class Run {
 
 int run(const Arguments& arguments) { return Run(arguments).execute(); }
 
+bool answerFailure(const char* model, const Failure& failure) {
+  Arguments arguments;
+  arguments.model = model;
+  arguments.ampl = true;
+  const Paths paths = pathsOf(arguments);
+  const std::string message = failureMessage(failure.what());
+  return kavo_write_failure_sol(paths.nl.c_str(), paths.sol.c_str(), message.c_str(), failure.solCode()) == KAVO_OK;
+}
+
 }  // namespace app

@@ -40,6 +40,8 @@ class Protocol(cli.FolderCase):
             (["small", "-AMPL", "nosuch=1"], "unknown option nosuch"),
             (["small", "-AMPL", "outlev=x"], "outlev must be a whole number"),
             (["small", "-AMPL", "objno=3"], "objective 3"),
+            (["small", "-AMPL", "-bogus"], "-bogus"),
+            (["small", "-AMPL", "--json"], "--json"),
             (["small", "-AMPL", "fail=no licence"], "no licence"),
             (["half", "-AMPL"], "half.nl"),
         ]:

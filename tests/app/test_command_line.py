@@ -54,6 +54,14 @@ class Solving(cli.FolderCase):
                                      r"warning: largest row violation 0\.5 at row c1\nnote: look here\n\Z")
         self.assertEqual(self.read("small.sol"), "# Objective value = 11\nx 0\ny 0\n")
 
+    def test_ending_in_capitals(self):
+        self.write("BIG.MPS", cli.SMALL_MPS)
+        self.write("BIG.NL", cli.SMALL_NL)
+        for model, begin in (("BIG.MPS", "# Objective value = 11\n"), ("BIG.NL", "grblink ")):
+            run = self.run_fake(model, "point=1", "objective=11")
+            self.assertEqual((run.returncode, run.stderr), (0, ""))
+            self.assertTrue(self.read("BIG.sol").startswith(begin), model)
+
     def test_outputs_by_options_and_words(self):
         log, text, summary = "log=Log line\n", "Log line\n", "grblink 0"
         for words, shown, written in [
