@@ -34,9 +34,10 @@ std::shared_ptr<Adder> requireAdder(std::shared_ptr<Adder> adder, const char* pa
 
 void noteWithheldNames(trpRec* host, const SentNames& names, const char* kind) {
   if (names.withheld == 0) return;
+  const bool one = names.withheld == 1;
   const auto line = fmt::format(
-      "{} {} names are longer than 255 bytes or hold blanks or odd characters; they are not sent to the solver",
-      names.withheld, kind);
+      "{} {} {} longer than 255 bytes or {} blanks or odd characters; {} not sent to the solver", names.withheld, kind,
+      one ? "name is" : "names are", one ? "holds" : "hold", one ? "it is" : "they are");
   kavo_link_note(host, line.c_str());
 }
 

@@ -1,0 +1,153 @@
+"""Models that are solved on real Gurobi in this process: built by calls of kavo's C interface, or read from files."""
+
+import contextlib
+import math
+import os
+import pathlib
+import random
+import sys
+import types
+from ctypes import CFUNCTYPE, byref, c_char_p, c_double, c_int, c_longlong, c_size_t, c_ubyte, c_void_p, string_at
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "examples"))
+import solve as example  # noqa: E402  the calls that users find in the example
+
+INF = 1e20  # no bound, no side
+CONTINUOUS, BINARY, INTEGER = 0, 1, 2
+KavoError = example.KavoError
+LOG_WRITER = CFUNCTYPE(None, c_void_p, c_size_t, c_void_p)
+
+
+class Model(example.Kavo):
+    """A model of kavo with the link open once it is solved; to be used in a with statement."""
+
+    def __init__(self, path=None):
+        super().__init__(os.environ["KAVO"])
+        self.is_open = False
+        if path is not None:
+            self.call("kavo_read", str(path).encode())
+
+    def add_columns(self, columns):
+        """columns: (name or None, lower, upper) or (name, lower, upper, type)."""
+        names, lower, upper, *kinds = zip(*columns)
+        kinds = (c_ubyte * len(names))(*kinds[0]) if kinds else None
+        self.call("kavo_add_columns", len(names), example.doubles(*lower), example.doubles(*upper), kinds, _texts(names))
+
+    def add_rows(self, rows):
+        """rows: (name or None, lower, {column: coefficient}, upper)."""
+        names, lower, terms, upper = zip(*rows)
+        start = [0]
+        for row in terms:
+            start.append(start[-1] + len(row))
+        column = [j for row in terms for j in row]
+        value = [a for row in terms for a in row.values()]
+        self.call("kavo_add_rows", len(names), example.doubles(*lower), example.doubles(*upper),
+                  (c_size_t * len(start))(*start), (c_int * len(column))(*column), example.doubles(*value), _texts(names))
+
+    def add_objective(self, sense, costs, constant=0.0):
+        """sense: "min" or "max"; costs: one per column."""
+        self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), (c_int * len(costs))(*range(len(costs))),
+                  example.doubles(*costs), None)
+
+    def set(self, **options):
+        for name, value in options.items():
+            self.call("kavo_set_option", name.encode(), str(value).encode(), b"test", 0)
+
+    def solve(self, **options):
+        """Opens the link when need be, solves, and returns the results: attributes, None for what was not given."""
+        self.set(**options)
+        if not self.is_open:
+            self.call("kavo_open_link", None)
+            self.is_open = True
+        self.call("kavo_solve")
+        return self.results()
+
+    def results(self):
+        outcome = self.outcome()
+        found = {name: getattr(outcome, name) for name, _ in outcome._fields_}
+        found |= {name: None for name, value in found.items() if isinstance(value, float) and math.isnan(value)}
+        found |= {"status": outcome.status_text.decode(), "termination": outcome.termination.decode()}
+        for name, quantity in (("values", example.PRIMAL), ("reduced_costs", example.REDUCED_COST),
+                               ("activities", example.ACTIVITY), ("duals", example.DUAL), ("slacks", example.SLACK)):
+            found[name] = self.values(quantity)
+        found |= {"column_basis": self.basis(example.COLUMN), "row_basis": self.basis(example.ROW)}
+        return types.SimpleNamespace(**found, notes=self.notes())
+
+    def log(self, write):
+        """Calls write(bytes) for every piece of log text from now on."""
+        self.writer = LOG_WRITER(lambda text, length, _: write(string_at(text, length)))
+        self.call("kavo_set_log", self.writer, None)
+
+    def notes(self):
+        notes, line = [], c_char_p()
+        while True:
+            self.call("kavo_note", c_size_t(len(notes)), byref(line))
+            if line.value is None:
+                return notes
+            notes.append(line.value.decode())
+
+    def counts(self):
+        """Numbers of columns and rows."""
+        columns, rows = c_size_t(), c_size_t()
+        self.call("kavo_counts", byref(columns), byref(rows), None, None)
+        return columns.value, rows.value
+
+    def names(self, kind):
+        return [self.text("kavo_name", kind, i) for i in range(self.counts()[kind])]
+
+    def violation(self):
+        """The largest violation of any kind at the point."""
+        largest, value, element = 0.0, c_double(), c_longlong()
+        for check in range(3):
+            self.call("kavo_violation", check, byref(value), byref(element))
+            largest = max(largest, value.value)
+        return largest
+
+
+def _texts(names):
+    return (c_char_p * len(names))(*(name if name is None else name.encode() for name in names))
+
+
+def make(sense, columns, rows, costs, constant=0.0):
+    """A model from columns, rows and one objective; sense None: without."""
+    model = Model()
+    if columns:
+        model.add_columns(columns)
+    if rows:
+        model.add_rows(rows)
+    if sense:
+        model.add_objective(sense, costs, constant)
+    return model
+
+
+def market_split(rows=6, size=50):
+    """Equations over binaries with paid slacks: a point is found at once, the proof takes very long."""
+    rng = random.Random(11)
+    weights = [[rng.randrange(100) for _ in range(size)] for _ in range(rows)]
+    columns = [(None, 0, 1, BINARY)] * size + [(None, 0, INF, CONTINUOUS)] * (2 * rows)
+    equations = []
+    for i, row in enumerate(weights):
+        half = sum(row) // 2
+        terms = dict(enumerate(row)) | {size + 2 * i: 1, size + 2 * i + 1: -1}
+        equations.append((None, half, terms, half))
+    return make("min", columns, equations, [0] * size + [1] * (2 * rows))
+
+
+@contextlib.contextmanager
+def environment(**variables):
+    """Environment variables of this process for a while; None takes one away."""
+    before = {name: os.environ.get(name) for name in variables}
+    _set_all(variables)
+    try:
+        yield
+    finally:
+        _set_all(before)
+
+
+def _set_all(variables):
+    for name, value in variables.items():
+        if value is None:
+            os.environ.pop(name, None)
+        else:
+            os.environ[name] = value
