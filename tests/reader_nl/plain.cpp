@@ -92,7 +92,7 @@ Plain plain(const Model& m) {
   for (std::size_t i = 0; i < m.rows.size(); ++i) {
     const std::size_t begin = m.rows.start[i];
     p.rows.push_back({m.rows.lower[i], m.rows.upper[i],
-                      terms(&m.rows.column[begin], &m.rows.value[begin], m.rows.start[i + 1] - begin),
+                      terms(m.rows.column.data() + begin, m.rows.value.data() + begin, m.rows.start[i + 1] - begin),
                       Postfix(m).text(m.rows.expression.empty() ? -1 : m.rows.expression[i]), -1});
   }
   for (const Complementarity& c : m.complementarity) p.rows[static_cast<std::size_t>(c.row)].complements = c.column;
