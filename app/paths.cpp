@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -47,11 +48,18 @@ Paths pathsOf(const Arguments& arguments) {
   return paths;
 }
 
-void checkOutput(const std::string& path, const std::string& model) {
-  if (path.empty()) return;
-  std::error_code none;
-  if (std::filesystem::equivalent(path, model, none)) throw Failure(fmt::format("{} would overwrite the model", path));
-  check(kavo_check_writable(path.c_str()));
+void checkOutputs(const std::vector<std::string>& paths, const std::string& model) {
+  namespace fs = std::filesystem;
+  std::set<fs::path> taken;
+  for (const std::string& path : paths) {
+    if (path.empty()) continue;
+    std::error_code none;
+    if (fs::equivalent(path, model, none)) throw Failure(fmt::format("{} would overwrite the model", path));
+    const bool isReplaced = !fs::exists(path, none) || fs::is_regular_file(path, none);
+    if (isReplaced && !taken.insert(fs::weakly_canonical(path, none)).second)
+      throw Failure(fmt::format("{} is named for two outputs", path));
+    check(kavo_check_writable(path.c_str()));
+  }
 }
 
 }  // namespace app

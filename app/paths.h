@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/arguments.h"
 
@@ -16,7 +17,8 @@ struct Paths {
 // The model's path without its ending names the solution file, in the same folder, unless the arguments name another.
 Paths pathsOf(const Arguments& arguments);
 
-// Throws Failure unless a file can be written at `path` without overwriting the model. "" is fine.
-void checkOutput(const std::string& path, const std::string& model);
+// Throws Failure unless a file can be written at each of the paths without overwriting the model or another one of
+// them; devices may be named twice. "" is fine.
+void checkOutputs(const std::vector<std::string>& paths, const std::string& model);
 
 }  // namespace app

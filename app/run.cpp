@@ -55,9 +55,8 @@ class Run {
     const unsigned want = words_.wantSol.value_or(kWriteSol) | (arguments_.writeSol ? kWriteSol : 0);
     writesSol_ = arguments_.ampl || (!arguments_.noSol && (want & kWriteSol) != 0);
     if (!arguments_.log.empty()) words_.logFile = arguments_.log;
-    for (const std::string& path : {writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace}) {
-      checkOutput(path, paths_.nl.empty() ? arguments_.model : paths_.nl);
-    }
+    checkOutputs({writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace},
+                 paths_.nl.empty() ? arguments_.model : paths_.nl);
     for (const Assignment& word : words_.others) {
       check(kavo_set_option(model(), word.name.c_str(), word.value.c_str(), word.source, 0));
     }

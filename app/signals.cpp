@@ -36,7 +36,9 @@ int openSignals() {
 void blockSignals() {
   const sigset_t set = stopSignals();
   pthread_sigmask(SIG_BLOCK, &set, nullptr);
+  // A reader that went away and a limit on the size of files are errors of the write, not ends of the program.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 SignalWatch::SignalWatch(trpRec* model) : model_(model), signals_(openSignals()), end_(eventfd(0, EFD_CLOEXEC)) {

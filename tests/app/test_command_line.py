@@ -151,6 +151,8 @@ class Failing(cli.FolderCase):
             (["-onosuch/s", "small.mps"], ["nosuch/s", "No such file"]),
             (["--json", "folder.mps", "small.mps"], ["folder.mps", "Is a directory"]),
             (["--log", "./small.mps", "small.mps"], ["overwrite the model"]),
+            (["--json", "./small.sol", "small.mps"], ["small.sol is named for two outputs"]),
+            (["--json", "new", "--log", "new", "small.mps"], ["new is named for two outputs"]),
             (["--link", "nosuch.so", "small.mps"], ["nosuch.so"]),
         ]:
             with self.subTest(words=words):
@@ -177,6 +179,11 @@ class Failing(cli.FolderCase):
             self.assert_one_line(run.stderr, "standard output", reason)
             self.assertIn("x 0", self.read("small.sol"))
             os.remove(self.folder / "small.sol")
+        script = f'ulimit -f 0; "{cli.PROGRAM}" --link "{cli.FAKE_LINK}" small.mps point=1'
+        run = subprocess.run(script, shell=True, cwd=self.folder, capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual(run.returncode, 1)
+        self.assert_one_line(run.stderr, "small.sol", "File too large")
+        self.assertEqual(self.files(), {"small.mps", "small.nl"})
         run = self.run_fake("small.mps", "point=1", "--json", "/dev/full", "--log", "/dev/full", "log=x")
         self.assertEqual(run.returncode, 1)
         self.assert_one_line(run.stderr, "/dev/full", "No space left")
