@@ -130,10 +130,54 @@ KAVO_API int kavo_check_writable(const char* path);
 
 /* ---- settings ---- */
 
-/* Gives a setting to the link: a Gurobi parameter or an option of the link. source and line tell where it was given
- * ("command line", a file's name) and stand in error messages; NULL and 0 when unknown. Names are checked at the solve,
- * before a licence is taken. A later setting of the same name wins. */
+/* Gives a setting to the link: a Gurobi parameter or an option of the link, by its name in any case. source and line
+ * tell where it was given ("command line", a file's name) and stand in error messages; NULL and 0 when unknown. Names
+ * and values are checked at the solve, before a licence is taken. A later setting of the same name wins. The value "?"
+ * changes nothing and asks for the value in force, which a note of the solve tells. */
 KAVO_API int kavo_set_option(trpRec* model, const char* name, const char* value, const char* source, int line);
+
+/* Gives all settings of an option file, with the path as source. A line is "name value" or "name = value"; lines that
+ * begin with * or # are comments; the value is the rest of the line, less the blanks and one pair of quotes around it.
+ * KAVO_FILE names file and line when the file cannot be read or a line has no name, no value, or a quote that does not
+ * end; nothing is given then. */
+KAVO_API int kavo_read_options(trpRec* model, const char* path);
+
+typedef enum kavo_setting_type {
+  KAVO_SETTING_INT = 0,
+  KAVO_SETTING_DOUBLE = 1,
+  KAVO_SETTING_TEXT = 2
+} kavo_setting_type;
+
+/* What is known of a setting. */
+typedef struct kavo_setting_info {
+  const char* name;
+  int type;                 /* a kavo_setting_type */
+  const char* default_text; /* NULL: none */
+  double lower, upper;      /* of numbers, both included; -infinity, infinity: none */
+  const char* group;        /* what it belongs to, a heading for lists */
+  const char* help;         /* a few sentences, "" when there are none */
+} kavo_setting_info;
+
+/* All settings that can be given, in the order of a catalogue; there are some once a link is open. out->name is NULL
+ * when index is beyond the last. Valid until a link is opened or closed. */
+KAVO_API int kavo_setting_info_at(const trpRec* model, size_t index, kavo_setting_info* out);
+/* Writes the same as YAML: a map from each group to the list of its settings. KAVO_NO_RESULT without an open link. */
+KAVO_API int kavo_describe_options(const trpRec* model, const char* path);
+
+/* A setting as it was given. */
+typedef struct kavo_setting {
+  const char* name;
+  const char* value;
+  const char* source; /* "" when unknown */
+  int line;           /* 0 when unknown */
+} kavo_setting;
+
+/* Declares a setting that the host acts on itself, such as where its log goes: it stands among all settings, but goes
+ * to the host (kavo_own_setting_at) and not to the link. KAVO_INVALID when the name is declared or was given already.
+ */
+KAVO_API int kavo_declare_setting(trpRec* model, const kavo_setting_info* info);
+/* What was given under declared names, in its order and unchecked. out->name is NULL when index is beyond the last. */
+KAVO_API int kavo_own_setting_at(const trpRec* model, size_t index, kavo_setting* out);
 
 /* ---- solving ---- */
 

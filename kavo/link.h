@@ -79,14 +79,19 @@ KAVO_API int kavo_link_model_name(const trpRec* model, const char** name);
  * logical constraint, a special ordered set or a complementarity condition; NULL when the model is linear. */
 KAVO_API int kavo_link_beyond_linear(const trpRec* model, const char** what);
 
-typedef struct kavo_setting {
-  const char* name;
-  const char* value;
-  const char* source; /* "" when unknown */
-  int line;           /* 0 when unknown */
-} kavo_setting;
-/* In the order in which they were given. */
+/* What was given to the link, in the order in which it was given. */
 KAVO_API int kavo_link_settings(const trpRec* model, const kavo_setting** first, size_t* count);
+/* What the host has declared as its own; out->name is NULL when index is beyond the last. */
+KAVO_API int kavo_link_own_setting_info(const trpRec* model, size_t index, kavo_setting_info* out);
+
+/* ---- before the solve ---- */
+
+/* Text about the solver in use. */
+KAVO_API void kavo_link_publish_solver(trpRec* model, const char* text);
+/* One setting that can be given, those of the host included; the order of the calls is that of the catalogue. */
+KAVO_API int kavo_link_publish_setting(trpRec* model, const kavo_setting_info* info);
+/* All of them as YAML, for kavo_describe_options. */
+KAVO_API int kavo_link_publish_description(trpRec* model, const char* yaml);
 
 /* ---- while it runs ---- */
 
@@ -95,8 +100,6 @@ KAVO_API void kavo_link_log(trpRec* model, const char* text, size_t length);
 KAVO_API void kavo_link_note(trpRec* model, const char* line);
 /* The failure that makes the link's next return value non-zero: kavo_last_error() tells it to the host. */
 KAVO_API void kavo_link_error(trpRec* model, const char* message);
-/* Text about the solver in use. */
-KAVO_API void kavo_link_publish_solver(trpRec* model, const char* text);
 /* The way to stop the running solve; called, maybe many times and from another thread, from the moment a stop is asked
  * for until it is taken back with NULL. Once this function returns, the hook that was set before is not running. */
 KAVO_API void kavo_link_on_interrupt(trpRec* model, void (*stop)(void* data), void* data);

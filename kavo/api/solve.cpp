@@ -1,4 +1,4 @@
-// Settings, the link, and the solve.
+// The link, and the solve.
 
 #include <fmt/format.h>
 
@@ -38,6 +38,12 @@ std::string linkFailure(const trpRec& record) {
   return record.linkError.empty() ? "the link failed and did not say why" : record.linkError;
 }
 
+void forgetPublished(trpRec& record) {
+  record.solverText.clear();
+  record.settingInfos.clear();
+  record.description.clear();
+}
+
 void checkObjectiveNumber(const trpRec& record) {
   const std::size_t count = record.model.objectives.size();
   const auto number = static_cast<std::size_t>(record.objectiveNumber);
@@ -69,24 +75,13 @@ void solve(trpRec& record) {
 
 extern "C" {
 
-int kavo_set_option(trpRec* model, const char* name, const char* value, const char* source, int line) {
-  return guard([&] {
-    trpRec& record = needIdle(model);
-    if (need(name, "the option name") == '\0') throw Error(KAVO_INVALID, "the option name is empty");
-    need(value, "the option value");
-    record.settingViews.reserve(record.settings.size() + 1);
-    const kavo::Setting& kept = record.settings.emplace_back(kavo::Setting{name, value, source ? source : "", line});
-    record.settingViews.push_back({kept.name.c_str(), kept.value.c_str(), kept.source.c_str(), kept.line});
-  });
-}
-
 int kavo_open_link(trpRec* model, const char* path) {
   return guard([&] {
     trpRec& record = needIdle(model);
     if (record.link) throw Error(KAVO_INVALID, "a link is open already");
     auto link = std::make_unique<kavo::LoadedLink>(path ? path : kavo::LoadedLink::defaultPath());
     record.linkError.clear();
-    record.solverText.clear();
+    forgetPublished(record);
     if (link->ready(&record) != 0) throw Error(KAVO_LINK, linkFailure(record));
     record.link = std::move(link);
   });
@@ -104,7 +99,7 @@ int kavo_close_link(trpRec* model) {
   return guard([&] {
     trpRec& record = needIdle(model);
     record.link.reset();
-    record.solverText.clear();
+    forgetPublished(record);
   });
 }
 

@@ -91,12 +91,4 @@ int kavo_link_beyond_linear(const trpRec* model, const char** what) {
   });
 }
 
-int kavo_link_settings(const trpRec* model, const kavo_setting** first, size_t* count) {
-  return guard([&] {
-    const auto& settings = need(model).settingViews;
-    need(first, "first") = settings.data();
-    need(count, "count") = settings.size();
-  });
-}
-
 }  // extern "C"

@@ -9,14 +9,9 @@
 #include "kavo/link.h"
 #include "kavo/model/model.h"
 #include "kavo/result/results.h"
+#include "kavo/setting/setting.h"
 
 namespace kavo {
-
-// A setting as it was given, with storage for the view that links get.
-struct Setting {
-  std::string name, value, source;
-  int line = 0;
-};
 
 class LoadedLink;   // kavo/link/loaded_link.h: an opened link library
 class StopRequest;  // kavo/link/stop_request.h: a remembered request to stop
@@ -32,8 +27,12 @@ struct trpRec {
 
   kavo::Model model;
   int objectiveNumber = 1;
-  std::deque<kavo::Setting> settings;      // a deque keeps the text in place that the views show
-  std::vector<kavo_setting> settingViews;  // what kavo_link_settings lends
+  std::deque<kavo::Setting> settings;          // for the link; a deque keeps the text in place that the views show
+  std::vector<kavo_setting> settingViews;      // what kavo_link_settings lends
+  std::deque<kavo::SettingInfo> ownInfos;      // settings that the host has declared,
+  std::deque<kavo::Setting> ownSettings;       // and those given under their names
+  std::deque<kavo::SettingInfo> settingInfos;  // all that the link has published
+  std::string description;                     // the same as YAML
   std::string solverText;
   std::string linkError;                 // the failure that the link reported last
   std::string nameBuffer;                // what kavo_name lends

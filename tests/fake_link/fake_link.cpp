@@ -8,7 +8,8 @@
 //   fail            an error to end with; unfinished: 1 to return without results
 //   wait            1: run until stopped, but for the first `deaf` requests
 //
-// Any other setting is refused. The environment variable FAKE_LINK_CREATE makes grbCreate fail with its text.
+// Any other setting is refused. It describes two of them, and those of the host. The environment variable
+// FAKE_LINK_CREATE makes grbCreate fail with its text.
 
 #include <atomic>
 #include <chrono>
@@ -33,6 +34,15 @@ class FakeLink {
   int ready(trpRec* model) {
     model_ = model;
     kavo_link_publish_solver(model, "the fake solver");
+    kavo_link_publish_description(model, "fake: 1\n");
+    const kavo_setting_info status{"status", KAVO_SETTING_INT, "0", 0, 6, "Answers", "What to answer."};
+    const kavo_setting_info note{"note", KAVO_SETTING_TEXT, nullptr, 0, 0, "Answers", ""};
+    kavo_setting_info own{};
+    kavo_link_publish_setting(model, &status);
+    kavo_link_publish_setting(model, &note);
+    for (std::size_t i = 0; kavo_link_own_setting_info(model, i, &own) == KAVO_OK && own.name != nullptr; ++i) {
+      kavo_link_publish_setting(model, &own);
+    }
     return 0;
   }
 
