@@ -11,7 +11,7 @@ namespace kavo::reader::mps {
 
 namespace {
 
-constexpr std::ptrdiff_t kGiveBack = std::ptrdiff_t{1} << 22;
+constexpr std::ptrdiff_t kGiveBack = std::ptrdiff_t{1} << 18;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The fixed columns, counted from 0. Numbers may use the blank columns beside theirs, as some writers do.
