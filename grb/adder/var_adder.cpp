@@ -44,8 +44,10 @@ void setPartitions(GurobiModel& model, const tav::attr::BaseContainer& source, c
   model.setIntAttrArray("Partition", positions, partitions);
 }
 
+// Without a name of its own a variable keeps the one that Gurobi made; given an empty one it is named like a row.
 void setNames(GurobiModel& model, std::span<const char* const> names, const tav::idx::List& positions) {
   for (std::size_t i = 0; i < names.size(); ++i) {
+    if (*names[i] == '\0') continue;
     model.setStrAttrElement("VarName", positions.at(static_cast<int>(i)), names[i]);
   }
 }

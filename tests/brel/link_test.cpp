@@ -127,11 +127,11 @@ TEST(Link, WithholdsNamesThatGurobiWouldNotTakeAndSaysSo) {
             {{"tab\t", 0, {{0, 1}}, kNone}, {"dropped row", -kNone, {{0, 1}}, kNone}});
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   const auto calls = link.gurobi->calls();
-  int position = 0;
-  for (const std::string& sent : {longest, std::string(), std::string(), accented}) {
+  for (const auto& [position, sent] : {std::pair(0, longest), std::pair(3, accented)}) {
     EXPECT_THAT(calls,
-                testing::Contains(fmt::format(R"(GRBsetstrattrelement(m1, "VarName", {}, "{}"))", position++, sent)));
+                testing::Contains(fmt::format(R"(GRBsetstrattrelement(m1, "VarName", {}, "{}"))", position, sent)));
   }
+  EXPECT_EQ(link.gurobi->count(Fn::GRBsetstrattrelement), 2);
   EXPECT_THAT(calls, testing::Contains(R"(GRBaddconstr(m1, 1, [0], [1], 'G', 0, ""))"));
   constexpr const char* kWhy =
       "names are longer than 255 bytes or hold blanks or odd characters; they are not sent to the solver";
