@@ -1,4 +1,4 @@
-"""Models that are solved on real Gurobi in this process: built by calls of kavo's C interface, or read from files."""
+"""Models that are solved on real Gurobi in this process: built by calls of kavo, or read from files."""
 
 import contextlib
 import math
@@ -32,7 +32,8 @@ class Model(example.Kavo):
         """columns: (name or None, lower, upper) or (name, lower, upper, type)."""
         names, lower, upper, *kinds = zip(*columns)
         kinds = (c_ubyte * len(names))(*kinds[0]) if kinds else None
-        self.call("kavo_add_columns", len(names), example.doubles(*lower), example.doubles(*upper), kinds, _texts(names))
+        self.call("kavo_add_columns", len(names), example.doubles(*lower), example.doubles(*upper), kinds,
+                  _texts(names))
 
     def add_rows(self, rows):
         """rows: (name or None, lower, {column: coefficient}, upper)."""
@@ -43,12 +44,13 @@ class Model(example.Kavo):
         column = [j for row in terms for j in row]
         value = [a for row in terms for a in row.values()]
         self.call("kavo_add_rows", len(names), example.doubles(*lower), example.doubles(*upper),
-                  (c_size_t * len(start))(*start), (c_int * len(column))(*column), example.doubles(*value), _texts(names))
+                  (c_size_t * len(start))(*start), (c_int * len(column))(*column), example.doubles(*value),
+                  _texts(names))
 
     def add_objective(self, sense, costs, constant=0.0):
         """sense: "min" or "max"; costs: one per column."""
-        self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), (c_int * len(costs))(*range(len(costs))),
-                  example.doubles(*costs), None)
+        columns = (c_int * len(costs))(*range(len(costs)))
+        self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), columns, example.doubles(*costs), None)
 
     def set(self, **options):
         for name, value in options.items():

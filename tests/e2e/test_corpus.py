@@ -1,8 +1,8 @@
-"""The model corpus: every linear model has the answer of its manifest, every other one is refused with a clean error, and
-on plain linear models all results are gurobipy's own.
+"""The model corpus: every linear model has the answer of its manifest, every other one is refused with a clean error,
+and on plain linear models all results are gurobipy's own.
 
-The corpus is a folder of its own (GRBLINK_MODELS, ../shared/models beside the project otherwise). Without it this says so
-and checks the models of the examples only; where CI is true its absence is a failure.
+The corpus is a folder of its own (GRBLINK_MODELS, otherwise ../shared/models beside the project). Without it this says
+so and checks the models of the examples only; where CI is true its absence is a failure.
 """
 
 import csv
@@ -18,7 +18,8 @@ CORPUS = pathlib.Path(os.environ.get("GRBLINK_MODELS") or ROOT.parent / "shared"
 FOLDERS = ("lp", "mip", "nl")
 LINEAR = ("lp", "mip")
 TAKEN = (".mps", ".mps.gz", ".nl")
-OWN = {"examples/diet.mps": 2.12, "examples/diet.nl": 2.12, "examples/knapsack.mps": 15}  # worked out beside the examples
+# Worked out beside the examples.
+OWN = {"examples/diet.mps": 2.12, "examples/diet.nl": 2.12, "examples/knapsack.mps": 15}
 
 # Rows, columns and right-hand sides reach Gurobi as they stand in the file, and the optimum is one vertex.
 PLAIN = ("adlittle.mps", "bandm.mps", "brandy.mps", "share2b.mps", "stocfor1.mps", "scrs8.mps")

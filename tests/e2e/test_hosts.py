@@ -37,7 +37,8 @@ class Hosts(unittest.TestCase):
         self.assertEqual(found, [11] * 4)
 
     def test_two_models_live_beside_each_other(self):
-        with make("max", COLUMNS, ROWS, COSTS) as first, make("min", COLUMNS, [("floor", 2, {0: 1}, INF)], COSTS) as second:
+        floor = [("floor", 2, {0: 1}, INF)]
+        with make("max", COLUMNS, ROWS, COSTS) as first, make("min", COLUMNS, floor, COSTS) as second:
             self.assertEqual([model.solve().objective for model in (first, second, first)], [11, 6, 11])
 
     def test_gurobipy_goes_on_beside_the_link(self):
@@ -49,7 +50,8 @@ class Hosts(unittest.TestCase):
 
     def test_a_process_that_imports_nothing_and_frees_nothing_ends_well(self):
         code = "import harness; print(harness.make('max', [('x', 0, 3)], [], [2]).solve().objective)"
-        run = subprocess.run([sys.executable, "-B", "-c", code], capture_output=True, text=True, timeout=60, check=False)
+        run = subprocess.run([sys.executable, "-B", "-c", code], capture_output=True, text=True, timeout=60,
+                             check=False)
         self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "6.0\n", ""))
 
 

@@ -1,4 +1,4 @@
-"""What is known and why the solve stopped, for models that end in every way, and for models that are odd but no error."""
+"""What is known and why the solve stopped, for models that end in every way, and for odd models that are no error."""
 
 import threading
 import time

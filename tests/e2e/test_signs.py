@@ -1,6 +1,6 @@
 """Small linear models worked out by hand: values, duals, reduced costs, slacks and basis statuses of every kind of row.
 
-A dual is the change of the objective per unit of the side that binds, a reduced cost the change per unit of the variable,
+A dual is the change of the objective per unit of the side that binds, a reduced cost that per unit of the variable,
 whichever the direction of the objective.
 """
 
@@ -10,11 +10,11 @@ from harness import INF, make
 
 TOLERANCE = 1e-9
 
-# Each: sense, costs, constant, columns (name, lower, upper), rows, objective, and per column (value, reduced cost, basis),
+# Each: sense, costs, constant, columns (name, lower, upper), rows, objective, per column (value, reduced cost, basis),
 # per row (activity, dual, slack, basis).
 CASES = {
-    # x is the cheaper one: 3 of it, as many as the cap allows, and 1 of y. More demand is met by y (3); a larger cap lets
-    # x take the place of y (2 - 3).
+    # x is the cheaper one: 3 of it, as many as the cap allows, and 1 of y. More demand is met by y (3); a larger cap
+    # lets x take the place of y (2 - 3).
     "minimise, >= and <=": (
         "min", [2, 3], 0, [("x", 0, INF), ("y", 0, INF)],
         [("demand", 4, {0: 1, 1: 1}, INF), ("cap", -INF, {0: 1}, 3)], 9,
