@@ -35,7 +35,9 @@ int numberOf(const expr* e) {
 class AmplReader {
  public:
   AmplReader() : asl(reinterpret_cast<ASL_fg*>(ASL_alloc(ASL_read_fg))) {
-    for (std::intptr_t i = 0; i < kOperators; ++i) operators_[i] = reinterpret_cast<efunc*>(i);
+    for (std::intptr_t i = 0; i < kOperators; ++i) {
+      operators_[i] = reinterpret_cast<efunc*>(i);  // NOLINT(performance-no-int-to-ptr): never followed
+    }
   }
   ~AmplReader() {
     ASL* base = reinterpret_cast<ASL*>(asl);
@@ -45,8 +47,8 @@ class AmplReader {
   AmplReader& operator=(const AmplReader&) = delete;
 
   Plain read(const std::string& path) {
-    std::string name = path;
-    FILE* file = jac0dim_ASL(reinterpret_cast<ASL*>(asl), name.data(), static_cast<fint>(name.size()));
+    FILE* file =
+        jac0dim_ASL(reinterpret_cast<ASL*>(asl), const_cast<char*>(path.c_str()), static_cast<fint>(path.size()));
     upper_.resize(static_cast<std::size_t>(n_var) + 1);
     rowUpper_.resize(static_cast<std::size_t>(n_con) + 1);
     asl->i.Uvx_ = upper_.data();
@@ -136,7 +138,8 @@ class AmplReader {
       expand(e, words, waiting);
     }
     std::string text;
-    for (auto word = words.rbegin(); word != words.rend(); ++word) text += (text.empty() ? "" : " ") + *word;
+    std::reverse(words.begin(), words.end());
+    for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
     return text;
   }
 
@@ -214,7 +217,7 @@ class AmplReader {
     }
   }
 
-  ASL_fg* asl;  // so called because the library's macros want it
+  ASL_fg* asl;  // NOLINT(readability-identifier-naming): the library's macros want this name
   efunc* operators_[kOperators];
   std::vector<double> upper_, rowUpper_;
   std::vector<char> givenPrimal_, givenDual_;  // whether each start value was in the file

@@ -108,7 +108,7 @@ class Mutator {
       case 4:
         text.insert(at, pick(pieces_));
         break;
-      case 5:
+      default:
         text.resize(at);
         break;
     }

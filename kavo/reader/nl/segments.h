@@ -26,12 +26,9 @@ class SegmentReader {
         linear_(source, draft) {}
 
   void readAll() {
-    constexpr std::string_view kExpected = "a segment (one of F S V C L O d x r b k K J G)";
-    constexpr std::string_view kLetters = "FSVCLOdxrbkKJG";
     source_.enterBetween();
     while (!source_.atEnd()) {
       const char letter = source_.letter(kExpected);
-      if (kLetters.find(letter) == std::string_view::npos) source_.fail(kExpected);
       source_.enter(letter);
       readSegment(letter);
       source_.enterBetween();
@@ -41,6 +38,8 @@ class SegmentReader {
   }
 
  private:
+  static constexpr std::string_view kExpected = "a segment (one of F S V C L O d x r b k K J G)";
+
   void readSegment(char letter) {
     switch (letter) {
       case 'F':
@@ -71,6 +70,9 @@ class SegmentReader {
         return linear_.readRowTerms();
       case 'G':
         return linear_.readObjectiveTerms();
+      default:
+        source_.enterBetween();
+        source_.fail(kExpected);
     }
   }
 

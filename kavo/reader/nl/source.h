@@ -26,9 +26,12 @@ class Source {
  public:
   // Reads `text`, the whole content of `file`, from `position` on. Both must outlive the source.
   Source(const std::string& file, std::string_view text, std::size_t position, bool binary)
-      : file_(file), begin_(text.data()), place_(begin_ + position), end_(begin_ + text.size()), binary_(binary) {
-    token_ = place_;
-  }
+      : file_(file),
+        begin_(text.data()),
+        place_(begin_ + position),
+        end_(begin_ + text.size()),
+        token_(place_),
+        binary_(binary) {}
 
   // What messages are about from now on: a segment, and the number behind its letter; nothing in particular, between
   // two segments. Before the first call: the header.
