@@ -1,21 +1,26 @@
 #include "brel/load/own_group.h"
 
+#include <fmt/core.h>
+
+#include <cmath>
 #include <limits>
 #include <type_traits>
 
 #include "brel/host.h"
 #include "tav/attr/lib/optional_container.h"
-#include "tav/util/cast.h"
+#include "tav/util/exception.h"
 
 namespace brel::load {
 namespace {
 
 template <class T>
-T convert(double value) {
+T convert(const OwnGroupSource& source, const char* suffix, int element, double value) {
   if constexpr (std::is_same_v<T, double>) {
     return value;
   } else {
-    return tav::numCast<T>(value);
+    if (value == std::trunc(value) && std::abs(value) <= std::numeric_limits<T>::max()) return static_cast<T>(value);
+    throw tav::Exception(fmt::format("The value {} of suffix {} of {} {} must be a whole number.", value, suffix,
+                                     source.kind == KAVO_COLUMN ? "variable" : "row", element + 1));
   }
 }
 
@@ -30,7 +35,7 @@ tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, 
   for (std::size_t k = 0; k < given.count; ++k) {
     const auto element = static_cast<std::size_t>(given.index[k]);
     const int position = source.position.empty() ? given.index[k] : source.position[element];
-    if (position >= 0) container->set(position, convert<T>(given.value[k]), 0);
+    if (position >= 0) container->set(position, convert<T>(source, name, given.index[k], given.value[k]), 0);
   }
   return tav::attr::BaseContainer(container);
 }

@@ -145,18 +145,26 @@ double gapOf(double objective, double bound) {
   return distance == 0 ? 0 : distance / std::abs(objective);
 }
 
+// What Gurobi holds as its bound then bounds nothing.
+bool isUnboundedOrInfeasible(int status) {
+  return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED;
+}
+
 kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded) {
   using A = tav::opt::ModelAttribute;
   const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
   const auto objectives = solver.makeConstraintContainers(loaded.objectiveAdder, std::nullopt, {}).first;
   const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
   kavo_finish finish{};
+  finish.bound = kUnknown;
   const auto status = facts->get(A::status).as<int>();
   finish.status = status.get();
   finish.stop = static_cast<int>(services ? services->stopReason() : tav::opt::StopReason::finished);
   finish.solutions = status.solutionCount();
   finish.objective = finish.solutions > 0 ? valueOf(objectives.get(tav::opt::ObjectiveQuantity::value)) : kUnknown;
-  finish.bound = valueOf(objectives.get(tav::opt::ObjectiveQuantity::bound));
+  if (!isUnboundedOrInfeasible(finish.status)) {
+    finish.bound = valueOf(objectives.get(tav::opt::ObjectiveQuantity::bound));
+  }
   finish.gap = gapOf(finish.objective, finish.bound);
   finish.iterations = countOf(facts->get(A::iterations));
   finish.nodes = countOf(facts->get(A::nodes));

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -93,17 +94,17 @@ void checkTerms(const Place& place, std::size_t element, const Terms& terms, std
   }
 }
 
-// Appends the terms, those of one column summed into one.
-void appendTerms(const Terms& terms, std::vector<int>& column, std::vector<double>& value) {
+// Appends the terms, those of one column summed into one. The column of a sum that is too large, if there is one.
+std::optional<int> appendTerms(const Terms& terms, std::vector<int>& column, std::vector<double>& value) {
   const std::size_t first = column.size();
   column.insert(column.end(), terms.column, terms.column + terms.count);
   value.insert(value.end(), terms.value, terms.value + terms.count);
-  if (terms.increasing()) return;
+  if (terms.increasing()) return std::nullopt;
   std::vector<std::pair<int, std::size_t>> sorted(terms.count);  // column and position, so that sums keep their order
   for (std::size_t k = 0; k < terms.count; ++k) sorted[k] = {terms.column[k], k};
   std::sort(sorted.begin(), sorted.end());
   const auto same = [](const auto& a, const auto& b) { return a.first == b.first; };
-  if (std::adjacent_find(sorted.begin(), sorted.end(), same) == sorted.end()) return;
+  if (std::adjacent_find(sorted.begin(), sorted.end(), same) == sorted.end()) return std::nullopt;
   column.resize(first);
   value.resize(first);
   for (const auto& [c, k] : sorted) {
@@ -114,6 +115,14 @@ void appendTerms(const Terms& terms, std::vector<int>& column, std::vector<doubl
       value.push_back(terms.value[k]);
     }
   }
+  for (std::size_t k = first; k < value.size(); ++k) {
+    if (!(std::fabs(value[k]) < kInfinity)) return column[k];
+  }
+  return std::nullopt;
+}
+
+void requireSmall(const Place& place, std::size_t element, std::optional<int> column) {
+  if (column) place.fail(element, fmt::format("the terms of column {} sum up to 1e20 or more", *column));
 }
 
 void checkStart(const RowData& data) {
@@ -139,7 +148,7 @@ void appendRowTerms(Rows& rows, const RowData& data, const Place& place, std::si
   for (std::size_t i = 0; i < data.count; ++i) {
     const Terms terms{data.column + data.start[i], data.value + data.start[i], data.start[i + 1] - data.start[i]};
     checkTerms(place, i, terms, columns);
-    appendTerms(terms, rows.column, rows.value);
+    requireSmall(place, i, appendTerms(terms, rows.column, rows.value));
     rows.start.push_back(rows.column.size());
   }
 }
@@ -215,7 +224,7 @@ void appendObjective(Model& model, const ObjectiveData& data) {
   objective.sense = data.sense;
   objective.constant = data.constant;
   if (data.name) objective.name = data.name;
-  if (data.terms > 0) appendTerms(terms, objective.column, objective.value);
+  if (data.terms > 0) requireSmall(place, 0, appendTerms(terms, objective.column, objective.value));
   model.objectives.push_back(std::move(objective));
 }
 
