@@ -223,7 +223,9 @@ TEST_F(SolveTest, OffersInAContextOnlyWhatTheEventKnows) {
 }
 
 TEST_F(SolveTest, AnExceptionOfAListenerStopsTheSolveAndIsRaisedAfterIt) {
-  listener->action = [](const tav::opt::ContextEntry&) { throw std::runtime_error("the listener"); };
+  listener->action = [times = 0](const tav::opt::ContextEntry&) mutable {
+    throw std::runtime_error(times++ == 0 ? "the listener" : "the listener again");
+  };
   struct BrokenLog : tav::opt::AbstractLog {
     void write(std::string_view) override { throw std::runtime_error("the log"); }
   };
