@@ -1,4 +1,4 @@
-"""clang-tidy over the compile commands of build/release; a file is looked at again only when something it sees changed."""
+"""clang-tidy over the C++ of build/release's compile commands; a file is looked at again only when something it sees changed."""
 
 import concurrent.futures
 import functools
@@ -52,7 +52,7 @@ def commands():
     """Project path -> compile command."""
     entries = json.loads((BUILD / "compile_commands.json").read_text())
     inside = {os.path.relpath(entry["file"], tree.ROOT): entry["command"] for entry in entries}
-    known = set(tree.sources())
+    known = set(tree.sources((".cpp",)))
     return {path: command for path, command in inside.items() if path in known}
 
 
