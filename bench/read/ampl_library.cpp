@@ -3,7 +3,7 @@
 #include "bench/read/readers.h"
 
 extern "C" {
-#include "asl.h"
+#include <asl.h>
 }
 
 namespace bench {

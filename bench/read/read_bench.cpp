@@ -5,7 +5,6 @@
 //   read_bench [n ...]     n columns, n rows, 3n nonzeros; default 10000 100000
 
 #include <fmt/format.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,13 +13,14 @@
 #include <ctime>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <limits>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "bench/read/child.h"
 #include "bench/read/readers.h"
 #include "bench/read/synthetic_files.h"
 #include "kavo/reader/reader.h"
@@ -35,10 +35,15 @@ double processorSeconds() {
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-double peakBytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return 1024.0 * static_cast<double>(usage.ru_maxrss);
+// A line of what the system says of this process, such as "VmHWM:". Unlike getrusage, which goes on from the peak of
+// the process that started this one, its peak is that of this program alone.
+double statusBytes(std::string_view field) {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    double kilobytes = 0;
+    if (word == field && status >> kilobytes) return 1024 * kilobytes;
+  }
+  throw std::runtime_error("the system does not tell how much memory is in use");
 }
 
 // ---- in a process of its own ----
@@ -60,22 +65,12 @@ void timeReader(std::string_view name, const std::string& path, std::size_t n, i
 
 // What reading adds to the process at most, over what the model's arrays take.
 void measureMemory(const std::string& path) {
-  const double before = peakBytes();
+  const double before = statusBytes("VmRSS:");
   const kavo::Model model = kavo::reader::read(path);
-  fmt::print("{}\n", (peakBytes() - before) / static_cast<double>(bench::arrayBytes(model)));
+  fmt::print("{}\n", (statusBytes("VmHWM:") - before) / static_cast<double>(bench::arrayBytes(model)));
 }
 
 // ---- the table ----
-
-// Runs a command and returns the number it prints.
-double numberFrom(const std::string& command) {
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(popen(command.c_str(), "r"), pclose);
-  double value = 0;
-  if (output == nullptr || std::fscanf(output.get(), "%lf", &value) != 1) {
-    throw std::runtime_error(fmt::format("no result from: {}", command));
-  }
-  return value;
-}
 
 class Table {
   static constexpr const char* kLine = "{:>9} {:>12} {:>8} {:>8} {:>15} {:>15} {:>15} {:>15}\n";
@@ -88,7 +83,7 @@ class Table {
 
   void add(std::size_t n) const {
     const std::string stem = fmt::format("{}/lp{}", folder_, n);
-    numberFrom(fmt::format("'{}' --write {} '{}'", self_, n, stem));
+    bench::numberFrom({self_, "--write", std::to_string(n), stem});
     addFile(n, "text .nl", stem + "-text.nl");
     addFile(n, "binary .nl", stem + "-binary.nl");
     addFile(n, ".mps", stem + ".mps");
@@ -98,27 +93,28 @@ class Table {
   }
 
  private:
+  using Command = std::vector<std::string>;
+
   void addFile(std::size_t n, std::string_view format, const std::string& path) const {
     const bool nl = path.ends_with(".nl");
     const int times = n > 300000 ? 2 : 7;
     const double megabytes = 1e-6 * static_cast<double>(std::filesystem::file_size(path));
-    const auto own = [&](std::string_view name) {
-      return fmt::format("'{}' --time {} '{}' {} {}", self_, name, path, n, times);
+    const auto own = [&](const char* name) -> Command {
+      return {self_, "--time", name, path, std::to_string(n), std::to_string(times)};
     };
-    const std::string commands[] = {
-        own("kavo"), nl ? own("ampl") : "", nl ? "" : own("coin"),
-        nl ? "" : fmt::format("'{}' '{}' '{}' {}", GRBLINK_PYTHON, GRBLINK_GUROBI_READ, path, times)};
+    const Command none, gurobi = {GRBLINK_PYTHON, GRBLINK_GUROBI_READ, path, std::to_string(times)};
+    const Command commands[] = {own("kavo"), nl ? own("ampl") : none, nl ? none : own("coin"), nl ? none : gurobi};
     std::vector<double> seconds(std::size(commands), std::numeric_limits<double>::max());
     for (int round = 0; round < kRounds; ++round) {
       for (std::size_t i = 0; i < seconds.size(); ++i) {
-        if (!commands[i].empty()) seconds[i] = std::min(seconds[i], numberFrom(commands[i]));
+        if (!commands[i].empty()) seconds[i] = std::min(seconds[i], bench::numberFrom(commands[i]));
       }
     }
     const auto other = [&](std::size_t i) {
       return commands[i].empty() ? std::string()
                                  : fmt::format("{:.0f} ({:.2f})", megabytes / seconds[i], seconds[i] / seconds[0]);
     };
-    const double memory = numberFrom(fmt::format("'{}' --memory '{}'", self_, path));
+    const double memory = bench::numberFrom({self_, "--memory", path});
     fmt::print(kLine, n, format, fmt::format("{:.1f}", megabytes), fmt::format("{:.0f}", megabytes / seconds[0]),
                other(1), other(2), other(3), fmt::format("{:.2f}", memory));
     std::fflush(stdout);

@@ -12,7 +12,7 @@ namespace {
 
 class Chance {
  public:
-  int below(std::size_t limit) { return static_cast<int>(generator_() % limit); }
+  std::size_t below(std::size_t limit) { return generator_() % limit; }
 
  private:
   std::mt19937 generator_{22};
@@ -20,9 +20,9 @@ class Chance {
 
 std::string damaged(std::string text, Chance& chance) {
   static constexpr char kBytes[] = " \n\t\r*'.-+019eEdDNLGEx_\0\x01\x7f\xff";
-  for (int k = 1 + chance.below(4); k > 0 && !text.empty(); --k) {
-    const auto at = static_cast<std::size_t>(chance.below(text.size()));
-    const auto length = static_cast<std::size_t>(1 + chance.below(12));
+  for (std::size_t k = 1 + chance.below(4); k > 0 && !text.empty(); --k) {
+    const std::size_t at = chance.below(text.size());
+    const std::size_t length = 1 + chance.below(12);
     switch (chance.below(5)) {
       case 0:
         text[at] = kBytes[chance.below(sizeof kBytes)];
@@ -31,7 +31,7 @@ std::string damaged(std::string text, Chance& chance) {
         text.erase(at, length);
         break;
       case 2:
-        text.insert(at, text.substr(static_cast<std::size_t>(chance.below(text.size())), 5 * length));
+        text.insert(at, text.substr(chance.below(text.size()), 5 * length));
         break;
       case 3:
         text.insert(at, 1, kBytes[chance.below(sizeof kBytes)]);

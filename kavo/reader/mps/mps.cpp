@@ -172,8 +172,8 @@ class Driver {
   int readLevel() {
     int level = 0;
     const std::string_view field = lines_[1];
-    const char* last = field.data() + field.size();
-    if (lines_.count() != 2 || parseInteger(field.data(), last, level) != last || level < 1) {
+    const char *first = field.data(), *last = first + field.size();
+    if (lines_.count() != 2 || parseInteger(first, last, level) != last || level < 1) {
       reading_.fail("expected nothing or a number from 1 on behind LAZYCONS");
     }
     return level;
@@ -188,7 +188,7 @@ class Driver {
     finishColumns(reading_);
     Model& model = reading_.model;
     if (reading_.objectiveName.empty()) {
-      model.readNotes.push_back("there is no objective (a row of type N): any feasible point is a solution");
+      model.readNotes.emplace_back("there is no objective (a row of type N): any feasible point is a solution");
     } else {
       reading_.objective.name = reading_.objectiveName;
       model.objectives.push_back(std::move(reading_.objective));

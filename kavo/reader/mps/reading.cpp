@@ -16,9 +16,9 @@ constexpr std::size_t kMostQuoted = 64;
 
 // The number a field consists of, or NaN.
 double parse(std::string_view field) {
-  const char* last = field.data() + field.size();
+  const char *first = field.data(), *last = first + field.size();
   double value = kUnknown;
-  return parseNumber(field.data(), last, value) == last ? value : kUnknown;
+  return parseNumber(first, last, value) == last ? value : kUnknown;
 }
 
 }  // namespace

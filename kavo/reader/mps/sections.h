@@ -32,8 +32,8 @@ class Sides {
   // One field pair of a line: row name and number. The first set of a section counts.
   template <class Take>
   void readPairs(Take&& take);
-  void takeRhs(std::string_view row, std::string_view field);
-  void takeRange(std::string_view row, std::string_view field);
+  void takeRhs(std::string_view name, std::string_view field);
+  void takeRange(std::string_view name, std::string_view field);
   // The row of that name, searched from the last one on.
   int find(std::string_view name);
 
