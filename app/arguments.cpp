@@ -17,14 +17,16 @@ constexpr const char* kSwitches = R"(Switches of the AMPL protocol:
   -s            write a .sol (the default; see wantsol)
   -oFILE        name of the .sol
   -e            do not echo assignments (they never are)
+  -=            explain all options
+  -=WORD        the same as --help-options WORD
   -v            print the version
   -?            print the usage
   -!            print the result codes of a .sol
   --            end of the options
 
-Words handled here: outlev (1: show the log, 0: do not), logfile (like --log), objno (0: no objective, 1: the first, ...),
-wantsol (sum of 1: write a .sol, 2: print the variables, 4: print the duals, 8: print no summary). Other words are Gurobi
-parameters. More words are taken from the environment variable grblink_options, those of the command line win.
+Options are given by words name=value behind the model, in option files (--options), and in the environment variable
+grblink_options; words win over files, and files over the environment. --help-options lists what there is; name=? shows
+the value in force.
 )";
 
 // The long options; single-dash switches are not CLI11's business.
@@ -36,7 +38,17 @@ void declare(CLI::App& cli, Arguments& arguments, std::vector<std::string>& posi
   cli.add_option("--log", arguments.log, "write the solver's log to a file")->type_name("FILE");
   cli.add_option("--trace", arguments.trace, "write every call of the Gurobi library to a file")->type_name("FILE");
   cli.add_option("--link", arguments.link, "use another link library than libgrblink.so")->type_name("PATH");
+  cli.add_option("--options", arguments.options, "read an option file with a line \"name value\" for each option")
+      ->type_name("FILE")
+      ->allow_extra_args(false)
+      ->take_all();
   const auto action = [&](Action chosen) { return [&arguments, chosen](auto) { arguments.action = chosen; }; };
+  cli.add_option("--help-options", arguments.topic, "list the groups of options, or explain those about a word")
+      ->type_name("[WORD]")
+      ->expected(0, 1);
+  cli.add_flag("--option-page", action(Action::optionPage), "print a page in Markdown about all options");
+  cli.add_option("--describe-options", arguments.description, "write what is known of all options as YAML")
+      ->type_name("FILE");
   cli.add_flag("--version", action(Action::version), "print the version and the Gurobi library in use");
   cli.add_flag("--help", action(Action::help), "print this text");
   cli.add_option("MODEL", positional, "a .nl, .mps or .mps.gz file, and words name=value behind it")->type_name("");
@@ -54,6 +66,9 @@ void takeSwitch(const std::string& word, Arguments& arguments) {
     arguments.action = Action::help;
   } else if (word == "-!") {
     arguments.action = Action::resultCodes;
+  } else if (word.starts_with("-=")) {
+    arguments.action = Action::optionHelp;
+    arguments.topic = word.substr(2);
   } else if (word == "-s") {
     arguments.writeSol = true;
   } else if (word.starts_with("-o") && word.size() > 2) {
@@ -93,6 +108,10 @@ Arguments parseArguments(int count, const char* const* words) {
   } catch (const CLI::ParseError& error) {
     throw Failure(oneLine(error.what()) + ": see --help", kExitUsage);
   }
+  if (cli.count("--describe-options") > 0) arguments.action = Action::describeOptions;
+  if (cli.count("--help-options") > 0) {
+    arguments.action = arguments.topic.empty() ? Action::optionGroups : Action::optionHelp;
+  }
   if (arguments.action != Action::solve) return arguments;
   if (positional.empty()) throw Failure("no model was given: see --help", kExitUsage);
   arguments.model = positional.front();
@@ -120,7 +139,7 @@ std::string helpText() {
   std::string text = "Solves a model with the Gurobi Optimizer.\n\n" + usageText() + "\nOptions:\n";
   for (const CLI::Option* option : cli.get_options()) {
     if (option->get_positional()) continue;
-    text += fmt::format("  {:<14}{}\n", option->get_name() + " " + option->get_type_name(), option->get_description());
+    text += fmt::format("  {:<25}{}\n", option->get_name() + " " + option->get_type_name(), option->get_description());
   }
   return text + "\n" + kSwitches;
 }

@@ -5,7 +5,19 @@
 
 namespace app {
 
-enum class Action { solve, bare, help, usage, version, versionLine, resultCodes };
+enum class Action {
+  solve,
+  bare,
+  help,
+  usage,
+  version,
+  versionLine,
+  resultCodes,
+  optionGroups,
+  optionHelp,
+  optionPage,
+  describeOptions
+};
 
 // The command line, taken apart.
 struct Arguments {
@@ -17,6 +29,9 @@ struct Arguments {
   bool noSol = false;
   bool writeSol = false;                    // -s
   std::string sol, log, trace, json, link;  // paths, "" when not given
+  std::vector<std::string> options;         // option files
+  std::string topic;                        // what optionHelp is about, "" for everything
+  std::string description;                  // the file that describeOptions writes
 };
 
 // Throws Failure with kExitUsage.

@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
-#include <utility>
 
 #include "app/failure.h"
 
@@ -61,24 +59,6 @@ class Scanner {
   const char* source_;
 };
 
-std::string lower(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-  return result;
-}
-
-unsigned number(const Assignment& word, unsigned most) {
-  unsigned value = 0;
-  const char* end = word.value.data() + word.value.size();
-  const auto [stop, error] = std::from_chars(word.value.data(), end, value);
-  if (error != std::errc{} || stop != end || value > most) {
-    throw Failure(fmt::format("{}: {} must be a whole number from 0 to {}, not \"{}\"", word.source, word.name, most,
-                              word.value));
-  }
-  return value;
-}
-
 }  // namespace
 
 Assignment parseWord(const std::string& word) {
@@ -99,26 +79,6 @@ std::vector<Assignment> parseList(std::string_view text, const char* source) {
   std::vector<Assignment> assignments;
   for (Scanner scanner(text, source); !scanner.atEnd();) assignments.push_back(scanner.next());
   return assignments;
-}
-
-Words sortWords(std::vector<Assignment> assignments) {
-  constexpr unsigned kMostLevel = 100, kMostObjective = 1000000000;
-  Words words;
-  for (Assignment& word : assignments) {
-    const std::string name = lower(word.name);
-    if (name == "outlev") {
-      words.showLog = number(word, kMostLevel) > 0;
-    } else if (name == "logfile") {
-      words.logFile = word.value;
-    } else if (name == "objno") {
-      words.objective = static_cast<int>(number(word, kMostObjective));
-    } else if (name == "wantsol") {
-      words.wantSol = number(word, kWriteSol + kPrintVariables + kPrintDuals + kNoSummary);
-    } else {
-      words.others.push_back(std::move(word));
-    }
-  }
-  return words;
 }
 
 }  // namespace app

@@ -8,8 +8,11 @@
 #include <utility>
 
 #include "app/failure.h"
+#include "app/option_help.h"
 #include "app/output.h"
+#include "app/own_words.h"
 #include "app/session.h"
+#include "app/words.h"
 
 namespace app {
 
@@ -38,6 +41,39 @@ std::string resultCodes() {
   return text;
 }
 
+// Lists, help and descriptions of all settings, as the link tells them. `tell` gets a session with the open link.
+template <class Tell>
+std::string aboutOptions(const Arguments& arguments, Tell tell) {
+  Session session;
+  declareOwnWords(session);
+  session.openLink(arguments.link);
+  return tell(session);
+}
+
+std::string optionHelp(const Arguments& arguments) {
+  return aboutOptions(arguments, [&](const Session& session) {
+    const SettingInfos infos = session.settingInfos();
+    return arguments.topic.empty() ? helpAboutAll(infos, screenWidth())
+                                   : helpAbout(infos, arguments.topic, screenWidth());
+  });
+}
+
+std::string optionGroups(const Arguments& arguments) {
+  return aboutOptions(arguments, [](const Session& session) {
+    return "Groups of options, with the number of their options; --help-options WORD explains those of a group, or "
+           "those\n"
+           "that have a word in their name or meaning, and -= explains all.\n" +
+           groupList(session.settingInfos());
+  });
+}
+
+std::string describeOptions(const Arguments& arguments) {
+  return aboutOptions(arguments, [&](const Session& session) {
+    check(kavo_describe_options(session.model(), arguments.description.c_str()));
+    return std::string();
+  });
+}
+
 std::string answer(const Arguments& arguments) {
   switch (arguments.action) {
     case Action::help:
@@ -48,6 +84,14 @@ std::string answer(const Arguments& arguments) {
       return versionLine();
     case Action::resultCodes:
       return resultCodes();
+    case Action::optionGroups:
+      return optionGroups(arguments);
+    case Action::optionHelp:
+      return optionHelp(arguments);
+    case Action::optionPage:
+      return aboutOptions(arguments, [](const Session& session) { return optionPage(session.settingInfos()); });
+    case Action::describeOptions:
+      return describeOptions(arguments);
     default:
       return usageText();
   }

@@ -1,6 +1,9 @@
 #include "app/run.h"
 
+#include <fmt/core.h>
+
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -9,6 +12,7 @@
 #include "app/assignments.h"
 #include "app/failure.h"
 #include "app/output.h"
+#include "app/own_words.h"
 #include "app/paths.h"
 #include "app/report.h"
 #include "app/session.h"
@@ -21,11 +25,17 @@ namespace {
 constexpr const char* kOptionsVariable = "grblink_options";
 constexpr int kSolInterrupted = 471;
 
-Words wordsOf(const Arguments& arguments) {
-  std::vector<Assignment> all;
-  if (const char* list = std::getenv(kOptionsVariable)) all = parseList(list, kOptionsVariable);
-  for (const std::string& word : arguments.words) all.push_back(parseWord(word));
-  return sortWords(std::move(all));
+// All settings in the order in which they count: the environment, option files, the words behind the model.
+void giveSettings(Session& session, const Arguments& arguments) {
+  declareOwnWords(session);
+  const auto give = [&](const Assignment& word) {
+    check(kavo_set_option(session.model(), word.name.c_str(), word.value.c_str(), word.source, 0));
+  };
+  if (const char* list = std::getenv(kOptionsVariable)) {
+    for (const Assignment& word : parseList(list, kOptionsVariable)) give(word);
+  }
+  for (const std::string& path : arguments.options) check(kavo_read_options(session.model(), path.c_str()));
+  for (const std::string& word : arguments.words) give(parseWord(word));
 }
 
 class Run {
@@ -51,15 +61,14 @@ class Run {
 
   // Everything that can be found wrong before the model is read.
   void prepare() {
-    words_ = wordsOf(arguments_);
+    giveSettings(session_, arguments_);
+    words_ = ownWords(session_);
+    for (const std::string& line : words_.answers) session_.addNote(line);
     const unsigned want = words_.wantSol.value_or(kWriteSol) | (arguments_.writeSol ? kWriteSol : 0);
     writesSol_ = arguments_.ampl || (!arguments_.noSol && (want & kWriteSol) != 0);
     if (!arguments_.log.empty()) words_.logFile = arguments_.log;
     checkOutputs({writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace},
                  paths_.nl.empty() ? arguments_.model : paths_.nl);
-    for (const Assignment& word : words_.others) {
-      check(kavo_set_option(model(), word.name.c_str(), word.value.c_str(), word.source, 0));
-    }
     check(kavo_set_objective_number(model(), words_.objective));
   }
 
@@ -75,7 +84,7 @@ class Run {
     if (show) screenLog_ = &screen_;
     check(kavo_set_log(model(), &Run::takeLog, this));
     if (!arguments_.trace.empty()) setenv("GRBLINK_TRACE", arguments_.trace.c_str(), 1);
-    check(kavo_open_link(model(), arguments_.link.empty() ? nullptr : arguments_.link.c_str()));
+    session_.openLink(arguments_.link);
     stopIfInterrupted();
     check(kavo_solve(model()));
   }
@@ -119,13 +128,17 @@ class Run {
     if (!writesSol_) return;
     if (paths_.amplForm) return check(kavo_write_sol(model(), paths_.sol.c_str(), solMessage(session_).c_str(), -1));
     const int status = kavo_write_point(model(), paths_.sol.c_str());
-    if (status != KAVO_NO_RESULT) check(status);  // no point, no file
+    if (status != KAVO_NO_RESULT) return check(status);
+    std::error_code ignored;  // no point, no file; but one of an earlier run must not pass for this one's
+    if (std::filesystem::exists(paths_.sol, ignored)) {
+      stale_ = fmt::format("note: there is no solution to write; \"{}\" is from an earlier run\n", paths_.sol);
+    }
   }
 
   void print() {
     if (arguments_.quiet || arguments_.ampl) return;
     const unsigned want = words_.wantSol.value_or(0);
-    if ((want & kNoSummary) == 0) screen_.write(summary(session_));
+    if ((want & kNoSummary) == 0) screen_.write(summary(session_) + stale_);
     if ((want & kPrintVariables) != 0) screen_.write(table(session_, KAVO_PRIMAL));
     if ((want & kPrintDuals) != 0) screen_.write(table(session_, KAVO_DUAL));
   }
@@ -146,11 +159,12 @@ class Run {
 
   const Arguments& arguments_;
   const Paths paths_;
-  Words words_;
+  OwnWords words_;
   bool writesSol_ = false;
   bool read_ = false;  // the model is there
   Output screen_ = Output::standard();
   mutable std::optional<Output> logFile_;
+  std::string stale_;  // a line about a file of an earlier run
   Output* screenLog_ = nullptr;
   Session session_;
   SignalWatch watch_;

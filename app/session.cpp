@@ -6,6 +6,10 @@ namespace app {
 
 Session::Session() { check(kavo_create(&model_)); }
 
+void Session::openLink(const std::string& path) {
+  check(kavo_open_link(model_, path.empty() ? nullptr : path.c_str()));
+}
+
 kavo_outcome Session::outcome() const {
   kavo_outcome outcome;
   check(kavo_get_outcome(model_, &outcome));
@@ -25,10 +29,19 @@ std::string Session::name(int kind, std::size_t index) const {
 }
 
 std::vector<std::string> Session::notes() const {
-  std::vector<std::string> notes;
+  std::vector<std::string> notes = ownNotes_;
   const char* note = nullptr;
   for (std::size_t i = 0; kavo_note(model_, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
   return notes;
+}
+
+std::vector<kavo_setting_info> Session::settingInfos() const {
+  std::vector<kavo_setting_info> infos;
+  kavo_setting_info info{};
+  for (std::size_t i = 0; kavo_setting_info_at(model_, i, &info) == KAVO_OK && info.name != nullptr; ++i) {
+    infos.push_back(info);
+  }
+  return infos;
 }
 
 Session::Values Session::values(int quantity) const {

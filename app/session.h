@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kavo/kavo.h"
@@ -17,12 +18,19 @@ class Session {
   Session& operator=(const Session&) = delete;
 
   trpRec* model() const { return model_; }
+  // path: "" for the link that belongs to the program.
+  void openLink(const std::string& path);
 
   kavo_outcome outcome() const;
   std::string solverText() const;
   // With the default name when none was given.
   std::string name(int kind, std::size_t index) const;
+  // Of kavo, and those that were added.
   std::vector<std::string> notes() const;
+  void addNote(std::string note) { ownNotes_.push_back(std::move(note)); }
+
+  // Everything that can be set; there is some once the link is open.
+  std::vector<kavo_setting_info> settingInfos() const;
 
   // A quantity of the result; count 0 and null when the solve has not given it.
   struct Values {
@@ -39,6 +47,7 @@ class Session {
 
  private:
   trpRec* model_ = nullptr;
+  std::vector<std::string> ownNotes_;
 };
 
 }  // namespace app

@@ -78,6 +78,7 @@ int kavo_describe_options(const trpRec* model, const char* path) {
 int kavo_declare_setting(trpRec* model, const kavo_setting_info* info) {
   return guard([&] {
     trpRec& record = needIdle(model);
+    if (record.link) throw Error(KAVO_INVALID, "settings are declared before a link is opened");
     SettingInfo declared(need(info, "the description"));
     const std::string& name = declared.name();
     if (isOwn(record, name)) throw Error(KAVO_INVALID, fmt::format("the setting {} is declared already", name));

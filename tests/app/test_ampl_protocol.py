@@ -38,7 +38,7 @@ class Protocol(cli.FolderCase):
         self.write("half.nl", cli.SMALL_NL[:-20])
         for words, part in [
             (["small", "-AMPL", "nosuch=1"], "unknown option nosuch"),
-            (["small", "-AMPL", "outlev=x"], "outlev must be a whole number"),
+            (["small", "-AMPL", "outlev=x"], "outlev=x: the value must be a whole number"),
             (["small", "-AMPL", "objno=3"], "objective 3"),
             (["small", "-AMPL", "-bogus"], "-bogus"),
             (["small", "-AMPL", "--json"], "--json"),

@@ -122,7 +122,7 @@ class Solving(cli.FolderCase):
 
 class Failing(cli.FolderCase):
     def test_wrong_usage(self):
-        for words in (["--nosuch", "small.mps"], ["-z", "small.mps"], ["--json"], ["--quiet"], ["-AMPL"], ["-="]):
+        for words in (["--nosuch", "small.mps"], ["-z", "small.mps"], ["--json"], ["--quiet"], ["-AMPL"]):
             with self.subTest(words=words):
                 run = self.run_program(*words)
                 self.assertEqual((run.returncode, run.stdout), (2, ""))
