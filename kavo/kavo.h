@@ -173,8 +173,8 @@ typedef struct kavo_setting {
 } kavo_setting;
 
 /* Declares a setting that the host acts on itself, such as where its log goes: it stands among all settings, but goes
- * to the host (kavo_own_setting_at) and not to the link. KAVO_INVALID when the name is declared or was given already.
- */
+ * to the host (kavo_own_setting_at) and not to the link. KAVO_INVALID when the name is declared or was given already,
+ * and when a link is open. */
 KAVO_API int kavo_declare_setting(trpRec* model, const kavo_setting_info* info);
 /* What was given under declared names, in its order and unchecked. out->name is NULL when index is beyond the last. */
 KAVO_API int kavo_own_setting_at(const trpRec* model, size_t index, kavo_setting* out);

@@ -154,6 +154,9 @@ TEST(OwnSettingsTest, AreDeclaredOnceAndFirst) {
     EXPECT_THAT(kavo_last_error(), HasSubstr(why));
   }
   EXPECT_EQ(kavo_declare_setting(model, nullptr), KAVO_INVALID);
+  ASSERT_EQ(kavo_open_link(model, FAKE_LINK), KAVO_OK) << kavo_last_error();
+  again.name = "another";
+  EXPECT_EQ(kavo_declare_setting(model, &again), KAVO_INVALID);
 }
 
 std::vector<std::string> infos(trpRec* model) {
