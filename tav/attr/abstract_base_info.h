@@ -54,6 +54,10 @@ class AbstractInfo : public AbstractBaseInfo {
 
   // Whether the item may be set to this value.
   virtual bool accepts(const T& value) const = 0;
+
+  // Raises tav::CheckException for a value that is not accepted; its message tells name, value and the bound that the
+  // value is beyond.
+  virtual void check(const T& value) const = 0;
 };
 
 }  // namespace tav::attr

@@ -174,6 +174,24 @@ TEST(ViewTest, AnItemWithItsDescription) {
   EXPECT_THROW(readOnly.reset(), attr::Exception);
 }
 
+TEST(ViewTest, ValuesThatTheDescriptionDoesNotAcceptStayOutside) {
+  const auto info = std::make_shared<const IntInfo>(rangeOf(2, 0, 5));
+  const auto plain = optionalInt(-7);
+  using View = attr::view::WithInfoItem<attr::Item<int>>;
+  const auto own = std::make_shared<attr::lib::OptionalItem<int>>(info);
+  for (const auto& item : {attr::Item<int>::make<View>(plain, info), attr::Item<int>(own)}) {
+    item.set(5);
+    EXPECT_EQ(messageOf<CheckException>([&] { item.set(6); }), "'iis' (which is 6) must be less or equal to 5.");
+    EXPECT_EQ(messageOf<CheckException>([&] { item.set(-1); }), "'iis' (which is -1) must be greater or equal to 0.");
+    EXPECT_EQ(item.get(), 5);
+  }
+  EXPECT_EQ(plain.get(), 5);
+  EXPECT_EQ(own->info(), info);
+  own->reset();
+  EXPECT_EQ(own->get(0), 2);
+  EXPECT_FALSE(own->isSet());
+}
+
 TEST(InfoTest, RangesAreCheckedWhenMade) {
   struct Case {
     std::function<void()> make;

@@ -48,6 +48,7 @@ class Info : public AbstractInfo<T> {
   }
 
   bool accepts(const T& /*value*/) const override { return true; }
+  void check(const T& /*value*/) const override {}
 
   std::span<const std::string_view> properties() const override { return kInfoProperties; }
   bool isTrivial() const override {

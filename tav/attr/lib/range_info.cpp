@@ -14,9 +14,13 @@ RangeInfo<T>::RangeInfo(std::string name, std::optional<int> maxCount, bool isSe
       lower_(lower.value_or(kLowest)),
       upper_(upper.value_or(kHighest)) {
   if (!(lower_ <= upper_)) throw CheckException::failedLessOrEqualTo("lower_bound", lower_, upper_);
-  if (!defaultValue) return;
-  if (!(*defaultValue >= lower_)) throw CheckException::failedGreaterOrEqualTo("default_value", *defaultValue, lower_);
-  if (!(*defaultValue <= upper_)) throw CheckException::failedLessOrEqualTo("default_value", *defaultValue, upper_);
+  if (defaultValue) checkWithin("default_value", *defaultValue);
+}
+
+template <class T>
+void RangeInfo<T>::checkWithin(std::string_view expression, T value) const {
+  if (!(value >= lower_)) throw CheckException::failedGreaterOrEqualTo(expression, value, lower_);
+  if (!(value <= upper_)) throw CheckException::failedLessOrEqualTo(expression, value, upper_);
 }
 
 template <class T>

@@ -30,6 +30,7 @@ class RangeInfo final : public Info<T> {
   T clamp(T value) const { return value < lower_ ? lower_ : value > upper_ ? upper_ : value; }
 
   bool accepts(const T& value) const override { return value >= lower_ && value <= upper_; }
+  void check(const T& value) const override { checkWithin(this->name(), value); }
 
   std::span<const std::string_view> properties() const override { return kRangeProperties; }
   bool isDefaultProperty(std::string_view property) const override;
@@ -40,6 +41,8 @@ class RangeInfo final : public Info<T> {
   using Limits = std::numeric_limits<T>;
   static constexpr T kLowest = Limits::has_infinity ? -Limits::infinity() : Limits::lowest();
   static constexpr T kHighest = Limits::has_infinity ? Limits::infinity() : Limits::max();
+
+  void checkWithin(std::string_view expression, T value) const;
 
   T lower_ = kLowest;
   T upper_ = kHighest;

@@ -11,8 +11,8 @@ namespace tav::attr::view {
 template <class ItemType>
 class WithInfoItem;
 
-// An item together with its description. The description gives the default and makes the item resettable when it can be
-// set.
+// An item together with its description. The description gives the default, makes the item resettable when it can be
+// set, and keeps values that it does not accept from the item.
 template <class T>
 class WithInfoItem<Item<T>> final : public AbstractItem<T> {
  public:
@@ -39,7 +39,10 @@ class WithInfoItem<Item<T>> final : public AbstractItem<T> {
   T getDefault() const override { return info_->getDefault(); }
   T get(int solution) const override { return item_.get(solution); }
   std::vector<T> getAll() const override { return item_.getAll(); }
-  void set(const T& value, int solution) override { item_.set(value, solution); }
+  void set(const T& value, int solution) override {
+    info_->check(value);
+    item_.set(value, solution);
+  }
 
  private:
   Item<T> item_;
