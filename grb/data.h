@@ -8,6 +8,7 @@
 #include "grb/callback/callback_context.h"
 #include "grb/element_stores.h"
 #include "grb/gurobi/model.h"
+#include "grb/option/link_options.h"
 #include "grb/registry.h"
 #include "tav/opt/adder.h"
 
@@ -23,7 +24,7 @@ struct Data {
   CallbackContext callbacks;  // holds the framework's log and callback objects
 
   std::mutex modelLock;  // serialises all changes of the Gurobi model
-  int names = 1;         // names are sent to Gurobi when this is greater than 0
+  OptionSet options;     // stays as it is when the model starts anew
 
   Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;
   Registry linearObjectives, quadraticObjectives, nonlinearObjectives;

@@ -98,7 +98,7 @@ tav::opt::ContainerPair Solver::makeConstraintContainers(const std::shared_ptr<c
 std::shared_ptr<tav::attr::AbstractItemDict> Solver::makeModelAttributes(std::string_view tag,
                                                                          const tav::opt::Context& context) {
   if (tag == tag::kSolver) return std::make_shared<StdModelAttributes>(*data_, eventOf(context));
-  if (tag == shortName()) return std::make_shared<ModelAttributes>(data_->model);
+  if (tag == shortName()) return std::make_shared<ModelAttributes>(data_->model, data_->options);
   return {};
 }
 

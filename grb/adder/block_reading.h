@@ -85,7 +85,7 @@ void copyToStore(const tav::attr::BaseContainer& source, const tav::idx::List& p
 
 // The container of names of a block, the empty one when names are off.
 inline tav::attr::BaseContainer namesIfWanted(const Data& data, const tav::attr::BaseContainer& names) {
-  return data.names > 0 ? names : tav::attr::BaseContainer();
+  return data.options.value(IntOption::names) > 0 ? names : tav::attr::BaseContainer();
 }
 
 // Holds the model lock from its making on, and checks that Gurobi holds exactly what is registered. The reading makes

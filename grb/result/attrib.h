@@ -57,10 +57,7 @@ struct Scalar<kParameter, std::string> {
 template <int Source, class T>
 class Attrib : public tav::attr::AbstractItem<T> {
  public:
-  // info: what may be told and set of it; may be null.
-  Attrib(std::weak_ptr<GurobiModel> model, std::string name,
-         std::shared_ptr<const tav::attr::AbstractBaseInfo> info = nullptr)
-      : model_(std::move(model)), name_(std::move(name)), info_(std::move(info)) {}
+  Attrib(std::weak_ptr<GurobiModel> model, std::string name) : model_(std::move(model)), name_(std::move(name)) {}
 
   bool isSettable() const override { return true; }
 
@@ -80,12 +77,9 @@ class Attrib : public tav::attr::AbstractItem<T> {
     if (const auto model = model_.lock()) Scalar<Source, T>::set(*model, name_.c_str(), value);
   }
 
-  std::shared_ptr<const tav::attr::AbstractBaseInfo> info() const override { return info_; }
-
  private:
   std::weak_ptr<GurobiModel> model_;
   std::string name_;
-  std::shared_ptr<const tav::attr::AbstractBaseInfo> info_;
 };
 
 }  // namespace grb

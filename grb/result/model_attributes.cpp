@@ -1,70 +1,75 @@
 #include "grb/result/model_attributes.h"
 
-#include <array>
-
-#include "grb/gurobi/constants.h"
 #include "grb/result/attrib.h"
-#include "tav/attr/lib/range_info.h"
+#include "grb/result/transforms.h"
+#include "tav/attr/view/transform_item.h"
+#include "tav/attr/view/with_info_item.h"
 
 namespace grb {
 namespace {
 
-constexpr std::array<std::string_view, 2> kWithheld{"LogToConsole", "LogFile"};
+using Info = std::shared_ptr<const tav::attr::AbstractBaseInfo>;
+using tav::attr::Item;
 
-// The type of a parameter that is provided, otherwise "unknown".
-int typeOf(const GurobiModel& model, const std::string& name) {
-  for (const std::string_view withheld : kWithheld) {
-    if (tav::attr::isSameName(withheld, name)) return paramtype::kUnknown;
-  }
-  return model.getParamType(name.c_str());
+template <class T>
+Item<T> withInfo(Item<T> item, const Info& info) {
+  using View = tav::attr::view::WithInfoItem<Item<T>>;
+  return Item<T>::template make<View>(std::move(item),
+                                      std::static_pointer_cast<const tav::attr::AbstractInfo<T>>(info));
 }
 
 template <class T>
-std::shared_ptr<const tav::attr::AbstractBaseInfo> rangeInfo(const std::string& name, const ParamInfo<T>& told) {
-  return std::make_shared<tav::attr::lib::RangeInfo<T>>(name, 1, true, told.defaultValue, told.minimum, told.maximum,
-                                                        std::nullopt, "");
+Item<T> parameter(const std::weak_ptr<GurobiModel>& model, const Info& info) {
+  return Item<T>::template make<Attrib<kParameter, T>>(model, info->name());
 }
 
-std::shared_ptr<const tav::attr::AbstractBaseInfo> infoOf(const GurobiModel& model, const std::string& name) {
-  switch (typeOf(model, name)) {
-    case paramtype::kInt:
-      return rangeInfo(name, model.getIntParamInfo(name.c_str()));
-    case paramtype::kDouble:
-      return rangeInfo(name, model.getDblParamInfo(name.c_str()));
-    case paramtype::kString:
-      return std::make_shared<tav::attr::lib::Info<std::string>>(
-          name, 1, true, model.getStrParamInfo(name.c_str()).defaultValue, std::nullopt, "");
-    default:
-      return nullptr;
-  }
+template <class F>
+Item<std::string> seenThrough(const Item<std::string>& item) {
+  return Item<std::string>::make<tav::attr::view::TransformItem<Item<std::string>, F>>(item);
+}
+
+Item<std::string> textParameter(const std::weak_ptr<GurobiModel>& model, const Info& info) {
+  const auto item = parameter<std::string>(model, info);
+  return isSecret(*info) ? seenThrough<transform::Secret>(item) : seenThrough<transform::ParameterText>(item);
 }
 
 }  // namespace
 
-bool ModelAttributes::has(std::string_view name) const {
-  const auto model = model_.lock();
-  return model && typeOf(*model, std::string(name)) != paramtype::kUnknown;
+std::optional<Entry> ModelAttributes::entry(int key) const { return model_.expired() ? std::nullopt : entryOf(key); }
+
+std::vector<int> ModelAttributes::keys() const { return model_.expired() ? std::vector<int>() : entryKeys(); }
+
+std::string ModelAttributes::name(int key) const {
+  const auto found = entry(key);
+  return found ? found->info->name() : "";
 }
 
-tav::attr::BaseItem ModelAttributes::get(std::string_view name) const {
-  const auto model = model_.lock();
-  if (!model) return empty();
-  const std::string parameter(name);
-  const auto info = infoOf(*model, parameter);
-  if (!info) return empty();
-  switch (info->valueType()) {
-    case tav::attr::ValueType::kInt:
-      return std::make_shared<Attrib<kParameter, int>>(model, parameter, info);
-    case tav::attr::ValueType::kDouble:
-      return std::make_shared<Attrib<kParameter, double>>(model, parameter, info);
+Info ModelAttributes::info(int key) const {
+  const auto found = entry(key);
+  return found ? found->info : nullptr;
+}
+
+std::optional<int> ModelAttributes::find(std::string_view wanted) const {
+  if (model_.expired()) return std::nullopt;
+  const auto found = findEntry(wanted);
+  return found ? std::optional<int>(found->key()) : std::nullopt;
+}
+
+tav::attr::BaseItem ModelAttributes::get(int key) const {
+  const auto found = entry(key);
+  if (!found) return empty();
+  switch (found->kind) {
+    case EntryKind::intOption:
+      return options_.item(static_cast<IntOption>(found->index));
+    case EntryKind::fileOption:
+      return options_.item(static_cast<FileOption>(found->index));
+    case EntryKind::doubleParameter:
+      return withInfo(parameter<double>(model_, found->info), found->info);
+    case EntryKind::intParameter:
+      return withInfo(parameter<int>(model_, found->info), found->info);
     default:
-      return std::make_shared<Attrib<kParameter, std::string>>(model, parameter, info);
+      return withInfo(textParameter(model_, found->info), found->info);
   }
-}
-
-std::shared_ptr<const tav::attr::AbstractBaseInfo> ModelAttributes::info(std::string_view name) const {
-  const auto model = model_.lock();
-  return model ? infoOf(*model, std::string(name)) : nullptr;
 }
 
 }  // namespace grb

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <string>
 
 #include "grb/gurobi/constants.h"
 #include "tav/opt/codes.h"
 #include "tav/util/cast.h"
+#include "tav/util/exception.h"
 
 // Maps from Gurobi's codes and sentinels to the framework's (see tav/attr/transform.h).
 namespace grb::transform {
@@ -52,6 +54,25 @@ struct DoubleToSize {
   using Inner = double;
   using Outer = unsigned long long;
   static unsigned long long read(const double& value) { return tav::numCast<unsigned long long>(value); }
+};
+
+// A parameter that is a text. Gurobi would cut a longer one without a word.
+struct ParameterText {
+  using Inner = std::string;
+  using Outer = std::string;
+  static std::string read(const std::string& text) { return text; }
+  static std::string write(const std::string& text) {
+    if (text.size() < kStringParamSize) return text;
+    throw tav::CheckException::failedLessThan("length of a text parameter", text.size(), kStringParamSize);
+  }
+};
+
+// One that is nobody's business: whether there is one is all that can be read.
+struct Secret {
+  using Inner = std::string;
+  using Outer = std::string;
+  static std::string read(const std::string& text) { return text.empty() ? "" : "***"; }
+  static std::string write(const std::string& text) { return ParameterText::write(text); }
 };
 
 }  // namespace grb::transform

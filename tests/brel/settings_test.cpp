@@ -25,8 +25,8 @@ class SettingsTest : public testing::Test {
  protected:
   SettingsTest() {
     gurobi.defineParam({"TimeLimit", 1e100, 0, 1e100});
-    gurobi.defineParam({"Threads", 0, 0, 1024});
-    gurobi.defineParam({"MIPFocus", 0, -1, 3});
+    gurobi.defineParam({"Threads", 0, -1, 1024});
+    gurobi.defineParam({"MIPFocus", 0, 0, 3});
     gurobi.defineParam({"NodefileDir", std::string(".")});
     gurobi.scriptAttr("Status", 2);
     EXPECT_EQ(kavo_open_link(model, FORWARD_LINK), KAVO_OK) << kavo_last_error();
@@ -52,19 +52,19 @@ class SettingsTest : public testing::Test {
 };
 
 TEST_F(SettingsTest, AreSetWithOneCallEachInTheirTypes) {
-  ASSERT_EQ(solveWith({{"timelimit", "1e3"}, {"THREADS", "+4"}, {"nodefiledir", "/tmp/a b"}, {"MIPFocus", "-1"}}),
+  ASSERT_EQ(solveWith({{"timelimit", "1e3"}, {"THREADS", "+4"}, {"nodefiledir", "/tmp/a b"}, {"MIPFocus", "3"}}),
             KAVO_OK)
       << kavo_last_error();
   EXPECT_THAT(
       parametersSet(),
-      ElementsAre(R"(GRBsetdblparam(m1.env, "timelimit", 1000))", R"(GRBsetintparam(m1.env, "THREADS", 4))",
-                  R"(GRBsetstrparam(m1.env, "nodefiledir", "/tmp/a b"))", R"(GRBsetintparam(m1.env, "MIPFocus", -1))"));
+      ElementsAre(R"(GRBsetdblparam(m1.env, "TimeLimit", 1000))", R"(GRBsetintparam(m1.env, "Threads", 4))",
+                  R"(GRBsetstrparam(m1.env, "NodefileDir", "/tmp/a b"))", R"(GRBsetintparam(m1.env, "MIPFocus", 3))"));
 }
 
 TEST_F(SettingsTest, TheLastOfOneNameCounts) {
   ASSERT_EQ(solveWith({{"threads", "1"}, {"timelimit", "inf"}, {"Threads", "2"}}), KAVO_OK) << kavo_last_error();
   EXPECT_THAT(parametersSet(),
-              ElementsAre(R"(GRBsetdblparam(m1.env, "timelimit", 1e+100))", R"(GRBsetintparam(m1.env, "Threads", 2))"));
+              ElementsAre(R"(GRBsetdblparam(m1.env, "TimeLimit", 1e+100))", R"(GRBsetintparam(m1.env, "Threads", 2))"));
 }
 
 // Whether the setting is overridden or not, what is wrong is an error.
@@ -78,17 +78,17 @@ TEST_F(SettingsTest, WhatIsWrongIsRefusedWithoutALicence) {
       {{"foo", "1", "run.opt", 3}, "Setting: run.opt, line 3: unknown option 'foo' ("},
       {{"foo", "1", nullptr, 3}, "Setting: unknown option 'foo' ("},
       {{"LogFile", "x.log"}, "Setting: command line: unknown option 'LogFile' ("},
-      {{"threads", "1025"}, "Setting: command line: threads=1025: the value must be a whole number from 0 to 1024 ("},
-      {{"threads", "-1"}, "threads=-1: the value must be a whole number from 0 to 1024 ("},
-      {{"threads", "2.5"}, "threads=2.5: the value must be a whole number from 0 to 1024 ("},
-      {{"threads", "two"}, "threads=two: the value must be a whole number from 0 to 1024 ("},
-      {{"threads", ""}, "threads=: the value must be a whole number from 0 to 1024 ("},
-      {{"threads", "99999999999"}, "threads=99999999999: the value must be a whole number from 0 to 1024 ("},
-      {{"timelimit", "-1"}, "timelimit=-1: the value must be a number from 0 to 1e+100 ("},
-      {{"timelimit", "nan"}, "timelimit=nan: the value must be a number from 0 to 1e+100 ("},
-      {{"timelimit", "5s"}, "timelimit=5s: the value must be a number from 0 to 1e+100 ("},
-      {{"timelimit", " 5"}, "timelimit= 5: the value must be a number from 0 to 1e+100 ("},
-      {{"timelimit", "1,5"}, "timelimit=1,5: the value must be a number from 0 to 1e+100 ("},
+      {{"threads", "1025"}, "Setting: command line: Threads=1025: the value must be a whole number from -1 to 1024 ("},
+      {{"threads", "-2"}, "Threads=-2: the value must be a whole number from -1 to 1024 ("},
+      {{"threads", "2.5"}, "Threads=2.5: the value must be a whole number from -1 to 1024 ("},
+      {{"threads", "two"}, "Threads=two: the value must be a whole number from -1 to 1024 ("},
+      {{"threads", ""}, "Threads=: the value must be a whole number from -1 to 1024 ("},
+      {{"threads", "99999999999"}, "Threads=99999999999: the value must be a whole number from -1 to 1024 ("},
+      {{"timelimit", "-1"}, "TimeLimit=-1: the value must be a number from 0 to 1e+100 ("},
+      {{"timelimit", "nan"}, "TimeLimit=nan: the value must be a number from 0 to 1e+100 ("},
+      {{"timelimit", "5s"}, "TimeLimit=5s: the value must be a number from 0 to 1e+100 ("},
+      {{"timelimit", " 5"}, "TimeLimit= 5: the value must be a number from 0 to 1e+100 ("},
+      {{"timelimit", "1,5"}, "TimeLimit=1,5: the value must be a number from 0 to 1e+100 ("},
   };
   for (const Case& c : cases) {
     HostModel fresh;

@@ -48,7 +48,7 @@ TEST_F(LinConAdderTest, SendsARowPerCallAsFunctionSenseAndNegatedConstant) {
                           R"(GRBaddconstr(m1, 2, [2, 0], [1, 1], 'L', -4, ""))",
                           testing::MatchesRegex(R"(GRBaddconstr\(m1, 0, .*, 'E', 1, "c"\))"),
                           R"(GRBsetintattrarray(m1, "Lazy", 0, 3, [0, 2, 0]))"));
-  data->names = 0;
+  data->options.item(IntOption::names)->set(0, 0);
   EXPECT_THAT(positionsOf(adder.add(rows({{0, {1}, {1}, -5}}, {{Q::name, values<const char*>({"d"})}}))),
               ElementsAre(3));
   EXPECT_THAT(gurobi->takeCalls(), ElementsAre("GRBupdatemodel(m1)", R"(GRBgetintattr(m1, "NumVars", *))",

@@ -6,7 +6,6 @@
 #include "grb/result/attribute_container.h"
 #include "grb/result/transforms.h"
 #include "grb/solver.h"
-#include "tav/attr/lib/range_info.h"
 #include "tav/idx/lib/list.h"
 #include "tests/grb/blocks.h"
 #include "tests/tav/thrown.h"
@@ -256,24 +255,6 @@ TEST_F(ResultTest, SetsLimitsAsParametersOfTheirOwnType) {
   EXPECT_EQ(fact<unsigned long long>(Fact::nodeLimit).get(), 8u);
   gurobi->defineParam({"Threads", 0, 0, 1024});
   EXPECT_EQ(thrown<GurobiException>([&] { fact<unsigned long long>(Fact::threads).set(5000); }).code(), 10008);
-}
-
-TEST_F(ResultTest, FindsParametersByNameInAnyCaseButThoseOfTheLog) {
-  gurobi->defineParam({"MIPGap", 1e-4, 0, 1e100});
-  gurobi->defineParam({"Threads", 0, 0, 1024});
-  gurobi->defineParam({"WLSToken", std::string("none")});
-  gurobi->defineParam({"LogFile", std::string()});
-  const auto parameters = solver.makeModelAttributes("grb", {});
-  for (const char* name : {"mipgap", "MIPGAP", "MipGap"}) {
-    EXPECT_EQ(parameters->get(name).as<double>().get(), 1e-4) << name;
-  }
-  const auto info = std::dynamic_pointer_cast<const tav::attr::lib::RangeInfo<int>>(parameters->info("threads"));
-  ASSERT_TRUE(info);
-  EXPECT_EQ(info->upper(), 1024);
-  EXPECT_EQ(parameters->get("wlstoken").as<std::string>().get(), "none");
-  for (const char* none : {"LogFile", "logtoconsole", "no such", ""}) {
-    EXPECT_FALSE(parameters->has(none) || parameters->get(none) || parameters->info(none)) << none;
-  }
 }
 
 }  // namespace

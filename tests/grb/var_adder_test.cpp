@@ -48,7 +48,7 @@ TEST_F(VarAdderTest, SendsPartitionsOfAtLeastMinusOneAndNamesOneByOne) {
       Calls(calls.begin() + 2, calls.end()),
       ElementsAre(R"(GRBsetintattrarray(m1, "Partition", 0, 2, [-1, 0]))",
                   R"(GRBsetstrattrelement(m1, "VarName", 0, "a"))", R"(GRBsetstrattrelement(m1, "VarName", 1, "b"))"));
-  data->names = 0;
+  data->options.item(IntOption::names)->set(0, 0);
   adder.add(withNames({{"partition", onlyAt(1, 7, 2)}}));
   EXPECT_EQ(gurobi->calls().back(), R"(GRBsetintattrarray(m1, "Partition", 2, 2, [-1, 7]))");
   EXPECT_EQ(gurobi->count(Fn::GRBsetstrattrelement), 0);

@@ -1,0 +1,133 @@
+// The entries of the catalogue: their order, keys and names. That the parameters agree with Gurobi's own is checked on
+// the real library.
+#include "grb/option/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <set>
+
+#include "grb/option/link_options.h"
+#include "tav/util/fnv1a.h"
+#include "tests/tav/thrown.h"
+
+namespace grb {
+namespace {
+
+std::string inCase(std::string text, int (*change)(int)) {
+  for (char& c : text) c = static_cast<char>(change(c));
+  return text;
+}
+
+TEST(Catalogue, KeysFollowTheOrderOfEachKind) {
+  struct Case {
+    int key;
+    const char* name;
+  };
+  const Case cases[]{{2000, "dofuncpieces"}, {2010, "varhint"},     {3000, "readparams"},    {3003, "writeprob"},
+                     {4000, "Cutoff"},       {4049, "FuncMaxVal"},  {5000, "SolutionLimit"}, {5001, "Method"},
+                     {5106, "OutputFlag"},   {6000, "NodefileDir"}, {6003, "ResultFile"}};
+  for (const Case& c : cases) {
+    ASSERT_TRUE(entryOf(c.key)) << c.key;
+    EXPECT_EQ(entryOf(c.key)->info->name(), c.name);
+    EXPECT_EQ(entryOf(c.key)->key(), c.key);
+  }
+  for (const int none : {1999, 2011, 2999, 3004, 4050, 5107, 6004, 7000, 0, -1, -2000, std::numeric_limits<int>::min(),
+                         std::numeric_limits<int>::max()}) {
+    EXPECT_FALSE(entryOf(none)) << none;
+  }
+  EXPECT_EQ(entryKeys().size(), 11u + 4u + 50u + 107u + 4u);
+}
+
+TEST(Catalogue, FindsEveryNameInAnyCaseAndNoOther) {
+  std::set<std::string> names;
+  for (const int key : entryKeys()) {
+    const std::string name = entryOf(key)->info->name();
+    EXPECT_TRUE(names.insert(inCase(name, std::tolower)).second) << name;
+    for (const std::string& asked : {name, inCase(name, std::tolower), inCase(name, std::toupper)}) {
+      ASSERT_TRUE(findEntry(asked)) << asked;
+      EXPECT_EQ(findEntry(asked)->key(), key) << asked;
+    }
+  }
+  for (const char* none : {"LogToConsole", "LogFile", "WLSToken", "Dummy", "MIPGap ", "mip gap", "MIPGa", ""}) {
+    EXPECT_FALSE(findEntry(none)) << none;
+  }
+}
+
+TEST(Catalogue, EveryEntryMayBeSetOnceAndExplainsItselfInAFewLines) {
+  for (const int key : entryKeys()) {
+    const auto info = entryOf(key)->info;
+    EXPECT_TRUE(info->isSet()) << info->name();
+    EXPECT_EQ(info->maxCount(), 1) << info->name();
+    EXPECT_GE(info->documentation().size(), 40u) << info->name();
+    EXPECT_LE(info->documentation().size(), 300u) << info->name();
+    EXPECT_TRUE(info->documentation().ends_with('.')) << info->name();
+  }
+}
+
+// The well-known values of this hash.
+static_assert(tav::util::fnv1a("") == 0xcbf29ce484222325);
+static_assert(tav::util::fnv1a("a") == 0xaf63dc4c8601ec8c);
+static_assert(tav::util::fnv1a("foobar") == 0x85944171f73967e8);
+
+TEST(OptionSet, HasDefaultsAndBounds) {
+  constexpr int kHighest = std::numeric_limits<int>::max();
+  struct Case {
+    IntOption option;
+    const char* name;
+    int standard, lower, upper;
+  };
+  const Case cases[]{{IntOption::dofuncpieces, "dofuncpieces", 0, -1, kHighest},
+                     {IntOption::feasopt, "feasopt", 0, 0, 1},
+                     {IntOption::feasoptmode, "feasoptmode", 0, 0, 5},
+                     {IntOption::iis, "iis", 0, 0, 2},
+                     {IntOption::kappa, "kappa", 0, 0, 1},
+                     {IntOption::kappaexact, "kappaexact", 0, 0, 1},
+                     {IntOption::mipstart, "mipstart", 0, 0, 1},
+                     {IntOption::names, "names", 1, 0, 1},
+                     {IntOption::rerun, "rerun", -1, -1, 1},
+                     {IntOption::usebasis, "usebasis", 0, 0, 3},
+                     {IntOption::varhint, "varhint", 0, 0, 1}};
+  const OptionSet options;
+  for (const Case& c : cases) {
+    const auto& item = options.item(c.option);
+    EXPECT_EQ(item->info()->name(), c.name);
+    EXPECT_EQ(options.value(c.option), c.standard) << c.name;
+    for (const int value : {c.lower, c.upper}) {
+      item->set(value, 0);
+      EXPECT_EQ(options.value(c.option), value) << c.name;
+    }
+    EXPECT_THROW(item->set(c.lower - 1, 0), tav::CheckException) << c.name;
+    if (c.upper < kHighest) {
+      EXPECT_THROW(item->set(c.upper + 1, 0), tav::CheckException) << c.name;
+    }
+    EXPECT_EQ(options.value(c.option), c.upper) << c.name;
+  }
+  EXPECT_EQ(messageOf<tav::CheckException>([&] { options.item(IntOption::feasoptmode)->set(6, 0); }),
+            "'feasoptmode' (which is 6) must be less or equal to 5.");
+}
+
+TEST(OptionSet, ADefaultIsNotAGivenValue) {
+  const OptionSet options;
+  const OptionSet copy = options;
+  EXPECT_FALSE(options.isGiven(IntOption::rerun));
+  EXPECT_FALSE(options.isSetTo(IntOption::rerun, -1));
+  copy.item(IntOption::rerun)->set(-1, 0);
+  EXPECT_TRUE(options.isSetTo(IntOption::rerun, -1)) << "copies share the items";
+  EXPECT_FALSE(options.isSetTo(IntOption::rerun, 0));
+  options.item(IntOption::rerun)->reset();
+  EXPECT_FALSE(copy.isGiven(IntOption::rerun));
+
+  const auto names = {std::pair(FileOption::readparams, "readparams"),
+                      {FileOption::tuning, "tuning"},
+                      {FileOption::writeparams, "writeparams"},
+                      {FileOption::writeprob, "writeprob"}};
+  for (const auto& [option, name] : names) {
+    EXPECT_EQ(options.item(option)->info()->name(), name);
+    EXPECT_EQ(options.file(option), "");
+    EXPECT_FALSE(options.item(option)->hasDefault());
+  }
+}
+
+}  // namespace
+}  // namespace grb
