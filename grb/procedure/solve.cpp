@@ -2,6 +2,7 @@
 
 #include "grb/callback/callbacks.h"
 #include "grb/gurobi/exception.h"
+#include "grb/procedure/parameter_file.h"
 #include "grb/result/solution_status.h"
 
 namespace grb {
@@ -22,10 +23,12 @@ void installCallbacks(Data& data) {
   if (data.callbacks.handler) model.setCallbackFuncAdv(grbAdvancedCallback, &data.callbacks, kCallbackMask);
 }
 
-// What a listener raised matters more than the error that stopping for it may have caused.
-void optimize(Data& data) {
+// Runs a step in which Gurobi may call back. What a listener raised matters more than the error that stopping for it
+// may have caused.
+template <class Step>
+void listened(Data& data, const Step& step) {
   try {
-    data.model->optimize();
+    step();
   } catch (const GurobiException&) {
     data.callbacks.rethrowKept();
     throw;
@@ -33,12 +36,26 @@ void optimize(Data& data) {
   data.callbacks.rethrowKept();
 }
 
+// Runs a step on the file that an option names, if it names one.
+template <class Step>
+void onFile(Data& data, FileOption option, const Step& step) {
+  const std::string file = data.options.file(option);
+  if (!file.empty()) listened(data, [&] { step(file); });
+}
+
 }  // namespace
 
 tav::opt::Termination solve(Data& data) {
+  GurobiModel& model = *data.model;
+  // A long solve is not to be lost for the sake of a file that comes after it.
+  onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
   installCallbacks(data);
-  optimize(data);
+  onFile(data, FileOption::readparams,
+         [&](const std::string& file) { readParameterFile(model, *data.callbacks.log, file); });
+  onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
+  listened(data, [&] { model.optimize(); });
+  onFile(data, FileOption::writeparams, [&](const std::string& file) { model.writeParams(file.c_str()); });
   return termination(data.model->getIntAttr("Status"));
 }
 
