@@ -59,11 +59,12 @@ std::string optionHelp(const Arguments& arguments) {
 }
 
 std::string optionGroups(const Arguments& arguments) {
-  return aboutOptions(arguments, [](const Session& session) {
-    return "Groups of options, with the number of their options; --help-options WORD explains those of a group, or "
-           "those\n"
-           "that have a word in their name or meaning, and -= explains all.\n" +
-           groupList(session.settingInfos());
+  constexpr std::string_view kHead =
+      "Groups of options, with the number of their options. --help-options WORD explains those of a group, or those "
+      "that "
+      "have a word in their name or meaning; -= explains all.";
+  return aboutOptions(arguments, [&](const Session& session) {
+    return wrapped(kHead, 0, screenWidth()) + groupList(session.settingInfos());
   });
 }
 

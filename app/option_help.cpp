@@ -78,8 +78,8 @@ std::string code(const std::string& text) { return text.empty() ? "" : "`" + tex
 
 std::string groupList(const SettingInfos& infos) {
   std::string text;
-  for (const auto& [group, members] : grouped(infos)) text += fmt::format("  {:<24}{:>4}\n", group, members.size());
-  return text + fmt::format("  {:<24}{:>4}\n", "all", infos.size());
+  for (const auto& [group, members] : grouped(infos)) text += fmt::format("  {:<28}{:>4}\n", group, members.size());
+  return text + fmt::format("  {:<28}{:>4}\n", "all", infos.size());
 }
 
 std::string helpAbout(const SettingInfos& infos, std::string_view word, std::size_t width) {

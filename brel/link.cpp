@@ -5,6 +5,7 @@
 #include "brel/host.h"
 #include "brel/load/loader.h"
 #include "brel/result/write_back.h"
+#include "brel/settings/publish.h"
 #include "brel/settings/settings.h"
 #include "tav/opt/solver_services.h"
 
@@ -60,11 +61,15 @@ Link::~Link() = default;
 std::int32_t Link::readyAPI(trpRec* model) {
   if (model == nullptr) return 1;
   model_ = model;
-  return guarded(model_, [this] { kavo_link_publish_solver(model_, solverText(*solver_).c_str()); });
+  return guarded(model_, [this] {
+    kavo_link_publish_solver(model_, solverText(*solver_).c_str());
+    table_.emplace(model_, *solver_, definition_);
+    settings::publish(model_, *table_);
+  });
 }
 
 std::int32_t Link::callSolver() {
-  if (model_ == nullptr) return 1;
+  if (model_ == nullptr || !table_) return 1;
   return guarded(model_, [this] { run(); });
 }
 
@@ -74,15 +79,17 @@ std::int32_t Link::modifyProblem() { return model_ == nullptr ? 1 : 0; }
 void Link::run() {
   const auto log = std::make_shared<HostLog>(model_);
   solver_->setLog(log);
-  const auto parameters = solver_->makeModelAttributes(solver_->shortName(), {});
-  const auto settings = settings::check(model_, *parameters);
+  const settings::Given given = settings::check(model_, *table_, *solver_);
   log->writeLine(solverText(*solver_));
+  for (const std::string& line : given.skipped) log->writeLine(line);
   if (solver_->hasModel()) {
     solver_->clear();
   } else {
+    settings::applyBeforeSetup(given.settings, *solver_);
     solver_->setup();
   }
-  settings::apply(settings, *parameters);
+  settings::apply(given.settings, *solver_);
+  settings::answer(model_, given.questions, *solver_);
   const load::LoadedModel loaded = load::load(model_, *solver_);
   {
     const InterruptHook hook(model_, *solver_);

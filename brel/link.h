@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "brel/link_def.h"
+#include "brel/settings/table.h"
 #include "kavo/link.h"
 #include "tav/opt/solver.h"
 
@@ -24,7 +26,7 @@ class Link {
 
   // These return 0, or 1 after telling the host what failed (kavo_link_error). No exception leaves them.
 
-  // Binds the link to a model and tells the host about the solver. Takes no licence.
+  // Binds the link to a model and tells the host about the solver and its settings. Takes no licence.
   std::int32_t readyAPI(trpRec* model);
   // Loads the model as it is now, solves it, and fills in the results. Also 0 when the model is infeasible or a limit
   // stopped the solve.
@@ -38,6 +40,7 @@ class Link {
   std::shared_ptr<tav::opt::AbstractSolver> solver_;
   LinkDef definition_;
   trpRec* model_ = nullptr;
+  std::optional<settings::Table> table_;  // of model_
 };
 
 }  // namespace brel

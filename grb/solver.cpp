@@ -3,6 +3,8 @@
 #include "grb/adder/lin_con_adder.h"
 #include "grb/adder/lin_obj_adder.h"
 #include "grb/adder/var_adder.h"
+#include "grb/gurobi/constants.h"
+#include "grb/option/catalogue.h"
 #include "grb/procedure/fix_command.h"
 #include "grb/procedure/solve.h"
 #include "grb/result/lin_con_domain.h"
@@ -11,6 +13,7 @@
 #include "grb/result/solution_status.h"
 #include "grb/result/std_model_attributes.h"
 #include "grb/result/var_domain.h"
+#include "grb/setting_group.h"
 #include "tav/opt/tags.h"
 
 namespace grb {
@@ -116,6 +119,18 @@ std::string Solver::libraryText() const { return data_->model->library()->text()
 
 tav::opt::StopReason Solver::stopReason() const {
   return hasModel() ? grb::stopReason(data_->model->getIntAttr("Status")) : tav::opt::StopReason::notRun;
+}
+
+std::string Solver::settingGroup(int key) const { return grb::settingGroup(key); }
+
+// Gurobi refuses to begin a recording once its environment is started.
+bool Solver::isSetBeforeSetup(int key) const {
+  const auto entry = entryOf(key);
+  return entry && entry->info->name() == "Record";
+}
+
+bool Solver::knowsParameter(std::string_view name) const {
+  return data_->model->getParamType(std::string(name).c_str()) != paramtype::kUnknown;
 }
 
 }  // namespace grb

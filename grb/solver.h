@@ -50,6 +50,9 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
 
   std::string libraryText() const override;
   tav::opt::StopReason stopReason() const override;
+  std::string settingGroup(int key) const override;
+  bool isSetBeforeSetup(int key) const override;
+  bool knowsParameter(std::string_view name) const override;
 
  private:
   std::shared_ptr<Data> data_;

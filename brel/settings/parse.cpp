@@ -1,14 +1,14 @@
+#include "brel/settings/parse.h"
+
 #include <charconv>
 #include <cmath>
-
-#include "brel/settings/settings.h"
 
 namespace brel::settings {
 namespace {
 
 template <class T>
 bool parseWhole(std::string_view text, T& value) {
-  if (text.starts_with('+')) text.remove_prefix(1);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), value);
   return code == std::errc() && end == text.data() + text.size();
 }

@@ -1,14 +1,22 @@
 #include "brel/settings/settings.h"
 
 #include <fmt/core.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <type_traits>
+#include <unordered_map>
 
 #include "brel/host.h"
+#include "brel/settings/parse.h"
+#include "brel/settings/text.h"
 #include "tav/attr/lib/range_info.h"
+#include "tav/opt/solver_services.h"
 
 namespace brel::settings {
 namespace {
+
+namespace lib = tav::attr::lib;
 
 // "command line: " or "run.opt, line 3: ", as far as it is known.
 std::string place(const kavo_setting& setting) {
@@ -21,11 +29,6 @@ std::string place(const kavo_setting& setting) {
   throw tav::Exception("Setting", place(setting) + why, std::nullopt, "", tav::util::SourceLocation::here());
 }
 
-template <class T>
-const char* kindOf() {
-  return std::is_same_v<T, int> ? "a whole number" : "a number";
-}
-
 // "inf" is the largest number that a solver takes for infinity.
 double finite(double value) {
   constexpr double kSolverInfinity = 1e100;
@@ -34,48 +37,161 @@ double finite(double value) {
 int finite(int value) { return value; }
 
 template <class T>
-T checkedNumber(const kavo_setting& setting, const tav::attr::lib::RangeInfo<T>& info) {
+std::string allowed(const lib::RangeInfo<T>& info) {
+  return fmt::format("a {} from {} to {}", std::is_same_v<T, int> ? "whole number" : "number", info.lower(),
+                     info.upper());
+}
+
+template <class T>
+T checkedNumber(const kavo_setting& setting, const lib::RangeInfo<T>& info) {
   T value{};
   if (parse(setting.value, value) && info.accepts(finite(value))) return finite(value);
-  refuse(setting, fmt::format("{}={}: the value must be {} from {} to {}", info.name(), setting.value, kindOf<T>(),
-                              info.lower(), info.upper()));
+  refuse(setting, fmt::format("{}={}: the value must be {}", info.name(), shortened(setting.value), allowed(info)));
 }
 
-Checked checkOne(const kavo_setting& setting, const tav::attr::AbstractItemDict& known) {
-  const auto info = known.info(std::string_view(setting.name));
-  if (!info) refuse(setting, fmt::format("unknown option '{}'", setting.name));
-  if (const auto* range = dynamic_cast<const tav::attr::lib::RangeInfo<int>*>(info.get())) {
-    return {info->name(), checkedNumber(setting, *range)};
+Checked checkedValue(const kavo_setting& setting, const Row& row) {
+  if (const auto* range = dynamic_cast<const lib::RangeInfo<int>*>(row.info.get())) {
+    return {&row, checkedNumber(setting, *range)};
   }
-  if (const auto* range = dynamic_cast<const tav::attr::lib::RangeInfo<double>*>(info.get())) {
-    return {info->name(), checkedNumber(setting, *range)};
+  if (const auto* range = dynamic_cast<const lib::RangeInfo<double>*>(row.info.get())) {
+    return {&row, checkedNumber(setting, *range)};
   }
-  return {info->name(), std::string(setting.value)};
+  return {&row, std::string(setting.value)};
 }
 
-bool isOverridden(const kavo_setting* setting, const kavo_setting* end) {
-  return std::any_of(setting + 1, end,
-                     [&](const kavo_setting& later) { return tav::attr::isSameName(later.name, setting->name); });
+[[noreturn]] void refuseUnknown(const kavo_setting& setting, const Table& table) {
+  const auto near = table.namesNear(setting.name);
+  const std::string suggestion =
+      near.empty() ? "" : fmt::format("; did you mean {}?", fmt::join(near, near.size() == 2 ? " or " : ", "));
+  refuse(setting, fmt::format("unknown option '{}'{}", shortened(setting.name), suggestion));
+}
+
+// Whether the solver has a parameter of this name, although the table leaves it out.
+bool isWithheld(const kavo_setting& setting, const tav::opt::AbstractSolver& solver) {
+  const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  return services != nullptr && services->knowsParameter(setting.name);
+}
+
+// Words that the host acts on itself do not come here; those of plug-ins do.
+void requireActing(const kavo_setting& setting, const Row& row, const Table& table) {
+  if (row.owner != Owner::plugin) return;
+  const PluginSetting& plugin = table.plugins()[static_cast<std::size_t>(row.key)];
+  if (plugin.acts) return;
+  refuse(setting, fmt::format("the option '{}' has no effect in this version: it is for plug-in {}, {}", row.name(),
+                              static_cast<int>(plugin.plugin), plugin.feature));
+}
+
+// Collects settings; of one name the last stays.
+class Collector {
+ public:
+  void add(Checked checked) {
+    const auto [found, isNew] = places_.emplace(checked.row, all_.size());
+    if (!isNew) all_[found->second].row = nullptr;
+    found->second = all_.size();
+    all_.push_back(std::move(checked));
+  }
+
+  std::vector<Checked> take() {
+    std::erase_if(all_, [](const Checked& checked) { return checked.row == nullptr; });
+    return std::move(all_);
+  }
+
+ private:
+  std::vector<Checked> all_;
+  std::unordered_map<const Row*, std::size_t> places_;
+};
+
+bool isEarly(const Checked& setting, const tav::opt::AbstractSolver& solver) {
+  const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  return services != nullptr && setting.row->owner == Owner::solver && services->isSetBeforeSetup(setting.row->key);
+}
+
+// Runs `use` with the item of a setting and the value, both typed.
+template <class Use>
+auto withItem(const Checked& setting, const tav::attr::AbstractItemDict& dictionary, const Use& use) {
+  const auto item = dictionary.get(setting.row->key);
+  return std::visit([&](const auto& value) { return use(item.as<std::decay_t<decltype(value)>>(), value); },
+                    setting.value);
+}
+
+void set(const Checked& setting, const tav::attr::AbstractItemDict& dictionary) {
+  withItem(setting, dictionary, [](const auto& item, const auto& value) { item.set(value); });
+}
+
+bool isInForce(const Checked& setting, const tav::attr::AbstractItemDict& dictionary) {
+  return withItem(setting, dictionary, [](const auto& item, const auto& value) { return item.get() == value; });
+}
+
+std::string text(const std::string& value) { return fmt::format("\"{}\"", value); }
+template <class T>
+std::string text(const T& value) {
+  return fmt::format("{}", value);
+}
+
+template <class T>
+std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
+  const auto& info = dynamic_cast<const tav::attr::AbstractInfo<T>&>(*row.info);
+  std::string line = fmt::format("{}={}", row.name(), text(item.as<T>().get()));
+  if (info.hasDefault()) line += fmt::format(" (default {})", text(info.getDefault()));
+  return line;
+}
+
+std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
+  switch (row.info->valueType()) {
+    case tav::attr::ValueType::kInt:
+      return answerTo<int>(row, item);
+    case tav::attr::ValueType::kDouble:
+      return answerTo<double>(row, item);
+    default:
+      return answerTo<std::string>(row, item);
+  }
 }
 
 }  // namespace
 
-std::vector<Checked> check(const trpRec* host, const tav::attr::AbstractItemDict& known) {
+Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& solver) {
   const kavo_setting* first = nullptr;
   std::size_t count = 0;
   checkHost(kavo_link_settings(host, &first, &count));
-  std::vector<Checked> result;
+  Given given;
+  Collector settings;
   for (const kavo_setting* setting = first; setting != first + count; ++setting) {
-    Checked checked = checkOne(*setting, known);
-    if (!isOverridden(setting, first + count)) result.push_back(std::move(checked));
+    const Row* row = table.find(setting->name);
+    if (row != nullptr) {
+      requireActing(*setting, *row, table);
+      const bool asks = std::string_view(setting->value) == "?";
+      asks ? given.questions.push_back(row) : settings.add(checkedValue(*setting, *row));
+      continue;
+    }
+    if (!isWithheld(*setting, solver)) refuseUnknown(*setting, table);
+    const auto line =
+        fmt::format("{} has a parameter '{}' that is not among the options", solver.name(), shortened(setting->name));
+    if (setting->line <= 0) refuse(*setting, line);
+    given.skipped.push_back(place(*setting) + line + "; skipped");
   }
-  return result;
+  given.settings = settings.take();
+  return given;
 }
 
-void apply(const std::vector<Checked>& settings, const tav::attr::AbstractItemDict& known) {
+void applyBeforeSetup(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver) {
+  const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
   for (const Checked& setting : settings) {
-    const auto item = known.get(std::string_view(setting.name));
-    std::visit([&](const auto& value) { item.as<std::decay_t<decltype(value)>>().set(value); }, setting.value);
+    if (isEarly(setting, solver)) set(setting, *dictionary);
+  }
+}
+
+void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver) {
+  const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
+  for (const Checked& setting : settings) {
+    if (setting.row->owner != Owner::solver) continue;
+    if (!isEarly(setting, solver) || !isInForce(setting, *dictionary)) set(setting, *dictionary);
+  }
+}
+
+void answer(trpRec* host, const std::vector<const Row*>& questions, tav::opt::AbstractSolver& solver) {
+  const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
+  for (const Row* row : questions) {
+    if (row->owner == Owner::solver) kavo_link_note(host, answerTo(*row, dictionary->get(row->key)).c_str());
   }
 }
 

@@ -4,27 +4,38 @@
 #include <variant>
 #include <vector>
 
+#include "brel/settings/table.h"
 #include "kavo/link.h"
-#include "tav/attr/abstract_dict.h"
+#include "tav/opt/log.h"
+#include "tav/opt/solver.h"
 
 namespace brel::settings {
 
 // A setting that was found, typed and within its bounds.
 struct Checked {
-  std::string name;
+  const Row* row;
   std::variant<int, double, std::string> value;
 };
 
-// Checks all settings of the host against the solver's own attributes, in the order in which they were given; of
-// several of one name the last counts, at its place. Raises an exception for the first one that is unknown, of the
-// wrong type, or out of range, naming where it was given and what is allowed. Takes no licence.
-std::vector<Checked> check(const trpRec* host, const tav::attr::AbstractItemDict& known);
+// What the host's settings come to.
+struct Given {
+  std::vector<Checked> settings;      // of several of one name the last, at its place
+  std::vector<const Row*> questions;  // settings whose value in force is asked for, name=?
+  std::vector<std::string> skipped;   // lines for the log about settings that are passed over
+};
 
-// Hands the settings to the solver, one call each.
-void apply(const std::vector<Checked>& settings, const tav::attr::AbstractItemDict& known);
+// Checks all settings of the host, in the order in which they were given. Raises an exception for the first one that is
+// unknown (suggesting names), of the wrong type or out of range (telling what is allowed), or that belongs to a feature
+// that does not exist yet; it names where the setting was given. A parameter that the solver has and the table leaves
+// out is passed over when it stands in a file, so that option files of other tools can be used. Takes no licence.
+Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& solver);
 
-// The typed value of a text: the whole of it must be a number. A double may be "inf" or "-inf", never NaN.
-bool parse(std::string_view text, int& value);
-bool parse(std::string_view text, double& value);
+// Hands the settings to the solver, one call each: before `setup` those that it takes only then, and after it the
+// others. Where a solver was set up long ago, the former must be as they are in force, or it refuses them.
+void applyBeforeSetup(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver);
+void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver);
+
+// Tells the host the values in force, a note each.
+void answer(trpRec* host, const std::vector<const Row*>& questions, tav::opt::AbstractSolver& solver);
 
 }  // namespace brel::settings

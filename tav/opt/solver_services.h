@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "tav/opt/codes.h"
 
@@ -15,6 +16,14 @@ class AbstractSolverServices {
   virtual std::string libraryText() const = 0;
   // Why the last solve ended.
   virtual StopReason stopReason() const = 0;
+
+  // The heading under which people look for a setting of the solver's own dictionary (AbstractSolver::shortName); empty
+  // for a key that is not provided.
+  virtual std::string settingGroup(int key) const = 0;
+  // Whether the solver takes this setting only before `setup`.
+  virtual bool isSetBeforeSetup(int key) const = 0;
+  // Whether the solver has a parameter of this name, in any case, be it in the dictionary or not.
+  virtual bool knowsParameter(std::string_view name) const = 0;
 };
 
 }  // namespace tav::opt

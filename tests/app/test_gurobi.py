@@ -111,7 +111,7 @@ class Gurobi(cli.FolderCase):
         for words, env, part in [
             (["big.mps"], {}, "10010"),
             (["small.mps"], {"GRBLINK_GUROBI": "/nosuch.so"}, "/nosuch.so"),
-            (["small.mps", "timelimit=-1"], {}, "timelimit"),
+            (["small.mps", "timelimit=-1"], {}, "TimeLimit=-1"),
             (["small.mps", "timelimit=soon"], {}, "soon"),
             (["small.mps", "nosuch=1"], {}, "nosuch"),
         ]:

@@ -17,7 +17,7 @@ LinkOverDouble* current = nullptr;
 
 int create(void** handle, char* message, int length) {
   try {
-    *handle = new brel::Link(std::make_shared<grb::Solver>(current->gurobi->library()), {});
+    *handle = new brel::Link(std::make_shared<grb::Solver>(current->gurobi->library()), current->definition);
     return 0;
   } catch (const std::exception& error) {
     std::strncpy(message, error.what(), static_cast<std::size_t>(length));

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "brel/link_def.h"
 #include "kavo/kavo.h"
 #include "tests/double/gurobi_double.h"
 
@@ -62,6 +63,8 @@ class LinkOverDouble {
   void scriptLp(const std::vector<double>& point, const std::vector<double>& slacks);
   void scriptMip(const std::vector<double>& point, const std::vector<double>& slacks);
 
+  /// Of the links that are opened.
+  brel::LinkDef definition;
   std::shared_ptr<gurobi_double::GurobiDouble> gurobi = gurobi_double::GurobiDouble::make();
 };
 

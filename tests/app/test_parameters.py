@@ -1,0 +1,153 @@
+"""The catalogue on real Gurobi: every parameter is set through an option file and read back; help and its page."""
+
+import json
+import pathlib
+import re
+import unittest
+
+import cli
+
+DOCUMENTS = pathlib.Path(__file__).parents[2] / "docs"
+
+# What Gurobi does only with help from elsewhere: a value that it takes, and what it says then.
+WITH_ERRORS = {
+    "ConcurrentJobs": (1, "No distributed workers available"),  # there is no cluster
+}
+
+
+def catalogue(yaml):
+    """The settings by name, with what is said of each; read as a line-oriented text, which YAML in block style is."""
+    settings, group = {}, None
+    for line in yaml.splitlines():
+        if re.match(r"^\S.*:$", line) and not line.startswith("- "):
+            group = line[:-1]
+        elif line.startswith("- !"):
+            latest = {"group": group, "kind": line[3:]}
+        elif found := re.match(r"^  (name|def|lo|up): (.*)$", line):
+            latest[found[1]] = found[2]
+            settings[latest["name"]] = latest
+    return settings
+
+
+def other_value(setting):
+    """Within the bounds and not the default."""
+    number = int if "Int32" in setting["kind"] else float
+    default, low, high = (number(float(setting[key])) for key in ("def", "lo", "up"))
+    candidates = [1000, default * 2, default / 2, default - 1, default + 1, low, high] if number is float else \
+                 [default + 1, default - 1]
+    return next(value for value in candidates if low <= value <= high and value != default)
+
+
+def as_told(value):
+    """A number as notes show it."""
+    return re.sub(r"(?<=\d)e([+-])0?(\d)\b", r"e\g<1>0\2", f"{value:.17g}" if float(f"{value:g}") != value else f"{value:g}")
+
+
+class Parameters(cli.FolderCase):
+    def setUp(self):
+        super().setUp()
+        run = self.run_program("--describe-options", "all.yaml")
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "", ""))
+        self.settings = catalogue(self.read("all.yaml"))
+
+    def gurobis(self):
+        """Names and values that are not the default, in the order of the catalogue."""
+        texts = {"NodefileDir": str(self.folder), "SolFiles": "found", "WorkerPassword": "open sesame",
+                 "ResultFile": "result.sol"}
+        own = {"Link", "Command line", "Plug-ins"}
+        names = [name for name, setting in self.settings.items() if setting["group"] not in own]
+        self.assertEqual(len(names), 161)
+        return {name: texts[name] if name in texts else other_value(self.settings[name]) for name in names}
+
+    def parameter_calls(self):
+        """(function, name, value) of each call that sets a parameter, but for the one that makes the link's own."""
+        calls = re.findall(r'^\d+ GRBset(int|dbl|str)param\(env, "(\w+)", (.*)\) = 0 ', self.read("trace"), re.MULTILINE)
+        self.assertEqual(calls[0], ("int", "LogToConsole", "0"))
+        return calls[1:]
+
+    def call_of(self, name, value):
+        kind = {"RangeInfo_Int32": "int", "RangeInfo_Float64": "dbl"}.get(self.settings[name]["kind"], "str")
+        text = "***" if name == "WorkerPassword" else f'"{value}"' if kind == "str" else as_told(value)
+        return kind, name, text
+
+    def test_an_option_file_of_20_makes_20_calls(self):
+        values = {"TimeLimit": 60, "MIPGap": 0.01, "Threads": 2, "Seed": 7, "MIPFocus": 1, "Method": 1, "NodefileDir": "a b",
+                  "FeasibilityTol": 1e-7, "Presolve": 1, "Cuts": 2, "Heuristics": 0.1, "WorkerPassword": "open sesame",
+                  "NodeLimit": 1000, "SolutionLimit": 5, "NumericFocus": 1, "PoolSolutions": 3, "BestObjStop": -1000,
+                  "IntFeasTol": 1e-6, "PrePasses": 2, "DisplayInterval": 1}
+        lines = "".join(f"{name.lower()} = {value}\n" for name, value in values.items())
+        self.write("run.opt", f"* twenty\nseed 1\nnames 0\nlogfile log\ncsclientlog 1\n{lines}outlev 0\n")
+        run = self.run_program("small.mps", "--options", "run.opt", "--trace", "trace", env={"grblink_options": "cuts=3"})
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertIn("optimal solution; objective 11\n", run.stdout)
+        self.assertEqual(self.parameter_calls(), [self.call_of(name, value) for name, value in values.items()])
+        log = self.read("log")
+        self.assertIn("run.opt, line 5: Gurobi has a parameter 'csclientlog' that is not among the options; skipped\n", log)
+        for text in (log, self.read("trace"), run.stdout):
+            self.assertNotIn("sesame", text)
+
+    def test_each_of_the_161_is_set_and_read_back(self):
+        values = self.gurobis()
+        alone = {name: values.pop(name) for name in WITH_ERRORS}
+        names, told, size = list(values), set(), 32
+        for begin in range(0, len(names), size):
+            chunk = names[begin:begin + size]
+            self.write("run.opt", "".join(f"{name} {values[name]}\n" for name in chunk) + " ?\n".join([*chunk, ""]))
+            run = self.run_program("small.mps", "--options", "run.opt", "--trace", "trace", "--json", "j", "outlev=0")
+            self.assertEqual((run.returncode, run.stderr), (0, ""))
+            calls = sorted(chunk, key=lambda name: name != "Record")  # taken only before Gurobi starts
+            self.assertEqual(self.parameter_calls(), [self.call_of(name, values[name]) for name in calls])
+            notes = dict(note.split("=", 1) for note in json.loads(self.read("j"))["notes"] if "=" in note)
+            for name in chunk:
+                with self.subTest(name=name):
+                    text = self.call_of(name, values[name])[2]
+                    shown = '"***"' if name == "WorkerPassword" else text
+                    self.assertEqual(notes[name].split(" (default")[0], shown)
+                    told.add(name)
+        for name, value in alone.items():
+            self.assertEqual(value, WITH_ERRORS[name][0])
+            run = self.run_program("small.mps", f"{name}={value}", "--trace", "trace", "outlev=0")
+            self.assertEqual((run.returncode, run.stdout), (1, ""))
+            self.assert_one_line(run.stderr, WITH_ERRORS[name][1])
+            self.assertEqual(self.parameter_calls(), [self.call_of(name, value)])
+            told.add(name)
+        self.assertEqual(len(told), 161)
+
+    def test_help_and_refusals(self):
+        run = self.run_program("--help-options", "MipGap")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertTrue(run.stdout.startswith("MIPGap\n    number from 0 to infinity, default 0.0001\n"))
+        self.assertIn("\nMIPGapAbs\n", run.stdout)
+        self.assertLessEqual(max(map(len, run.stdout.splitlines())), 80)
+        for word, parts in [
+            ("mipgap=-2", ["MIPGap=-2", "a number from 0 to 1e+100"]),
+            ("mipgpa=0.1", ["unknown option 'mipgpa'; did you mean MIPGap?"]),
+            ("lim:time=3", ["did you mean TimeLimit?"]),
+            ("miptrace=x", ["the option 'miptrace' has no effect in this version: it is for plug-in 9"]),
+            ("csclientlog=1", ["Gurobi has a parameter 'csclientlog' that is not among the options"]),
+        ]:
+            with self.subTest(word=word):
+                run = self.run_program("small.mps", word, "--trace", "trace")
+                self.assertEqual((run.returncode, run.stdout), (1, ""))
+                self.assert_one_line(run.stderr, "command line: ", *parts)
+                self.assertNotIn("GRBstartenv", self.read("trace"))  # no licence was taken
+                run = self.run_program("small", word, "-AMPL")
+                self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "", ""))
+                self.assertRegex(self.read("small.sol"), rf"(?s)error: .*{re.escape(parts[0])}.*\nobjno 0 500\n\Z")
+
+    def test_the_page_is_current_and_complete(self):
+        page = self.run_program("--option-page").stdout
+        self.assertEqual((DOCUMENTS / "options.md").read_text(), page, "renew it by building the target options_page")
+        self.assertEqual(re.findall(r"^\| `([^`]+)`", page, re.MULTILINE), list(self.settings))
+        named = re.findall(r"^\| \d+ \| `\w+` \| [\d to,]+ \|([^|]*)\|", (DOCUMENTS / "plugins.md").read_text(), re.MULTILINE)
+        plugins = [name for cell in named for name in re.findall(r"`(\w+)`", cell)]
+        unnamed = [f"plugin-attribute-{number}" for number in (3, 7, 8, 9, 11, 13, 14, 15, 16)]
+        self.assertEqual({name for name, setting in self.settings.items() if setting["group"] == "Plug-ins"},
+                         {*plugins, *unnamed})
+        self.assertEqual(len(self.settings), 4 + 15 + 161 + 26)
+        for name, setting in self.settings.items():
+            self.assertTrue(setting["group"], name)
+
+
+if __name__ == "__main__":
+    unittest.main()
