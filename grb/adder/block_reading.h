@@ -71,6 +71,12 @@ std::vector<T> readGiven(const tav::attr::BaseContainer& container, T otherwise)
   return result;
 }
 
+// Raises tav::CheckException unless `what` has as many values as the block has elements.
+void requireCount(std::string_view what, int size, int count);
+
+// The number of elements of a block: that of its largest container.
+int elementCount(const tav::attr::ContainerDict& standard);
+
 // Raises tav::CheckException unless every container of a group has `count` values, so that none is found to be short
 // when half of the block has been sent.
 void requireCounts(const tav::attr::ContainerDict& group, int count);

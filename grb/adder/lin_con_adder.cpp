@@ -14,7 +14,8 @@ namespace {
 
 using tav::opt::RowQuantity;
 
-std::vector<char> readSenses(const tav::attr::Container<int>& types) {
+std::vector<char> readSenses(const tav::attr::Container<int>& types, int count) {
+  requireCount("type", types.size(), count);
   std::vector<char> senses(static_cast<std::size_t>(types.size()));
   forEachValue<int>(types, types.size(),
                     [&](int i, int type) { senses[static_cast<std::size_t>(i)] = constrTypeToGurobi(type); });
@@ -45,10 +46,9 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto data = openRecord(record());
   const auto standard = block.group(tav::opt::tag::kConstraint);
   const auto own = block.group(kOwnGroup);
-  const auto domain = standard.get(RowQuantity::type).as<int>();
-  const int count = domain.size();
+  const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto senses = readSenses(domain);
+  const auto senses = readSenses(standard.get(RowQuantity::type).as<int>(), count);
   const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   requireCounts(own, count);

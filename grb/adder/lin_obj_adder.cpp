@@ -68,14 +68,15 @@ int modelSense(Data& data, int sense) {
 tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto data = openRecord(record());
   const auto standard = block.group(tav::opt::tag::kConstraint);
+  const int count = elementCount(standard);
+  if (count <= 0) return {};
   const auto types = readAll<int>(standard.get(ObjectiveQuantity::sense));
-  if (types.empty()) return {};
+  requireCount("sense", static_cast<int>(types.size()), count);
   if (data->quadraticObjectives.count() > 0 || data->nonlinearObjectives.count() > 0) {
     throw tav::opt::SupportException("Multiple objectives only supported with linear objectives.", adderLocation());
   }
   std::vector<int> senses(types.size());
   std::transform(types.begin(), types.end(), senses.begin(), objTypeToGurobi);
-  const int count = static_cast<int>(types.size());
   const LinearFunctions functions(standard.get(ObjectiveQuantity::function), count, *data);
   const auto own = block.group(kOwnGroup);
   requireCounts(own, count);

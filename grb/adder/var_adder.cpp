@@ -16,7 +16,8 @@ namespace {
 
 using tav::opt::VariableQuantity;
 
-std::vector<char> readTypes(const tav::attr::Container<int>& types) {
+std::vector<char> readTypes(const tav::attr::Container<int>& types, int count) {
+  requireCount("type", types.size(), count);
   std::vector<char> result(static_cast<std::size_t>(types.size()));
   forEachValue<int>(types, types.size(), [&](int i, int type) {
     constexpr unsigned char kNoType = 255;
@@ -58,10 +59,9 @@ tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
   const auto data = openRecord(record());
   const auto standard = block.group(tav::opt::tag::kVariable);
   const auto own = block.group(kOwnGroup);
-  const auto domain = standard.get(VariableQuantity::type).as<int>();
-  const int count = domain.size();
+  const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto types = readTypes(domain);
+  const auto types = readTypes(standard.get(VariableQuantity::type).as<int>(), count);
   requireCounts(standard, count);
   requireCounts(own, count);
   const BlockValues<double> lower(standard.get(VariableQuantity::lower));

@@ -40,17 +40,17 @@ TEST_F(VarAdderTest, SendsABlockInOneCallBehindOneReadOfTheCount) {
 
 TEST_F(VarAdderTest, SendsPartitionsOfAtLeastMinusOneAndNamesOneByOne) {
   const auto withNames = [](const OwnGroup& own) {
-    return variables({0, 0}, {{0, 0}, {1, 1}}, {{Q::name, values<const char*>({"a", "b"})}}, own);
+    return variables({0, 0, 0}, {{0, 0, 0}, {1, 1, 1}}, {{Q::name, values<const char*>({"a", "", "b"})}}, own);
   };
-  adder.add(withNames({{"partition", values<int>({-5, 0})}}));
+  adder.add(withNames({{"partition", values<int>({-5, 0, 3})}}));
   const auto calls = gurobi->takeCalls();
   EXPECT_THAT(
       Calls(calls.begin() + 2, calls.end()),
-      ElementsAre(R"(GRBsetintattrarray(m1, "Partition", 0, 2, [-1, 0]))",
-                  R"(GRBsetstrattrelement(m1, "VarName", 0, "a"))", R"(GRBsetstrattrelement(m1, "VarName", 1, "b"))"));
+      ElementsAre(R"(GRBsetintattrarray(m1, "Partition", 0, 3, [-1, 0, 3]))",
+                  R"(GRBsetstrattrelement(m1, "VarName", 0, "a"))", R"(GRBsetstrattrelement(m1, "VarName", 2, "b"))"));
   data->options.item(IntOption::names)->set(0, 0);
-  adder.add(withNames({{"partition", onlyAt(1, 7, 2)}}));
-  EXPECT_EQ(gurobi->calls().back(), R"(GRBsetintattrarray(m1, "Partition", 2, 2, [-1, 7]))");
+  adder.add(withNames({{"partition", onlyAt(1, 7, 3)}}));
+  EXPECT_EQ(gurobi->calls().back(), R"(GRBsetintattrarray(m1, "Partition", 3, 3, [-1, 7, -1]))");
   EXPECT_EQ(gurobi->count(Fn::GRBsetstrattrelement), 0);
 }
 
