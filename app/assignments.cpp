@@ -29,7 +29,10 @@ class Scanner {
 
   Assignment next() {
     const std::string name(take(std::min(text_.find_first_of(" \t\r\n="), text_.size())));
-    if (name.empty()) throw Failure(fmt::format("{}: a name is missing in front of \"{}\"", source_, text_));
+    if (name.empty()) {
+      const std::string_view word = text_.substr(0, text_.find_first_of(kBlanks));  // what follows may be secret
+      throw Failure(fmt::format("{}: a name is missing in front of \"{}\"", source_, word));
+    }
     skipBlanks();
     if (text_.starts_with('=')) take(1);
     skipBlanks();

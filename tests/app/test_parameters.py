@@ -39,8 +39,8 @@ def other_value(setting):
 
 
 def as_told(value):
-    """A number as notes show it."""
-    return re.sub(r"(?<=\d)e([+-])0?(\d)\b", r"e\g<1>0\2", f"{value:.17g}" if float(f"{value:g}") != value else f"{value:g}")
+    """A number as the trace and notes show it."""
+    return str(value) if isinstance(value, int) else f"{value:g}"
 
 
 class Parameters(cli.FolderCase):

@@ -19,7 +19,6 @@ namespace brel_test {
 namespace {
 
 using brel::settings::nearNames;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 template <class T>
@@ -89,7 +88,7 @@ TEST(SettingTexts, NamesThatWereMeant) {
   for (const auto& [wanted, names] : cases) EXPECT_EQ(nearNames(wanted, known), names) << wanted;
   EXPECT_THAT(nearNames("limit", known), testing::SizeIs(3)) << "never more than three";
   EXPECT_THAT(nearNames("timelimit", {}), IsEmpty());
-  EXPECT_THAT(nearNames(std::string(10'000'000, 'a'), known), IsEmpty());
+  EXPECT_THAT(nearNames(std::string(1'000'000, 'a'), known), IsEmpty());
 }
 
 // Everything that an info says, by property.
