@@ -211,8 +211,8 @@ constexpr NumberRow<int> kRows[] = {
      "0 keeps presolve from steps that cannot tell an infeasible model from an unbounded one. Set it to learn which of "
      "the two a model is."},
     {"IISMethod", -1, -1, 3,
-     "How an infeasible subsystem is found: -1 automatic, 0 faster, 1 smaller or for large LPs, 2 without looking at "
-     "bounds, 3 that of the relaxation of a MIP where it is infeasible. Change it when the search takes too long."},
+     "How an infeasible subsystem is found: -1 automatic, 0 quickly, 1 with smaller results (for LPs a way to try when "
+     "0 is slow), 2 without looking at bounds, 3 that of the relaxation of a MIP."},
     {"MIQCPMethod", -1, -1, 1,
      "How a MIP with quadratic constraints is solved: -1 automatic, 0 with the quadratic relaxation at each node, 1 "
      "with linear cuts around the quadratic constraints."},
@@ -284,8 +284,8 @@ constexpr NumberRow<int> kRows[] = {
      "Presolve before the first of several objectives: -1 automatic, 0 off, 1 a little, 2 aggressive. Aggressive may "
      "change objective values slightly."},
     {"Record", 0, 0, 1,
-     "1 writes the calls of the Gurobi library to files that can be replayed, for its support. Gurobi takes it only "
-     "before its environment is started and refuses it later."},
+     "1 writes the calls of the Gurobi library to files that can be replayed, for its support. It has to be set before "
+     "the first solve: Gurobi refuses it once it has started."},
     {"PoolSolutions", 10, 1, kMaxInt,
      "How many solutions of a MIP are kept. What is looked for besides the best one is chosen by PoolSearchMode."},
     {"PoolSearchMode", 0, 0, 2,

@@ -109,14 +109,14 @@ TEST(OptionSet, HasDefaultsAndBounds) {
 
 TEST(OptionSet, ADefaultIsNotAGivenValue) {
   const OptionSet options;
-  const OptionSet copy = options;
+  const std::vector<OptionSet> copies(1, options);
   EXPECT_FALSE(options.isGiven(IntOption::rerun));
   EXPECT_FALSE(options.isSetTo(IntOption::rerun, -1));
-  copy.item(IntOption::rerun)->set(-1, 0);
+  copies[0].item(IntOption::rerun)->set(-1, 0);
   EXPECT_TRUE(options.isSetTo(IntOption::rerun, -1)) << "copies share the items";
   EXPECT_FALSE(options.isSetTo(IntOption::rerun, 0));
   options.item(IntOption::rerun)->reset();
-  EXPECT_FALSE(copy.isGiven(IntOption::rerun));
+  EXPECT_FALSE(copies[0].isGiven(IntOption::rerun));
 
   const auto names = {std::pair(FileOption::readparams, "readparams"),
                       {FileOption::tuning, "tuning"},
