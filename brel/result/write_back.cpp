@@ -146,9 +146,7 @@ double gapOf(double objective, double bound) {
 }
 
 // What Gurobi holds as its bound then bounds nothing.
-bool isUnboundedOrInfeasible(int status) {
-  return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED;
-}
+bool isUnboundedOrInfeasible(int status) { return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED; }
 
 kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded) {
   using A = tav::opt::ModelAttribute;
