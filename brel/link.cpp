@@ -88,6 +88,9 @@ void Link::run() {
     settings::applyBeforeSetup(given.settings, *solver_);
     solver_->setup();
   }
+  settings::withdraw(inForce_, given.settings, *table_, *solver_);
+  inForce_.clear();
+  for (const settings::Checked& setting : given.settings) inForce_.emplace_back(setting.row->name());
   settings::apply(given.settings, *solver_);
   settings::answer(model_, given.questions, *solver_);
   const load::LoadedModel loaded = load::load(model_, *solver_);

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "brel/link_def.h"
 #include "brel/settings/table.h"
@@ -41,6 +43,7 @@ class Link {
   LinkDef definition_;
   trpRec* model_ = nullptr;
   std::optional<settings::Table> table_;  // of model_
+  std::vector<std::string> inForce_;      // names of what the last solve was given
 };
 
 }  // namespace brel

@@ -136,6 +136,9 @@ KAVO_API int kavo_check_writable(const char* path);
  * changes nothing and asks for the value in force, which a note of the solve tells. */
 KAVO_API int kavo_set_option(trpRec* model, const char* name, const char* value, const char* source, int line);
 
+/* Takes back all settings given so far; the next solve has what is given from then on, and defaults for the rest. */
+KAVO_API int kavo_clear_options(trpRec* model);
+
 /* Gives all settings of an option file, with the path as source. A line is "name value" or "name = value"; lines that
  * begin with * or # are comments; the value is the rest of the line, less the blanks and one pair of quotes around it.
  * KAVO_FILE names file and line when the file cannot be read or a line has no name, no value, or a quote that does not

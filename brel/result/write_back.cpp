@@ -14,7 +14,6 @@
 namespace brel::result {
 namespace {
 
-using tav::idx::lib::Range;
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 // The values of all elements that the solver has; none when it has no such quantity now.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <ranges>
 #include <span>
 #include <vector>
 
@@ -44,7 +45,7 @@ class Trail {
     for (const auto& step : steps_) step->startsForward(starts);
   }
   void resultsBack(RowResults& results) const {
-    for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) (*step)->resultsBack(results);
+    for (const auto& step : std::views::reverse(steps_)) step->resultsBack(results);
   }
 
  private:

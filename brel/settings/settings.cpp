@@ -101,9 +101,9 @@ class Collector {
   std::unordered_map<const Row*, std::size_t> places_;
 };
 
-bool isEarly(const Checked& setting, const tav::opt::AbstractSolver& solver) {
+bool isEarly(const Row& row, const tav::opt::AbstractSolver& solver) {
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
-  return services != nullptr && setting.row->owner == Owner::solver && services->isSetBeforeSetup(setting.row->key);
+  return services != nullptr && row.owner == Owner::solver && services->isSetBeforeSetup(row.key);
 }
 
 // Runs `use` with the item of a setting and the value, both typed.
@@ -120,6 +120,24 @@ void set(const Checked& setting, const tav::attr::AbstractItemDict& dictionary) 
 
 bool isInForce(const Checked& setting, const tav::attr::AbstractItemDict& dictionary) {
   return withItem(setting, dictionary, [](const auto& item, const auto& value) { return item.get() == value; });
+}
+
+template <class T>
+void setDefault(const Row& row, const tav::attr::BaseItem& item) {
+  const auto& info = dynamic_cast<const tav::attr::AbstractInfo<T>&>(*row.info);
+  if (info.hasDefault()) item.as<T>().set(info.getDefault());
+}
+
+void setDefault(const Row& row, const tav::attr::BaseItem& item) {
+  if (item.isResettable()) return item.reset();
+  switch (row.info->valueType()) {
+    case tav::attr::ValueType::kInt:
+      return setDefault<int>(row, item);
+    case tav::attr::ValueType::kDouble:
+      return setDefault<double>(row, item);
+    default:
+      return setDefault<std::string>(row, item);
+  }
 }
 
 std::string text(const std::string& value) { return fmt::format("\"{}\"", value); }
@@ -176,7 +194,17 @@ Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& so
 void applyBeforeSetup(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver) {
   const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
   for (const Checked& setting : settings) {
-    if (isEarly(setting, solver)) set(setting, *dictionary);
+    if (isEarly(*setting.row, solver)) set(setting, *dictionary);
+  }
+}
+
+void withdraw(const std::vector<std::string>& earlier, const std::vector<Checked>& given, const Table& table,
+              tav::opt::AbstractSolver& solver) {
+  const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
+  for (const std::string& name : earlier) {
+    const Row* row = table.find(name);
+    const bool again = std::any_of(given.begin(), given.end(), [row](const Checked& c) { return c.row == row; });
+    if (!again && row->owner == Owner::solver && !isEarly(*row, solver)) setDefault(*row, dictionary->get(row->key));
   }
 }
 
@@ -184,7 +212,7 @@ void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solve
   const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
   for (const Checked& setting : settings) {
     if (setting.row->owner != Owner::solver) continue;
-    if (!isEarly(setting, solver) || !isInForce(setting, *dictionary)) set(setting, *dictionary);
+    if (!isEarly(*setting.row, solver) || !isInForce(setting, *dictionary)) set(setting, *dictionary);
   }
 }
 

@@ -35,6 +35,11 @@ Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& so
 void applyBeforeSetup(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver);
 void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solver);
 
+// Gives settings of an earlier solve, by name, their defaults back, but for those that are given again and those that
+// the solver takes before `setup` only.
+void withdraw(const std::vector<std::string>& earlier, const std::vector<Checked>& given, const Table& table,
+              tav::opt::AbstractSolver& solver);
+
 // Tells the host the values in force, a note each.
 void answer(trpRec* host, const std::vector<const Row*>& questions, tav::opt::AbstractSolver& solver);
 

@@ -55,6 +55,15 @@ int kavo_set_option(trpRec* model, const char* name, const char* value, const ch
   });
 }
 
+int kavo_clear_options(trpRec* model) {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    record.settings.clear();
+    record.settingViews.clear();
+    record.ownSettings.clear();
+  });
+}
+
 int kavo_read_options(trpRec* model, const char* path) {
   return guard([&] {
     trpRec& record = needIdle(model);

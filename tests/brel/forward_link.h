@@ -2,6 +2,7 @@
 #ifndef TESTS_BREL_FORWARD_LINK_H
 #define TESTS_BREL_FORWARD_LINK_H
 
+/* C includes this too. NOLINTBEGIN(readability-identifier-naming,modernize-use-using) */
 struct trpRec;
 
 /* What the exports of a link of the same names do. */
@@ -15,5 +16,6 @@ struct link_functions {
 
 /* The library's function "forwardTo". */
 typedef void (*forward_to)(const struct link_functions* functions);
+/* NOLINTEND(readability-identifier-naming,modernize-use-using) */
 
 #endif

@@ -31,7 +31,7 @@ class Rewritten {
       result += fmt::format("x{} in [{:g}, {:g}] type {}", j, model.lower()[j], model.upper()[j],
                             static_cast<int>(model.columnType(j)));
       if (j >= columns_.count) result += fmt::format(" \"{}\"", model.auxiliaryNames()[j - columns_.count]);
-      result += "\n";
+      result += '\n';
     }
     constexpr const char* kSigns[]{">=", "<=", "="};
     for (std::size_t r = 0; r < model.rowCount(); ++r) {

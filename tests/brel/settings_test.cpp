@@ -64,6 +64,17 @@ class SettingsTest : public testing::Test {
   std::string log;
 };
 
+TEST_F(SettingsTest, WhatIsTakenBackIsAtItsDefaultInTheNextSolve) {
+  ASSERT_EQ(solveWith({{"timelimit", "5"}, {"threads", "2"}, {"names", "0"}}), KAVO_OK) << kavo_last_error();
+  EXPECT_EQ(kavo_set_option(model, "nosuch", "1", nullptr, 0), KAVO_OK);
+  EXPECT_NE(kavo_solve(model), KAVO_OK);
+  EXPECT_EQ(kavo_clear_options(model), KAVO_OK);
+  EXPECT_EQ(kavo_set_option(model, "threads", "3", nullptr, 0), KAVO_OK);
+  gurobi.takeCalls();
+  ASSERT_EQ(kavo_solve(model), KAVO_OK) << kavo_last_error();
+  EXPECT_THAT(parametersSet(), ElementsAre(HasSubstr(R"("TimeLimit", 1e+100)"), HasSubstr(R"("Threads", 3)")));
+}
+
 TEST_F(SettingsTest, AreSetWithOneCallEachInTheirTypesUnderGurobisNames) {
   ASSERT_EQ(
       solveWith(

@@ -65,7 +65,7 @@ TEST(PluginDefinition, SwitchesAllPluginsOnTheWriteBackLast) {
 
 // Without a Gurobi library, whose absence is the failure that hosts meet.
 class WithoutGurobi : public testing::Test {
- protected:
+ public:
   WithoutGurobi() { setenv("GRBLINK_GUROBI", "/nonexistent/libgurobi.so", 1); }
   ~WithoutGurobi() override { unsetenv("GRBLINK_GUROBI"); }
 
@@ -81,7 +81,7 @@ class WithoutGurobi : public testing::Test {
 };
 
 TEST_F(WithoutGurobi, CreateTellsWhyAsFarAsTheBufferReaches) {
-  const std::string message = create(4096, 4096).c_str();
+  const std::string message = create(4096, 4096).data();  // up to the zero
   EXPECT_THAT(message, HasSubstr("/nonexistent/libgurobi.so"));
   const int length = static_cast<int>(message.size());
   const std::size_t room = message.size() + 5;

@@ -62,7 +62,7 @@ class FakeLink {
   }
 
  private:
-  bool has(const char* name) const { return settings_.count(name) != 0; }
+  bool has(const char* name) const { return settings_.contains(name); }
   double number(const char* name, double otherwise) {
     return has(name) ? std::strtod(settings_[name].c_str(), nullptr) : otherwise;
   }

@@ -14,7 +14,6 @@ namespace kavo_test {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::HasSubstr;
 
 // Everything a link sees, as one comparable text.
