@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 
 #include "app/failure.h"
 
@@ -20,6 +21,10 @@ std::string_view unquoted(std::string_view value) {
   return value;
 }
 
+std::string shown(std::string_view word, bool mayBeSecret) {
+  return mayBeSecret || namesSecret(word) ? "a word that may be secret" : fmt::format("\"{}\"", word);
+}
+
 // Reads a list of words from front to back.
 class Scanner {
  public:
@@ -31,12 +36,16 @@ class Scanner {
     const std::string name(take(std::min(text_.find_first_of(" \t\r\n="), text_.size())));
     if (name.empty()) {
       const std::string_view word = text_.substr(0, text_.find_first_of(kBlanks));  // what follows may be secret
-      throw Failure(fmt::format("{}: a name is missing in front of \"{}\"", source_, word));
+      throw Failure(fmt::format("{}: a name is missing in front of {}", source_, shown(word, secret_)));
     }
     skipBlanks();
     if (text_.starts_with('=')) take(1);
     skipBlanks();
-    if (text_.empty()) throw Failure(fmt::format("{}: {} has no value", source_, name));
+    if (text_.empty()) {
+      const std::string what = secret_ ? shown(name, secret_) : name;
+      throw Failure(fmt::format("{}: {} has no value", source_, what));
+    }
+    secret_ = secret_ || namesSecret(name);
     const std::string value(isQuote(text_.front()) ? quoted(name)
                                                    : take(std::min(text_.find_first_of(kBlanks), text_.size())));
     skipBlanks();
@@ -60,18 +69,25 @@ class Scanner {
 
   std::string_view text_;
   const char* source_;
+  bool secret_ = false;  // a secret was given; a blank in its value would make a word of the rest
 };
 
 }  // namespace
 
-Assignment parseWord(const std::string& word) {
+bool namesSecret(std::string_view text) {
+  constexpr std::string_view kWord = "password";
+  const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
+  return std::search(text.begin(), text.end(), kWord.begin(), kWord.end(), same) != text.end();
+}
+
+Assignment parseWord(const std::string& word, bool mayBeSecret) {
   const std::size_t equals = word.find('=');
   const std::string_view text = word;
   const auto isBlank = [](char c) { return kBlanks.find(c) != std::string_view::npos; };
   std::string_view name = text.substr(0, std::min(equals, text.size()));
   while (!name.empty() && isBlank(name.back())) name.remove_suffix(1);
   if (equals == std::string::npos || name.empty()) {
-    throw Failure(fmt::format("command line: expected name=value, found \"{}\"", word));
+    throw Failure(fmt::format("command line: expected name=value, found {}", shown(word, mayBeSecret)));
   }
   std::string_view value = text.substr(equals + 1);
   while (!value.empty() && isBlank(value.front())) value.remove_prefix(1);

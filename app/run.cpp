@@ -35,7 +35,11 @@ void giveSettings(Session& session, const Arguments& arguments) {
     for (const Assignment& word : parseList(list, kOptionsVariable)) give(word);
   }
   for (const std::string& path : arguments.options) check(kavo_read_options(session.model(), path.c_str()));
-  for (const std::string& word : arguments.words) give(parseWord(word));
+  bool secret = false;  // a blank in the value of a secret makes the rest of it a word of its own
+  for (const std::string& word : arguments.words) {
+    give(parseWord(word, secret));
+    secret = secret || namesSecret(word);
+  }
 }
 
 class Run {

@@ -81,7 +81,10 @@ void Link::run() {
   solver_->setLog(log);
   const settings::Given given = settings::check(model_, *table_, *solver_);
   log->writeLine(solverText(*solver_));
-  for (const std::string& line : given.skipped) log->writeLine(line);
+  for (const std::string& line : given.skipped) {
+    log->writeLine(line);
+    kavo_link_note(model_, line.c_str());
+  }
   if (solver_->hasModel()) {
     solver_->clear();
   } else {
@@ -92,12 +95,12 @@ void Link::run() {
   inForce_.clear();
   for (const settings::Checked& setting : given.settings) inForce_.emplace_back(setting.row->name());
   settings::apply(given.settings, *solver_);
-  settings::answer(model_, given.questions, *solver_);
   const load::LoadedModel loaded = load::load(model_, *solver_);
   {
     const InterruptHook hook(model_, *solver_);
     solver_->solve();
   }
+  settings::answer(model_, given.questions, *solver_);  // a parameter file read by the solve has its say in them
   result::writeBack(model_, *solver_, loaded);
 }
 

@@ -1,5 +1,7 @@
 #include "grb/solver.h"
 
+#include <limits>
+
 #include "grb/adder/lin_con_adder.h"
 #include "grb/adder/lin_obj_adder.h"
 #include "grb/adder/var_adder.h"
@@ -127,6 +129,13 @@ std::string Solver::settingGroup(int key) const { return grb::settingGroup(key);
 bool Solver::isSetBeforeSetup(int key) const {
   const auto entry = entryOf(key);
   return entry && entry->info->name() == "Record";
+}
+
+// Gurobi cuts a longer text of a parameter without a word; the link's own file names have no limit.
+std::size_t Solver::longestText(int key) const {
+  const auto entry = entryOf(key);
+  const bool isParameter = entry && entry->kind == EntryKind::stringParameter;
+  return isParameter ? kStringParamSize - 1 : std::numeric_limits<std::size_t>::max();
 }
 
 bool Solver::knowsParameter(std::string_view name) const {

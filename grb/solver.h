@@ -52,6 +52,7 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
   tav::opt::StopReason stopReason() const override;
   std::string settingGroup(int key) const override;
   bool isSetBeforeSetup(int key) const override;
+  std::size_t longestText(int key) const override;
   bool knowsParameter(std::string_view name) const override;
 
  private:

@@ -49,14 +49,27 @@ T checkedNumber(const kavo_setting& setting, const lib::RangeInfo<T>& info) {
   refuse(setting, fmt::format("{}={}: the value must be {}", info.name(), shortened(setting.value), allowed(info)));
 }
 
-Checked checkedValue(const kavo_setting& setting, const Row& row) {
+std::size_t longestText(const Row& row, const tav::opt::AbstractSolver& solver) {
+  const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  return services != nullptr && row.owner == Owner::solver ? services->longestText(row.key) : std::string().max_size();
+}
+
+// A text that is refused is not shown: it is long, and it may be secret.
+std::string checkedText(const kavo_setting& setting, const Row& row, const tav::opt::AbstractSolver& solver) {
+  std::string text(setting.value);
+  const std::size_t longest = longestText(row, solver);
+  if (text.size() <= longest) return text;
+  refuse(setting, fmt::format("{}: the text has {} bytes and may have {}", row.name(), text.size(), longest));
+}
+
+Checked checkedValue(const kavo_setting& setting, const Row& row, const tav::opt::AbstractSolver& solver) {
   if (const auto* range = dynamic_cast<const lib::RangeInfo<int>*>(row.info.get())) {
     return {&row, checkedNumber(setting, *range)};
   }
   if (const auto* range = dynamic_cast<const lib::RangeInfo<double>*>(row.info.get())) {
     return {&row, checkedNumber(setting, *range)};
   }
-  return {&row, std::string(setting.value)};
+  return {&row, checkedText(setting, row, solver)};
 }
 
 [[noreturn]] void refuseUnknown(const kavo_setting& setting, const Table& table) {
@@ -178,7 +191,7 @@ Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& so
     if (row != nullptr) {
       requireActing(*setting, *row, table);
       const bool asks = std::string_view(setting->value) == "?";
-      asks ? given.questions.push_back(row) : settings.add(checkedValue(*setting, *row));
+      asks ? given.questions.push_back(row) : settings.add(checkedValue(*setting, *row, solver));
       continue;
     }
     if (!isWithheld(*setting, solver)) refuseUnknown(*setting, table);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,8 @@ class AbstractSolverServices {
   virtual std::string settingGroup(int key) const = 0;
   // Whether the solver takes this setting only before `setup`.
   virtual bool isSetBeforeSetup(int key) const = 0;
+  // The longest text, in bytes, that the solver takes for a setting of its dictionary.
+  virtual std::size_t longestText(int key) const = 0;
   // Whether the solver has a parameter of this name, in any case, be it in the dictionary or not.
   virtual bool knowsParameter(std::string_view name) const = 0;
 };

@@ -41,6 +41,18 @@ class Giving(cli.FolderCase):
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         self.assertIn("note: outlev=0 (default 1)\nnote: logfile=\"l\"\nnote: objno=1 (default 1)\n", run.stdout)
 
+    def test_no_message_shows_a_secret(self):
+        for words, listed in [
+            (["workerpassword=", "sEcr3t"], ""),
+            (["workerpassword:sEcr3t"], ""),
+            ([], "workerpassword=my sEcr3t"),
+        ]:
+            with self.subTest(words=words, listed=listed):
+                run = self.run_fake("small.mps", *words, env={"grblink_options": listed})
+                self.assertEqual((run.returncode, run.stdout), (1, ""))
+                self.assert_one_line(run.stderr, "grblink: ", "may be secret")
+                self.assertNotIn("sEcr3t", run.stderr)
+
     def test_what_is_wrong_names_file_and_line(self):
         self.write("bad.opt", "point 1\n\nlog 'a\n")
         self.write("own.opt", "* my options\nwantsol=16")

@@ -113,6 +113,12 @@ class Parameters(cli.FolderCase):
             told.add(name)
         self.assertEqual(len(told), 161)
 
+    def test_the_value_in_force_is_that_of_the_parameter_file(self):
+        self.write("a.prm", "MIPGap 0.2\n")
+        run = self.run_program("small.mps", "readparams=a.prm", "mipgap=0.3", "mipgap=?")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertIn("note: MIPGap=0.2 (default 0.0001)\n", run.stdout)
+
     def test_help_and_refusals(self):
         run = self.run_program("--help-options", "MipGap")
         self.assertEqual((run.returncode, run.stderr), (0, ""))

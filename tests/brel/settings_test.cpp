@@ -11,9 +11,11 @@
 namespace brel_test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 struct Setting {
   const char* name;
@@ -63,6 +65,14 @@ class SettingsTest : public testing::Test {
   HostModel model;
   std::string log;
 };
+
+TEST_F(SettingsTest, ATextThatGurobiWouldCutIsRefusedWithoutShowingIt) {
+  const std::string text(512, 's');
+  ASSERT_NE(solveWith({{"workerpassword", text.c_str(), "run.opt", 7}}), KAVO_OK);
+  EXPECT_THAT(kavo_last_error(), HasSubstr("run.opt, line 7: WorkerPassword: the text has 512 bytes and may have 511"));
+  EXPECT_EQ(std::string(kavo_last_error()).find("sss"), std::string::npos);
+  EXPECT_THAT(gurobi.calls(), Not(Contains(HasSubstr("GRBstartenv"))));
+}
 
 TEST_F(SettingsTest, WhatIsTakenBackIsAtItsDefaultInTheNextSolve) {
   ASSERT_EQ(solveWith({{"timelimit", "5"}, {"threads", "2"}, {"names", "0"}}), KAVO_OK) << kavo_last_error();
