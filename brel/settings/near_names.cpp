@@ -4,9 +4,9 @@
 #include <array>
 #include <tuple>
 
-#include "brel/settings/text.h"
 #include "brel/settings/usual_words.h"
 #include "tav/attr/abstract_dict.h"
+#include "tav/util/ascii.h"
 
 namespace brel::settings {
 namespace {
@@ -49,12 +49,12 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
 std::vector<std::string> nearNames(std::string_view wanted, const std::vector<std::string>& known) {
   if (wanted.empty() || wanted.size() > kLongest) return {};
-  const std::string text = lowerCased(wanted);
+  const std::string text = tav::util::lowerCased(wanted);
   const std::string_view usual = meaningOfUsualWord(text);
   std::vector<std::pair<Unlikeness, const std::string*>> found;
   for (const std::string& name : known) {
     const bool synonym = !usual.empty() && tav::attr::isSameName(name, usual);
-    const Unlikeness likeness = synonym ? Unlikeness{kSynonym, 0} : unlikeness(text, lowerCased(name));
+    const Unlikeness likeness = synonym ? Unlikeness{kSynonym, 0} : unlikeness(text, tav::util::lowerCased(name));
     if (std::get<0>(likeness) != kOther) found.emplace_back(likeness, &name);
   }
   std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -6,9 +6,9 @@
 #include "brel/host.h"
 #include "brel/settings/near_names.h"
 #include "brel/settings/parse.h"
-#include "brel/settings/text.h"
 #include "tav/attr/lib/range_info.h"
 #include "tav/opt/solver_services.h"
+#include "tav/util/ascii.h"
 
 namespace brel::settings {
 namespace {
@@ -47,7 +47,7 @@ Table::Table(const trpRec* host, tav::opt::AbstractSolver& solver, const LinkDef
 }
 
 const Row* Table::find(std::string_view name) const {
-  const auto found = places_.find(lowerCased(name));
+  const auto found = places_.find(tav::util::lowerCased(name));
   return found == places_.end() ? nullptr : &rows_[found->second];
 }
 
@@ -58,7 +58,7 @@ std::vector<std::string> Table::namesNear(std::string_view unknown) const {
 }
 
 void Table::add(Row row) {
-  if (places_.emplace(lowerCased(row.name()), rows_.size()).second) rows_.push_back(std::move(row));
+  if (places_.emplace(tav::util::lowerCased(row.name()), rows_.size()).second) rows_.push_back(std::move(row));
 }
 
 void Table::addHost(const trpRec* host) {

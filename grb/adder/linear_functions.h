@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <span>
 #include <vector>
 
 #include "grb/adder/adder.h"
+#include "grb/adder/block_reading.h"
 #include "tav/attr/container.h"
 #include "tav/attr/lib/linear_rows_container.h"
 #include "tav/math/symbol.h"
@@ -53,15 +53,10 @@ void LinearFunctions::forEach(const Use& use) const {
     }
     return;
   }
-  std::array<Symbol, kPortion> portion;
-  for (int first = 0; first < count_; first += kPortion) {
-    const int size = std::min(kPortion, count_ - first);
-    functions_.get(tav::idx::lib::Range(first, size), std::span(portion).first(static_cast<std::size_t>(size)));
-    for (int k = 0; k < size; ++k) {
-      const auto& function = portion[static_cast<std::size_t>(k)].asLinear();
-      use(first + k, LinearTerms{function.positions, function.coefficients, function.constant});
-    }
-  }
+  forEachValue<Symbol, kPortion>(functions_, count_, [&use](int i, const Symbol& symbol) {
+    const auto& function = symbol.asLinear();
+    use(i, LinearTerms{function.positions, function.coefficients, function.constant});
+  });
 }
 
 // Puts terms in increasing order of their positions and sums those of one position.

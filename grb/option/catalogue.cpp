@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "grb/option/rows.h"
+#include "tav/util/ascii.h"
 #include "tav/util/fnv1a.h"
 
 namespace grb {
@@ -46,14 +47,6 @@ void appendKeys(EntryKind kind, std::span<const Info> infos, std::vector<int>& k
   for (int index = 0; index < static_cast<int>(infos.size()); ++index) keys.push_back(static_cast<int>(kind) + index);
 }
 
-std::string lowerCased(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
-
 struct NameHash {
   std::size_t operator()(std::string_view name) const { return tav::util::fnv1a(name); }
 };
@@ -65,7 +58,7 @@ const NameIndex& nameIndex() {
   static NameIndex index;
   const std::lock_guard lock(building);
   if (index.empty()) {
-    for (const int key : entryKeys()) index.emplace(lowerCased(entryOf(key)->info->name()), key);
+    for (const int key : entryKeys()) index.emplace(tav::util::lowerCased(entryOf(key)->info->name()), key);
   }
   return index;
 }
@@ -128,7 +121,7 @@ std::optional<Entry> entryOf(int key) {
 
 std::optional<Entry> findEntry(std::string_view name) {
   const NameIndex& index = nameIndex();
-  const auto found = index.find(lowerCased(name));
+  const auto found = index.find(tav::util::lowerCased(name));
   return found == index.end() ? std::nullopt : entryOf(found->second);
 }
 

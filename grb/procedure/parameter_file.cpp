@@ -13,6 +13,7 @@
 #include <unordered_set>
 
 #include "grb/gurobi/constants.h"
+#include "tav/util/ascii.h"
 #include "tav/util/exception.h"
 
 namespace grb {
@@ -37,12 +38,6 @@ std::string_view nameIn(std::string_view line) {
   line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
   if (line.starts_with('#')) return {};
   return line.substr(0, line.find_first_of(" \t\r\v\f="));
-}
-
-std::string lowerCased(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return text;
 }
 
 // A name as it can be shown whatever bytes it is made of.
@@ -82,7 +77,7 @@ std::vector<NamedLine> namesInParameterFile(const std::string& file) {
   for (int number = 1; std::getline(in, line); ++number) {
     if (line.find('\0') != std::string::npos) refuse(file, "read", fmt::format("line {} is not a text", number));
     std::string name(nameIn(line));
-    if (!name.empty() && seen.insert(lowerCased(name)).second) names.push_back({std::move(name), number});
+    if (!name.empty() && seen.insert(tav::util::lowerCased(name)).second) names.push_back({std::move(name), number});
   }
   if (in.bad()) refuse(file, "read", std::strerror(errno));
   return names;
