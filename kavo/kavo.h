@@ -77,6 +77,90 @@ KAVO_API int kavo_add_columns(trpRec* model, size_t count, const double* lower, 
 KAVO_API int kavo_add_rows(trpRec* model, size_t count, const double* lower, const double* upper, const size_t* start,
                            const int* column, const double* value, const char* const* names);
 
+/* Operators of expressions. The numbers up to 82 are those of the .nl format, the others are kavo's own. Truth values
+ * are numbers: 0 is false, anything else true; a comparison gives 0 or 1. */
+typedef enum kavo_operator {
+  KAVO_OP_PLUS = 0,
+  KAVO_OP_MINUS = 1,
+  KAVO_OP_TIMES = 2,
+  KAVO_OP_DIVIDE = 3,
+  KAVO_OP_MOD = 4, /* x - y * trunc(x / y) */
+  KAVO_OP_POWER = 5,
+  KAVO_OP_LESS = 6, /* max(x - y, 0) */
+  KAVO_OP_MIN = 11,
+  KAVO_OP_MAX = 12,
+  KAVO_OP_FLOOR = 13,
+  KAVO_OP_CEIL = 14,
+  KAVO_OP_ABS = 15,
+  KAVO_OP_NEGATE = 16,
+  KAVO_OP_LOGICAL_OR = 20,
+  KAVO_OP_LOGICAL_AND = 21,
+  KAVO_OP_LESS_THAN = 22,
+  KAVO_OP_LESS_EQUAL = 23,
+  KAVO_OP_EQUAL = 24,
+  KAVO_OP_GREATER_EQUAL = 28,
+  KAVO_OP_GREATER_THAN = 29,
+  KAVO_OP_NOT_EQUAL = 30,
+  KAVO_OP_LOGICAL_NOT = 34,
+  KAVO_OP_IF_THEN_ELSE = 35, /* condition, then, else */
+  KAVO_OP_TANH = 37,
+  KAVO_OP_TAN = 38,
+  KAVO_OP_SQRT = 39,
+  KAVO_OP_SINH = 40,
+  KAVO_OP_SIN = 41,
+  KAVO_OP_LOG10 = 42,
+  KAVO_OP_LOG = 43,
+  KAVO_OP_EXP = 44,
+  KAVO_OP_COSH = 45,
+  KAVO_OP_COS = 46,
+  KAVO_OP_ATANH = 47,
+  KAVO_OP_ATAN2 = 48,
+  KAVO_OP_ATAN = 49,
+  KAVO_OP_ASINH = 50,
+  KAVO_OP_ASIN = 51,
+  KAVO_OP_ACOSH = 52,
+  KAVO_OP_ACOS = 53,
+  KAVO_OP_SUM = 54,
+  KAVO_OP_INTEGER_DIVIDE = 55, /* trunc(x / y) */
+  KAVO_OP_PRECISION = 56,      /* x, digits */
+  KAVO_OP_ROUND = 57,          /* x, digits */
+  KAVO_OP_TRUNC = 58,          /* x, digits */
+  KAVO_OP_COUNT = 59,          /* of true operands */
+  KAVO_OP_NUMBER_OF = 60,      /* the value, then where it is counted */
+  KAVO_OP_NUMBER_OF_SYMBOLIC = 61,
+  KAVO_OP_AT_LEAST = 62,         /* number, count */
+  KAVO_OP_AT_MOST = 63,          /* number, count */
+  KAVO_OP_PIECEWISE_LINEAR = 64, /* slope, breakpoint, slope, ..., slope, x; 0 at x = 0 */
+  KAVO_OP_IF_SYMBOLIC = 65,
+  KAVO_OP_EXACTLY = 66, /* number, count */
+  KAVO_OP_NOT_AT_LEAST = 67,
+  KAVO_OP_NOT_AT_MOST = 68,
+  KAVO_OP_NOT_EXACTLY = 69,
+  KAVO_OP_FOR_ALL = 70,
+  KAVO_OP_EXISTS = 71,
+  KAVO_OP_IMPLIES = 72, /* condition, then, else */
+  KAVO_OP_IF_AND_ONLY_IF = 73,
+  KAVO_OP_ALL_DIFFERENT = 74,
+  KAVO_OP_NOT_ALL_DIFFERENT = 75,
+  KAVO_OP_POWER_CONSTANT_EXPONENT = 76, /* exponent: a number */
+  KAVO_OP_SQUARE = 77,
+  KAVO_OP_POWER_CONSTANT_BASE = 78, /* base: a number */
+  KAVO_OP_CALL = 79,                /* index: the number of arguments; value: the number of the function */
+  KAVO_OP_NUMBER = 80,              /* value */
+  KAVO_OP_STRING = 81,              /* index: number of the string */
+  KAVO_OP_VARIABLE = 82,            /* index: the column */
+  KAVO_OP_DEFINED_VARIABLE = 83,    /* index: number of the defined variable */
+  KAVO_OP_LOG_BASE = 84,            /* x, base (a number) */
+  KAVO_OP_LOG2 = 85,
+  KAVO_OP_SIGMOID = 86,      /* 1 / (1 + exp(-x)) */
+  KAVO_OP_SIGNED_POWER = 87, /* x, exponent (a number): sign(x) |x|^e */
+  KAVO_OP_POLYNOMIAL = 88,   /* coefficients, of the highest power first, then x */
+  KAVO_OP_NORM1 = 89,
+  KAVO_OP_NORM2 = 90,
+  KAVO_OP_NORM_INF = 91,               /* the largest absolute value */
+  KAVO_OP_PIECEWISE_LINEAR_POINTS = 92 /* x1, y1, x2, y2, ..., xn, yn (numbers), then x */
+} kavo_operator;
+
 typedef enum kavo_sense { KAVO_MINIMIZE = 0, KAVO_MAXIMIZE = 1 } kavo_sense;
 
 /* Appends an objective: constant + sum of value*column. name may be NULL. */

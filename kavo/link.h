@@ -44,6 +44,9 @@ typedef struct kavo_rows {
   const double* lower;   /* count */
   const double* upper;   /* count */
   const int* expression; /* count: number of the row's expression, -1: none; NULL when no row has one */
+  const int* quadratic;  /* count: number of the row's quadratic terms, -1: none; NULL when no row has any */
+  const int* indicator;  /* count: binary column that switches the row on, -1: none; NULL when no row is switched */
+  const unsigned char* indicator_value; /* count: the value of that column, 0 or 1, at which the row holds; or NULL */
   kavo_names names;
 } kavo_rows;
 
@@ -54,8 +57,48 @@ typedef struct kavo_objective {
   const int* column;
   const double* value;
   int expression; /* -1: none */
+  int quadratic;  /* -1: none */
   const char* name;
 } kavo_objective;
+
+/* Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e are
+ * start[e] .. start[e+1]-1, its root is the last. What index and value mean: kavo_operator; the index of an operator
+ * that takes any number of operands is their number. */
+typedef struct kavo_expressions {
+  size_t count;
+  const size_t* start; /* count + 1 */
+  const kavo_operator* op;
+  const int* index;
+  const double* value;
+  size_t defined_count;
+  const int* defined; /* defined_count: the expression of each defined variable; it uses only lower-numbered ones */
+} kavo_expressions;
+
+/* Sums of value * first * second: the terms of sum q are start[q] .. start[q+1]-1; first <= second, no pair twice. */
+typedef struct kavo_quadratics {
+  size_t count;
+  const size_t* start; /* count + 1 */
+  const int *first, *second;
+  const double* value;
+} kavo_quadratics;
+
+/* Special ordered sets: the members of set s are start[s] .. start[s+1]-1, in the order of their weights, which differ.
+ */
+typedef struct kavo_sets {
+  size_t count;
+  const unsigned char* type; /* 1 or 2 */
+  const size_t* start;       /* count + 1 */
+  const int* column;
+  const double* weight;
+  kavo_names names;
+} kavo_sets;
+
+/* Constraints that an expression (of truth values) must be true. */
+typedef struct kavo_logical {
+  size_t count;
+  const int* expression; /* count */
+  kavo_names names;
+} kavo_logical;
 
 typedef struct kavo_suffix {
   size_t count;
@@ -69,6 +112,12 @@ KAVO_API int kavo_link_rows(const trpRec* model, kavo_rows* out);
 KAVO_API int kavo_link_objective_number(const trpRec* model, int* number);
 /* index counts from 0. */
 KAVO_API int kavo_link_objective(const trpRec* model, size_t index, kavo_objective* out);
+KAVO_API int kavo_link_expressions(const trpRec* model, kavo_expressions* out);
+KAVO_API int kavo_link_quadratics(const trpRec* model, kavo_quadratics* out);
+KAVO_API int kavo_link_sets(const trpRec* model, kavo_sets* out);
+KAVO_API int kavo_link_logical(const trpRec* model, kavo_logical* out);
+/* The name of an imported function, by its number in a call. */
+KAVO_API int kavo_link_function_name(const trpRec* model, size_t index, const char** name);
 /* count 0 when the model has no such suffix. kind: a kavo_kind. */
 KAVO_API int kavo_link_suffix(const trpRec* model, int kind, const char* name, kavo_suffix* out);
 /* NULL when none were given; NaN: unknown. */

@@ -11,6 +11,11 @@ using kavo::api::need;
 
 namespace {
 
+template <class T>
+const T* orNull(const std::vector<T>& values) {
+  return values.empty() ? nullptr : values.data();
+}
+
 kavo_names view(const kavo::Names& names) { return {names.text(), names.starts()}; }
 
 }  // namespace
@@ -34,7 +39,10 @@ int kavo_link_rows(const trpRec* model, kavo_rows* out) {
                         rows.value.data(),
                         rows.lower.data(),
                         rows.upper.data(),
-                        rows.expression.empty() ? nullptr : rows.expression.data(),
+                        orNull(rows.expression),
+                        orNull(rows.quadratic),
+                        orNull(rows.indicator),
+                        orNull(rows.indicatorValue),
                         view(rows.names)};
   });
 }
@@ -55,7 +63,51 @@ int kavo_link_objective(const trpRec* model, size_t index, kavo_objective* out) 
     }
     const kavo::Objective& objective = objectives[index];
     need(out, "out") = {objective.sense,        objective.constant,   objective.column.size(), objective.column.data(),
-                        objective.value.data(), objective.expression, objective.name.c_str()};
+                        objective.value.data(), objective.expression, objective.quadratic,     objective.name.c_str()};
+  });
+}
+
+int kavo_link_expressions(const trpRec* model, kavo_expressions* out) {
+  return guard([&] {
+    const kavo::Model& given = need(model).model;
+    const kavo::Expressions& all = given.expressions;
+    need(out, "out") = {all.size(),
+                        all.start.data(),
+                        all.op.data(),
+                        all.index.data(),
+                        all.value.data(),
+                        given.definedVariables.size(),
+                        given.definedVariables.data()};
+  });
+}
+
+int kavo_link_quadratics(const trpRec* model, kavo_quadratics* out) {
+  return guard([&] {
+    const kavo::Quadratics& all = need(model).model.quadratics;
+    need(out, "out") = {all.size(), all.start.data(), all.first.data(), all.second.data(), all.value.data()};
+  });
+}
+
+int kavo_link_sets(const trpRec* model, kavo_sets* out) {
+  return guard([&] {
+    const kavo::OrderedSets& sets = need(model).model.sets;
+    need(out, "out") = {sets.size(),        sets.type.data(),   sets.start.data(),
+                        sets.column.data(), sets.weight.data(), view(sets.names)};
+  });
+}
+
+int kavo_link_logical(const trpRec* model, kavo_logical* out) {
+  return guard([&] {
+    const kavo::Model& given = need(model).model;
+    need(out, "out") = {given.logical.size(), given.logical.data(), view(given.logicalNames)};
+  });
+}
+
+int kavo_link_function_name(const trpRec* model, size_t index, const char** name) {
+  return guard([&] {
+    const auto& functions = need(model).model.functions;
+    if (index >= functions.size()) throw kavo::Error(KAVO_INVALID, fmt::format("there is no function {}", index));
+    need(name, "name") = functions[index].c_str();
   });
 }
 

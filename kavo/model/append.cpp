@@ -190,6 +190,7 @@ void appendRows(Model& model, const RowData& data) {
   checkBounds(place, data.count, data.lower, data.upper);
   const auto mark = rows.names.mark();
   const std::size_t terms = rows.column.size(), starts = model.dualStart.size(), expressions = rows.expression.size();
+  const std::size_t quadratics = rows.quadratic.size(), indicators = rows.indicator.size();
   Rollback rollback([&] {
     rows.start.resize(present + 1);
     rows.column.resize(terms);
@@ -197,6 +198,9 @@ void appendRows(Model& model, const RowData& data) {
     rows.lower.resize(present);
     rows.upper.resize(present);
     rows.expression.resize(expressions);
+    rows.quadratic.resize(quadratics);
+    rows.indicator.resize(indicators);
+    rows.indicatorValue.resize(indicators);
     rows.names.revert(mark);
     model.dualStart.resize(starts);
   });
@@ -204,6 +208,11 @@ void appendRows(Model& model, const RowData& data) {
   extend(rows.lower, data.lower, data.count, -kInfinity);
   extend(rows.upper, data.upper, data.count, kInfinity);
   if (expressions > 0) rows.expression.resize(present + data.count, -1);
+  if (quadratics > 0) rows.quadratic.resize(present + data.count, -1);
+  if (indicators > 0) {
+    rows.indicator.resize(present + data.count, -1);
+    rows.indicatorValue.resize(present + data.count, 0);
+  }
   appendNames(rows.names, data.names, data.count, present);
   if (starts > 0) model.dualStart.resize(present + data.count, kUnknown);
   rollback.keep();

@@ -30,6 +30,11 @@ struct Rows {
   std::vector<double> value;
   std::vector<double> lower, upper;
   std::vector<int> expression;  // number of the row's expression or -1; empty when no row has one
+  std::vector<int> quadratic;   // number of the row's quadratic terms or -1; empty when no row has any
+  // The binary column that switches the row on, or -1, and the value (0 or 1) at which it does; both empty when no row
+  // is switched.
+  std::vector<int> indicator;
+  std::vector<unsigned char> indicatorValue;
   Names names;
 
   std::size_t size() const { return lower.size(); }
@@ -41,7 +46,30 @@ struct Objective {
   std::vector<int> column;
   std::vector<double> value;
   int expression = -1;
+  int quadratic = -1;
   std::string name;
+};
+
+// Sums of value * first * second, one after the other: the terms of sum q stand at start[q] .. start[q+1]-1. No pair of
+// columns stands twice in a sum, and first <= second.
+struct Quadratics {
+  std::vector<std::size_t> start{0};
+  std::vector<int> first, second;
+  std::vector<double> value;
+
+  std::size_t size() const { return start.size() - 1; }
+};
+
+// Special ordered sets: the members of set s stand at start[s] .. start[s+1]-1, in the order of their weights, which
+// differ within a set.
+struct OrderedSets {
+  std::vector<unsigned char> type;  // 1: at most one member is not 0; 2: at most two, which are neighbours
+  std::vector<std::size_t> start{0};
+  std::vector<int> column;
+  std::vector<double> weight;
+  Names names;
+
+  std::size_t size() const { return type.size(); }
 };
 
 // Expressions in postfix order (operands before their operator), one after the other: the nodes of expression e stand
@@ -85,6 +113,8 @@ struct Model {
   Rows rows;
   std::vector<Objective> objectives;
   Expressions expressions;
+  Quadratics quadratics;
+  OrderedSets sets;
   std::vector<int> definedVariables;  // the expression of each defined variable
   std::vector<int> logical;           // the expression of each logical constraint
   Names logicalNames;

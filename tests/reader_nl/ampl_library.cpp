@@ -28,7 +28,7 @@ namespace {
 constexpr int kOperators = 83;
 
 int numberOf(const expr* e) {
-  if (e->op == reinterpret_cast<efunc*>(f_OPNUM_ASL)) return static_cast<int>(Operator::number);
+  if (e->op == reinterpret_cast<efunc*>(f_OPNUM_ASL)) return static_cast<int>(KAVO_OP_NUMBER);
   return static_cast<int>(reinterpret_cast<std::intptr_t>(e->op));
 }
 
@@ -109,7 +109,7 @@ class AmplReader {
     return o;
   }
 
-  static bool isNumber(const expr* e) { return numberOf(e) == static_cast<int>(Operator::number); }
+  static bool isNumber(const expr* e) { return numberOf(e) == static_cast<int>(KAVO_OP_NUMBER); }
   static double value(const expr* e) { return reinterpret_cast<const expr_n*>(e)->v; }
 
   std::string defined(const expr* e, const linpart* linear, int count) {
@@ -150,7 +150,8 @@ class AmplReader {
     const std::size_t before = waiting.size();
     const auto ended = [&] { words.push_back(fmt::format("{}/{}", name, waiting.size() - before)); };
     // The library counts a power with a constant as an operator of one operand and keeps the constant aside.
-    const bool power = Operator{op} == Operator::powerConstantExponent || Operator{op} == Operator::powerConstantBase;
+    const bool power = static_cast<Operator>(op) == KAVO_OP_POWER_CONSTANT_EXPONENT ||
+                       static_cast<Operator>(op) == KAVO_OP_POWER_CONSTANT_BASE;
     switch (power ? 2 : op_type_ASL[op]) {
       case 1:
         words.push_back(name), waiting.push_back(e->L.e);

@@ -40,8 +40,8 @@ TEST(AmplLibrary, ReadsOurModelsAsWeDo) {
   for (const char* tree : trees) expectSame(folder.write("tree.nl", withBody(tree)));
   for (int number = 0; number < 75; ++number) {
     if (operatorName(number).empty() || number == 64 || number == 65) continue;
-    const int operands = arity(Operator{number}) < 0 ? 3 : arity(Operator{number});
-    std::string tree = fmt::format("o{}\n{}", number, arity(Operator{number}) < 0 ? "3\n" : "");
+    const int operands = arity(number) < 0 ? 3 : arity(number);
+    std::string tree = fmt::format("o{}\n{}", number, arity(number) < 0 ? "3\n" : "");
     for (int k = 0; k < operands; ++k) tree += k % 2 == 0 ? "v0\n" : "n3\n";
     expectSame(folder.write("operator.nl", withBody(tree)));
   }

@@ -31,12 +31,12 @@ std::string unsoundExpression(const Model& m, std::size_t e) {
     const auto index = static_cast<std::size_t>(all.index[k]);
     const int takes = arity(op) < 0 ? all.index[k] : arity(op);
     if (takes < 0 || takes > operands) return "operands are missing";
-    if (op == Operator::variable && index >= m.columns.size()) return "no such variable";
-    if (op == Operator::string && index >= all.strings.size()) return "no such string";
-    if (op == Operator::call && !(all.value[k] >= 0 && all.value[k] < static_cast<double>(m.functions.size()))) {
+    if (op == KAVO_OP_VARIABLE && index >= m.columns.size()) return "no such variable";
+    if (op == KAVO_OP_STRING && index >= all.strings.size()) return "no such string";
+    if (op == KAVO_OP_CALL && !(all.value[k] >= 0 && all.value[k] < static_cast<double>(m.functions.size()))) {
       return "no such function";
     }
-    if (op == Operator::definedVariable &&
+    if (op == KAVO_OP_DEFINED_VARIABLE &&
         (index >= m.definedVariables.size() || m.definedVariables[index] >= static_cast<int>(e))) {
       return "a defined variable is not defined before its use";
     }

@@ -47,19 +47,19 @@ std::string postfix(const Model& model, int expression) {
   for (std::size_t k = all.start[e]; k < all.start[e + 1]; ++k) {
     if (!text.empty()) text += ' ';
     switch (all.op[k]) {
-      case Operator::number:
+      case KAVO_OP_NUMBER:
         text += fmt::format("n{}", all.value[k]);
         break;
-      case Operator::variable:
+      case KAVO_OP_VARIABLE:
         text += fmt::format("v{}", all.index[k]);
         break;
-      case Operator::definedVariable:
+      case KAVO_OP_DEFINED_VARIABLE:
         text += fmt::format("d{}", all.index[k]);
         break;
-      case Operator::string:
+      case KAVO_OP_STRING:
         text += fmt::format("\"{}\"", all.strings[static_cast<std::size_t>(all.index[k])]);
         break;
-      case Operator::call:
+      case KAVO_OP_CALL:
         text += fmt::format("{}/{}", model.functions[static_cast<std::size_t>(all.value[k])], all.index[k]);
         break;
       default:

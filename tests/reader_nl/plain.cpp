@@ -33,11 +33,11 @@ class Postfix {
   std::string leaf(std::size_t k) const {
     const int index = all_.index[k];
     switch (all_.op[k]) {
-      case Operator::number:
+      case KAVO_OP_NUMBER:
         return fmt::format("n{}", all_.value[k]);
-      case Operator::string:
+      case KAVO_OP_STRING:
         return fmt::format("\"{}\"", all_.strings[static_cast<std::size_t>(index)]);
-      case Operator::variable:
+      case KAVO_OP_VARIABLE:
         return fmt::format("v{}", index);
       default:
         return fmt::format("v{}", index + static_cast<int>(model_.columns.size()));
@@ -48,18 +48,18 @@ class Postfix {
     Operator op = all_.op[k];
     const int operands = arity(op) < 0 ? all_.index[k] : arity(op);
     const auto isNumber = [this](std::size_t token) { return tokens_[token].front() == 'n'; };
-    if (op == Operator::power) {
+    if (op == KAVO_OP_POWER) {
       const std::size_t base = begins_[begins_.size() - 2], exponent = begins_.back();
       if (isNumber(exponent)) {
-        op = tokens_[exponent] == "n2" ? Operator::square : Operator::powerConstantExponent;
-        if (op == Operator::square) tokens_.pop_back();
+        op = tokens_[exponent] == "n2" ? KAVO_OP_SQUARE : KAVO_OP_POWER_CONSTANT_EXPONENT;
+        if (op == KAVO_OP_SQUARE) tokens_.pop_back();
       } else if (isNumber(base)) {
-        op = Operator::powerConstantBase;
+        op = KAVO_OP_POWER_CONSTANT_BASE;
       }
     }
     begins_.resize(begins_.size() + 1 - static_cast<std::size_t>(operands));
     std::string token(operatorName(static_cast<int>(op)));
-    if (op == Operator::call) token = model_.functions[static_cast<std::size_t>(all_.value[k])];
+    if (op == KAVO_OP_CALL) token = model_.functions[static_cast<std::size_t>(all_.value[k])];
     if (arity(op) < 0) token += fmt::format("/{}", operands);
     tokens_.push_back(token);
   }

@@ -51,13 +51,13 @@ TEST(NlTree, EveryOperatorNumber) {
     }
     ++taken;
     if (number == 64) continue;  // has a form of its own
-    const int operands = arity(Operator{number});
+    const int operands = arity(number);
     std::string text = operands < 0 ? tree + "4\n" : tree;
     for (int i = 0; i < (operands < 0 ? 4 : operands); ++i) text += "n1\n";
     if (number == 65) text = "o61\n1\n" + text;  // is a string, maybe
     const Model model = fromText(withBody(text));
     const auto& nodes = model.expressions.op;
-    EXPECT_NE(std::find(nodes.begin(), nodes.end(), Operator{number}), nodes.end());
+    EXPECT_NE(std::find(nodes.begin(), nodes.end(), static_cast<Operator>(number)), nodes.end());
     EXPECT_NE(failure(withBody(text.substr(0, text.size() - 3))), "") << "one operand is missing: " << text;
   }
   EXPECT_EQ(taken, 65);
@@ -115,7 +115,7 @@ TEST(NlTree, DeepTrees) {
   for (const auto& [tree, nodes] : cases) {
     const Model model = fromText(withBody(*tree));
     EXPECT_EQ(model.expressions.op.size(), nodes);
-    EXPECT_NE(model.expressions.op.back(), Operator::variable);
+    EXPECT_NE(model.expressions.op.back(), KAVO_OP_VARIABLE);
   }
 }
 

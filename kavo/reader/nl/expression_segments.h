@@ -87,12 +87,12 @@ class ExpressionSegments {
     for (int k = 0; k < linear; ++k) terms += pushLinearTerm();
     tree_.read();
     ++terms;
-    if (terms > 1 && nodes.op.back() == Operator::number && nodes.value.back() == 0) {
+    if (terms > 1 && nodes.op.back() == KAVO_OP_NUMBER && nodes.value.back() == 0) {
       nodes.pop();
       --terms;
     }
-    if (terms == 2) nodes.push(Operator::plus, 0, 0);
-    if (terms > 2) nodes.push(Operator::sum, terms, 0);
+    if (terms == 2) nodes.push(KAVO_OP_PLUS, 0, 0);
+    if (terms > 2) nodes.push(KAVO_OP_SUM, terms, 0);
     defined = nodes.end();
   }
 
@@ -101,7 +101,7 @@ class ExpressionSegments {
   int readExpression(double& constant) {
     Expressions& nodes = model_.expressions;
     tree_.read();
-    if (nodes.op.size() == nodes.start.back() + 1 && nodes.op.back() == Operator::number) {
+    if (nodes.op.size() == nodes.start.back() + 1 && nodes.op.back() == KAVO_OP_NUMBER) {
       constant = nodes.value.back();
       nodes.pop();
       return -1;
@@ -116,9 +116,9 @@ class ExpressionSegments {
     const double value = coefficient(source_);
     source_.endLine();
     if (value == 0) return 0;
-    if (value != 1) nodes.push(Operator::number, 0, value);
-    nodes.push(Operator::variable, column, 0);
-    if (value != 1) nodes.push(Operator::times, 0, 0);
+    if (value != 1) nodes.push(KAVO_OP_NUMBER, 0, value);
+    nodes.push(KAVO_OP_VARIABLE, column, 0);
+    if (value != 1) nodes.push(KAVO_OP_TIMES, 0, 0);
     return 1;
   }
 

@@ -70,12 +70,12 @@ class TreeReader {
 
   void pushNumber(double value) {
     source_.endLine();
-    nodes_.push(Operator::number, 0, value);
+    nodes_.push(KAVO_OP_NUMBER, 0, value);
     complete(Kind::constant);
   }
 
   void readString() {
-    nodes_.push(Operator::string, static_cast<int>(nodes_.strings.size()), 0);
+    nodes_.push(KAVO_OP_STRING, static_cast<int>(nodes_.strings.size()), 0);
     nodes_.strings.emplace_back(source_.string());
     source_.endLine();
     complete(Kind::symbol);
@@ -94,9 +94,9 @@ class TreeReader {
                                  draft_.header.defined));
     }
     if (i < variables) {
-      nodes_.push(Operator::variable, i, 0);
+      nodes_.push(KAVO_OP_VARIABLE, i, 0);
     } else if (draft_.model.definedVariables[static_cast<std::size_t>(i - variables)] >= 0) {
-      nodes_.push(Operator::definedVariable, i - variables, 0);
+      nodes_.push(KAVO_OP_DEFINED_VARIABLE, i - variables, 0);
     } else {
       source_.refuse(fmt::format("defined variable {} is used before its segment V", i));
     }
@@ -105,11 +105,11 @@ class TreeReader {
 
   void readOperator() {
     const int number = source_.integer("the number of an operator");
-    const Operator op{number};
-    const int operands = arity(op);
-    if (operands == -2 || op >= Operator::call) source_.refuse(fmt::format("there is no operator o{}", number));
+    const int operands = arity(number);
+    if (operands == -2 || number >= KAVO_OP_CALL) source_.refuse(fmt::format("there is no operator o{}", number));
+    const auto op = static_cast<Operator>(number);
     source_.endLine();
-    if (op == Operator::piecewiseLinear) return readPiecewise();
+    if (op == KAVO_OP_PIECEWISE_LINEAR) return readPiecewise();
     stack_.push_back({op, operands, operands, -1});
     if (operands < 0) {
       const int count = source_.integer("a number of operands");
@@ -132,9 +132,9 @@ class TreeReader {
     }
     source_.endLine();
     if (count > 0) {
-      stack_.push_back({Operator::call, count, count, function});
+      stack_.push_back({KAVO_OP_CALL, count, count, function});
     } else {
-      nodes_.push(Operator::call, 0, function);
+      nodes_.push(KAVO_OP_CALL, 0, function);
       complete(Kind::number);
     }
   }
@@ -148,16 +148,16 @@ class TreeReader {
     source_.endLine();
     double before = -HUGE_VAL;
     for (int i = 1; i <= slopes; ++i) {
-      nodes_.push(Operator::number, 0, readConstant("a slope"));
+      nodes_.push(KAVO_OP_NUMBER, 0, readConstant("a slope"));
       if (i == slopes) break;
       const double breakpoint = readConstant("a breakpoint");
       if (breakpoint < before) source_.refuse("the breakpoints of a piecewise-linear term must not decrease");
-      nodes_.push(Operator::number, 0, before = breakpoint);
+      nodes_.push(KAVO_OP_NUMBER, 0, before = breakpoint);
     }
     constexpr std::string_view kVariable = "the variable of a piecewise-linear term";
     if (source_.letter(kVariable) != 'v') source_.fail(kVariable);
     pushVariable();
-    nodes_.push(Operator::piecewiseLinear, 2 * slopes, 0);
+    nodes_.push(KAVO_OP_PIECEWISE_LINEAR, 2 * slopes, 0);
     complete(Kind::number);
   }
 
@@ -186,8 +186,8 @@ class TreeReader {
       Frame& frame = stack_.back();
       checkOperand(frame, kind);
       if (--frame.left > 0) return;
-      nodes_.push(frame.op, arity(frame.op) < 0 ? frame.operands : 0, frame.op == Operator::call ? frame.function : 0);
-      kind = frame.op == Operator::ifSymbolic ? Kind::symbol : Kind::number;
+      nodes_.push(frame.op, arity(frame.op) < 0 ? frame.operands : 0, frame.op == KAVO_OP_CALL ? frame.function : 0);
+      kind = frame.op == KAVO_OP_IF_SYMBOLIC ? Kind::symbol : Kind::number;
       stack_.pop_back();
     }
     if (kind == Kind::symbol) source_.refuse("the expression is a string, not a number");
@@ -198,11 +198,11 @@ class TreeReader {
     const int position = frame.operands - frame.left + 1;
     if (kind == Kind::symbol) {
       const bool takes =
-          frame.op == Operator::numberOfSymbolic || (frame.op == Operator::ifSymbolic && position > 1) ||
-          (frame.op == Operator::call && draft_.signatures[static_cast<std::size_t>(frame.function)].takesStrings);
+          frame.op == KAVO_OP_NUMBER_OF_SYMBOLIC || (frame.op == KAVO_OP_IF_SYMBOLIC && position > 1) ||
+          (frame.op == KAVO_OP_CALL && draft_.signatures[static_cast<std::size_t>(frame.function)].takesStrings);
       if (!takes) source_.refuse(fmt::format("operand {} of {} must be a number, not a string", position, name()));
-    } else if (kind != Kind::constant && ((frame.op == Operator::powerConstantExponent && position == 2) ||
-                                          (frame.op == Operator::powerConstantBase && position == 1))) {
+    } else if (kind != Kind::constant && ((frame.op == KAVO_OP_POWER_CONSTANT_EXPONENT && position == 2) ||
+                                          (frame.op == KAVO_OP_POWER_CONSTANT_BASE && position == 1))) {
       source_.refuse(fmt::format("operand {} of {} must be a constant", position, name()));
     }
   }
