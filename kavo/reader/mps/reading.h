@@ -6,7 +6,7 @@
 
 #include "kavo/model/model.h"
 #include "kavo/reader/mps/lines.h"
-#include "kavo/reader/mps/name_index.h"
+#include "kavo/reader/name_index.h"
 
 namespace kavo::reader::mps {
 

@@ -1,11 +1,11 @@
-#include "kavo/reader/mps/name_index.h"
+#include "kavo/reader/name_index.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
 
-namespace kavo::reader::mps {
+namespace kavo::reader {
 
 namespace {
 
@@ -75,4 +75,4 @@ int NameIndex::find(std::string_view name, int guess) const {
   return findPrepared(name, hashOf(name));
 }
 
-}  // namespace kavo::reader::mps
+}  // namespace kavo::reader

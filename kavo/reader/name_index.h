@@ -7,7 +7,7 @@
 
 #include "kavo/model/names.h"
 
-namespace kavo::reader::mps {
+namespace kavo::reader {
 
 // Finds elements by name: a hash table whose slots hold the hash and the element's number; the names themselves stay
 // where the model has them. It is made at once when all names are known, so that it never grows and memory is asked for
@@ -52,4 +52,4 @@ class NameIndex {
   int size_ = 0;
 };
 
-}  // namespace kavo::reader::mps
+}  // namespace kavo::reader
