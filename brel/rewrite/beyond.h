@@ -79,8 +79,10 @@ struct OrderedSets {
   LinearTerms members;              // values: the weights, which rise within a set
 };
 
-// Columns behind those of the user. `definition`: what the column stands for, in the graph of the user's expressions;
-// its value at a point of the user's is the column's. -1 when it follows from no expression.
+// Columns behind those of the user. `definition`: the node of the graph that the column stands for; its value at a point
+// is the column's. It was made before the column's own node and may use auxiliary columns before this one, so that one
+// sweep over the graph in which every auxiliary column takes its value from its definition gives all of them. -1 when
+// the column follows from no expression.
 struct AuxiliaryColumns {
   std::vector<double> lower, upper;
   std::vector<unsigned char> isInteger;
