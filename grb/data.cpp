@@ -26,18 +26,29 @@ void Data::requireInStep() {
                   held, variables.count()));
 }
 
-void Data::settleAfterError(int rows) {
-  const int sent = linearRows.count() + rows;
-  rowStores->resize(static_cast<std::size_t>(sent));
+bool Data::holdsAll() const {
+  const auto holds = [this](const char* count, int registered) { return model->getIntAttr(count) == registered; };
+  return holds("NumVars", variables.count()) && holds("NumConstrs", linearRows.count()) &&
+         holds("NumQConstrs", quadraticRows.count()) && holds("NumSOS", sosSets.count()) &&
+         holds("NumGenConstrs", static_cast<int>(generalConstraints.size()));
+}
+
+bool Data::isInStepAfterError() {
+  if (!lost_.empty()) return false;
+  rowStores->resize(static_cast<std::size_t>(linearRows.count()));
   try {
-    if (model->getIntAttr("NumVars") == variables.count() && model->getIntAttr("NumConstrs") == sent) {
-      linearRows.add(rows);
-      return;
-    }
+    if (holdsAll()) return true;
   } catch (const GurobiException&) {
     // a model whose counts cannot be read is no better than one whose counts are wrong
   }
   lost_ = "Gurobi discarded parts of the model when an earlier call failed; the model must be loaded anew.";
+  return false;
+}
+
+int Data::registerRow(char sense, double side) {
+  rowStores->senses.push_back(sense);
+  rowStores->sides.push_back(side);
+  return linearRows.add();
 }
 
 void Data::clear() {
@@ -45,6 +56,7 @@ void Data::clear() {
                              &linearObjectives, &quadraticObjectives, &nonlinearObjectives}) {
     registry->clear();
   }
+  generalConstraints.clear();
   variableStores = {};
   rowStores = std::make_shared<RowStores>();
   lost_.clear();

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "grb/callback/callback_context.h"
 #include "grb/element_stores.h"
@@ -13,6 +15,14 @@
 #include "tav/opt/adder.h"
 
 namespace grb {
+
+// Indicators, and the general constraints behind nonlinear rows and objectives, share one numbering in Gurobi. What
+// each of them is: an element of that registry, at that position.
+struct GeneralConstraint {
+  enum class Kind : std::uint8_t { indicator, nonlinearRow, nonlinearObjective };
+  Kind kind;
+  int position;
+};
 
 // The one record behind a solver. The adders, containers and commands that the solver hands out refer to it, or to its
 // model, weakly, so that each of them is safe to use after the solver is gone.
@@ -26,14 +36,19 @@ struct Data {
   std::mutex modelLock;  // serialises all changes of the Gurobi model
   OptionSet options;     // stays as it is when the model starts anew
 
+  // Whoever adds an element registers it as soon as Gurobi has taken it, auxiliary ones too.
   Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;
   Registry linearObjectives, quadraticObjectives, nonlinearObjectives;
+  std::vector<GeneralConstraint> generalConstraints;  // by Gurobi's index
   VariableStores variableStores;
   std::shared_ptr<RowStores> rowStores;
 
   // One adder per kind, made when first asked for. The pointers tell which part of the model is meant later.
   std::shared_ptr<tav::opt::AbstractVariableAdder> variableAdder;
-  std::shared_ptr<tav::opt::AbstractConstraintAdder> linearRowAdder, linearObjectiveAdder;
+  std::shared_ptr<tav::opt::AbstractConstraintAdder> linearRowAdder, quadraticRowAdder, nonlinearRowAdder, sosAdder;
+  std::shared_ptr<tav::opt::AbstractConstraintAdder> linearObjectiveAdder, quadraticObjectiveAdder,
+      nonlinearObjectiveAdder;
+  std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> indicatorAdder;
 
   std::uint64_t variableSpace() const { return variables.serial(); }
   bool hasObjective() const;
@@ -42,14 +57,20 @@ struct Data {
   // the head of every block, so that no failing call can discard what earlier blocks added. Throws when elements were
   // lost or added behind our back, or when an earlier block failed in a way that lost some.
   void requireInStep();
-  // After a failing add call of a block that had sent `rows` linear rows before: registers them when Gurobi still holds
-  // them and everything else; otherwise no further block is taken.
-  void settleAfterError(int rows);
+  // After a failing add call: whether Gurobi still holds exactly what is registered, so that the block may go on.
+  // Otherwise no further block is taken, and the block must let the error go on its way. To be called under the lock;
+  // may be called again for the same error.
+  bool isInStepAfterError();
+
+  // Registers one linear row that Gurobi has just taken, for those who bring no block of them; returns its position.
+  int registerRow(char sense, double side);
 
   // Forgets all elements, for a model that starts anew.
   void clear();
 
  private:
+  bool holdsAll() const;
+
   std::string lost_;  // why no further block is taken
 };
 

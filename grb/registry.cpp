@@ -11,10 +11,4 @@ std::atomic<std::uint64_t> lastSerial{0};
 
 Registry::Registry() : serial_(++lastSerial) {}
 
-tav::idx::lib::Range Registry::add(int n) {
-  const tav::idx::lib::Range positions(count_, n);
-  count_ += n;
-  return positions;
-}
-
 }  // namespace grb

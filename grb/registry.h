@@ -15,7 +15,13 @@ class Registry {
   std::uint64_t serial() const { return serial_; }
   int count() const { return count_; }
   // Positions for n new elements.
-  tav::idx::lib::Range add(int n);
+  tav::idx::lib::Range add(int n) {
+    const tav::idx::lib::Range positions(count_, n);
+    count_ += n;
+    return positions;
+  }
+  // The position of one new element.
+  int add() { return count_++; }
   void clear() { count_ = 0; }
 
  private:

@@ -70,9 +70,12 @@ std::shared_ptr<tav::opt::AbstractVariableAdder> Solver::makeVariableAdder(std::
 
 std::shared_ptr<tav::opt::AbstractConstraintAdder> Solver::makeConstraintAdder(std::string_view domain,
                                                                                std::string_view function) {
-  if (function != tag::kLinearFunction) return {};
-  if (domain == tag::kStaticBoundedDomain) return sharedAdder<LinConAdder>(data_->linearRowAdder, data_);
-  if (domain == tag::kSenseDomain) return sharedAdder<LinObjAdder>(data_->linearObjectiveAdder, data_);
+  if (domain == tag::kStaticBoundedDomain) {
+    if (function == tag::kLinearFunction) return sharedAdder<LinConAdder>(data_->linearRowAdder, data_);
+  }
+  if (domain == tag::kSenseDomain) {
+    if (function == tag::kLinearFunction) return sharedAdder<LinObjAdder>(data_->linearObjectiveAdder, data_);
+  }
   return {};
 }
 

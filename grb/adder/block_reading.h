@@ -100,14 +100,14 @@ class LockedModel {
  public:
   explicit LockedModel(Data& data) : data_(data), lock_(data.modelLock) { data.requireInStep(); }
 
-  // Runs calls that add to the model. rowsSent: how many linear rows Gurobi has taken in them, counted by them. When
-  // Gurobi refuses one, the record finds out what is left before the error goes on its way.
+  // Runs calls that add to the model; each element must be registered as soon as Gurobi has taken it. When Gurobi
+  // refuses one, the record finds out what is left before the error goes on its way.
   template <class Calls>
-  void add(const int& rowsSent, const Calls& calls) {
+  void add(const Calls& calls) {
     try {
       calls(*data_.model);
     } catch (const GurobiException&) {
-      data_.settleAfterError(rowsSent);
+      data_.isInStepAfterError();
       throw;
     }
   }

@@ -22,14 +22,14 @@ std::vector<char> readSenses(const tav::attr::Container<int>& types, int count) 
   return senses;
 }
 
-// sent counts the rows that Gurobi has taken.
-void sendRows(GurobiModel& model, const LinearFunctions& functions, std::span<const char* const> names,
-              std::span<const char> senses, int& sent) {
+void sendRows(Data& data, const LinearFunctions& functions, std::span<const char* const> names,
+              std::span<const char> senses) {
+  GurobiModel& model = *data.model;
   functions.forEach([&](int i, const LinearTerms& terms) {
     const auto k = static_cast<std::size_t>(i);
     const double side = -terms.constant;
     model.addConstr(terms.positions, terms.coefficients, senses[k], side, names.empty() ? "" : names[k]);
-    sent = i + 1;
+    data.linearRows.add();
   });
 }
 
@@ -58,9 +58,8 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   GurobiModel& model = *data->model;
   RowStores& stores = *data->rowStores;
   noteSides(stores, functions, senses);
-  int sent = 0;
-  locked.add(sent, [&](GurobiModel& m) { sendRows(m, functions, names.span(), senses, sent); });
-  const tav::idx::List positions = data->linearRows.add(count);
+  const tav::idx::List positions = tav::idx::lib::Range(data->linearRows.count(), count);
+  locked.add([&](GurobiModel&) { sendRows(*data, functions, names.span(), senses); });
 
   copyToStore(standard.get(RowQuantity::marginal), positions, stores.marginal);
   copyToStore(standard.get(RowQuantity::basis), positions, stores.basis);

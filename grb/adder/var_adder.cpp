@@ -72,7 +72,7 @@ tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
 
   LockedModel locked(*data);
   GurobiModel& model = *data->model;
-  locked.add(0, [&](GurobiModel& m) { m.addVars(count, {}, lower.span(), upper.span(), types, {}); });
+  locked.add([&](GurobiModel& m) { m.addVars(count, {}, lower.span(), upper.span(), types, {}); });
   const tav::idx::List positions = data->variables.add(count);
 
   VariableStores& stores = data->variableStores;

@@ -6,6 +6,7 @@
 
 #include "tav/math/expression.h"
 #include "tav/math/linear_function.h"
+#include "tav/math/quadratic_function.h"
 #include "tav/math/symbol_kind.h"
 #include "tav/math/vector.h"
 
@@ -33,6 +34,11 @@ class Symbol {
   static Symbol ofView(ExpressionView<T> view, std::shared_ptr<const Expression<T>> owner = nullptr) {
     return make<6>(Part{view, std::move(owner)});
   }
+  // Not null. A function that stands in an array of many is given as a pointer that shares the array's owner, or none
+  // (the aliasing constructor): that allocates nothing.
+  static Symbol ofQuadratic(std::shared_ptr<const QuadraticFunction<T>> function) {
+    return make<7>(std::move(function));
+  }
 
   Kind kind() const { return static_cast<Kind>(payload_.index()); }
   bool is(Kind kind) const { return this->kind() == kind; }
@@ -46,6 +52,7 @@ class Symbol {
   const Call<T>& asCall() const { return payload<4>(); }
   // What is to be walked, of either kind of expression. Valid as long as this symbol, or the expression.
   ExpressionView<T> asExpression() const { return is(Kind::kExpression) ? payload<5>()->whole() : payload<6>().view; }
+  const QuadraticFunction<T>& asQuadratic() const { return *payload<7>(); }
 
  private:
   struct Part {
@@ -54,7 +61,7 @@ class Symbol {
   };
   // In the order of SymbolKind.
   using Payload = std::variant<Variable, T, std::shared_ptr<const Vector<T>>, LinearFunction<T>, Call<T>,
-                               std::shared_ptr<const Expression<T>>, Part>;
+                               std::shared_ptr<const Expression<T>>, Part, std::shared_ptr<const QuadraticFunction<T>>>;
 
   template <std::size_t kIndex, class V>
   Symbol(std::in_place_index_t<kIndex> index, V&& value) : payload_(index, std::forward<V>(value)) {}

@@ -18,6 +18,8 @@ std::string_view kindName(SymbolKind kind) {
       return "expression";
     case SymbolKind::kExpressionView:
       return "expression view";
+    case SymbolKind::kQuadratic:
+      return "quadratic function";
   }
   return "unknown";
 }

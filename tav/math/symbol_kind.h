@@ -17,10 +17,11 @@ enum class SymbolKind : int {
   kCall = 4,
   kExpression = 5,
   kExpressionView = 6,
+  kQuadratic = 7,
 };
 
 // The kind as messages call it: "variable", "constant", "vector argument", "linear function", "function call",
-// "expression", "expression view".
+// "expression", "expression view", "quadratic function".
 std::string_view kindName(SymbolKind kind);
 
 // A variable: its position (0-based) in a variable space.

@@ -50,7 +50,8 @@ class Block {
 
 class VariableContainer : public Block {};
 class ConstraintContainer : public Block {};
-// Constraints of which each is linked to a variable that switches it on.
+// Constraints of which each is linked to a variable that switches it on; a further group (tag::kConstraintLink) tells
+// of the links.
 class LinkedConstraintContainer : public Block {};
 
 }  // namespace tav::opt

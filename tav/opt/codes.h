@@ -55,5 +55,8 @@ enum class StopReason : std::uint8_t {
 enum class VariableType : int { continuous = 0, integer = 1, semicontinuous = 2, semiinteger = 3 };
 enum class RowType : int { greaterOrEqual = 0, lessOrEqual = 1, equal = 2 };
 enum class ObjectiveSense : int { minimize = 0, maximize = 1 };
+enum class SosType : int { one = 0, two = 1 };
+// The value of the linked variable that switches a row on.
+enum class LinkType : int { zero = 2, one = 3 };
 
 }  // namespace tav::opt

@@ -31,6 +31,15 @@ struct RowQuantity {
   static constexpr int basis = 7;  // BasisStatus, int
   static constexpr int sideRangeLow = 8;
   static constexpr int sideRangeHigh = 9;
+  // Of an ordered set (SosType), whose function's variables are its members. Symbol: a vector with a value per member,
+  // or one constant for all of them.
+  static constexpr int weights = 10;
+};
+
+// What a block of linked rows says of each link, in a group of its own (tag::kConstraintLink).
+struct LinkQuantity {
+  static constexpr int type = 0;      // LinkType, int
+  static constexpr int variable = 1;  // Symbol: a variable
 };
 
 struct ObjectiveQuantity {
