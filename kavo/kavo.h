@@ -78,7 +78,8 @@ KAVO_API int kavo_add_rows(trpRec* model, size_t count, const double* lower, con
                            const int* column, const double* value, const char* const* names);
 
 /* Operators of expressions. The numbers up to 82 are those of the .nl format, the others are kavo's own. Truth values
- * are numbers: 0 is false, anything else true; a comparison gives 0 or 1. */
+ * are numbers: 0 is false, anything else true; a comparison gives 0 or 1. Operands that must be numbers say so: there
+ * stands a node KAVO_OP_NUMBER. */
 typedef enum kavo_operator {
   KAVO_OP_PLUS = 0,
   KAVO_OP_MINUS = 1,
@@ -128,9 +129,11 @@ typedef enum kavo_operator {
   KAVO_OP_COUNT = 59,          /* of true operands */
   KAVO_OP_NUMBER_OF = 60,      /* the value, then where it is counted */
   KAVO_OP_NUMBER_OF_SYMBOLIC = 61,
-  KAVO_OP_AT_LEAST = 62,         /* number, count */
-  KAVO_OP_AT_MOST = 63,          /* number, count */
-  KAVO_OP_PIECEWISE_LINEAR = 64, /* slope, breakpoint, slope, ..., slope, x; 0 at x = 0 */
+  KAVO_OP_AT_LEAST = 62, /* number, count: count >= number */
+  KAVO_OP_AT_MOST = 63,  /* number, count */
+  /* slope, breakpoint, slope, ..., slope (numbers, at least two slopes; breakpoints not decreasing), then x; the
+   * function is continuous and 0 at x = 0 */
+  KAVO_OP_PIECEWISE_LINEAR = 64,
   KAVO_OP_IF_SYMBOLIC = 65,
   KAVO_OP_EXACTLY = 66, /* number, count */
   KAVO_OP_NOT_AT_LEAST = 67,
@@ -150,16 +153,39 @@ typedef enum kavo_operator {
   KAVO_OP_STRING = 81,              /* index: number of the string */
   KAVO_OP_VARIABLE = 82,            /* index: the column */
   KAVO_OP_DEFINED_VARIABLE = 83,    /* index: number of the defined variable */
-  KAVO_OP_LOG_BASE = 84,            /* x, base (a number) */
+  KAVO_OP_LOG_BASE = 84,            /* x, base (a number above 0, not 1) */
   KAVO_OP_LOG2 = 85,
   KAVO_OP_SIGMOID = 86,      /* 1 / (1 + exp(-x)) */
   KAVO_OP_SIGNED_POWER = 87, /* x, exponent (a number): sign(x) |x|^e */
-  KAVO_OP_POLYNOMIAL = 88,   /* coefficients, of the highest power first, then x */
+  KAVO_OP_POLYNOMIAL = 88,   /* coefficients (numbers, at least one), of the highest power first, then x */
   KAVO_OP_NORM1 = 89,
   KAVO_OP_NORM2 = 90,
-  KAVO_OP_NORM_INF = 91,               /* the largest absolute value */
-  KAVO_OP_PIECEWISE_LINEAR_POINTS = 92 /* x1, y1, x2, y2, ..., xn, yn (numbers), then x */
+  KAVO_OP_NORM_INF = 91, /* the largest absolute value */
+  /* x1, y1, x2, y2, ..., xn, yn (numbers, at least two points; x not decreasing, equal ones make a jump, but not at the
+   * ends), then x; the first and the last piece go on beyond the points */
+  KAVO_OP_PIECEWISE_LINEAR_POINTS = 92
 } kavo_operator;
+
+/* The operator's name for messages, such as "atan2"; "" for a number that is no operator. */
+KAVO_API const char* kavo_operator_name(int op);
+/* How many operands it takes: 0 or more; -1: as many as the node's index says; -2: no operator. */
+KAVO_API int kavo_operator_arity(int op);
+
+/* Appends `count` expressions; *first (which may be NULL) is the number of the first of them. They are written in
+ * postfix order, operands before their operator: (x0 + 2) * x1 is VARIABLE, NUMBER, PLUS, VARIABLE, TIMES. start:
+ * count + 1 entries, start[0] = 0; op (a kavo_operator), index, value: start[count] entries; the nodes of expression i
+ * are start[i] .. start[i+1]-1, at least one. index counts for variables, defined variables and operators that take any
+ * number of operands (their number, 1 or more), value for numbers (finite); elsewhere both are ignored. Strings, calls
+ * of imported functions and the operators of strings come from .nl files only (KAVO_NOT_SUPPORTED). An expression does
+ * nothing until an element uses it; several may use the same. */
+KAVO_API int kavo_add_expressions(trpRec* model, size_t count, const size_t* start, const int* op, const int* index,
+                                  const double* value, int* first);
+
+/* Appends `count` defined variables, given like expressions, each of which stands for its expression wherever
+ * KAVO_OP_DEFINED_VARIABLE has its number: what several elements use is written, and computed, once. *first is the
+ * number of the first. A defined variable may use those with a lower number, also of the same call. */
+KAVO_API int kavo_add_defined_variables(trpRec* model, size_t count, const size_t* start, const int* op,
+                                        const int* index, const double* value, int* first);
 
 typedef enum kavo_sense { KAVO_MINIMIZE = 0, KAVO_MAXIMIZE = 1 } kavo_sense;
 
@@ -171,15 +197,55 @@ KAVO_API int kavo_add_objective(trpRec* model, int sense, double constant, size_
  * does not exist; a model without any is solved without. */
 KAVO_API int kavo_set_objective_number(trpRec* model, int number);
 
+/* Elements of a model. The numbers 0 to 3 are those of suffixes in the AMPL protocol. */
+typedef enum kavo_kind {
+  KAVO_COLUMN = 0,
+  KAVO_ROW = 1,
+  KAVO_OBJECTIVE = 2,
+  KAVO_MODEL = 3,
+  KAVO_LOGICAL = 4, /* logical constraints */
+  KAVO_SET = 5      /* special ordered sets */
+} kavo_kind;
+
+/* Gives `count` rows (KAVO_ROW) or objectives (KAVO_OBJECTIVE) a nonlinear part: expression[i] is added to what element
+ * index[i] has of linear and quadratic terms. It takes the place of an earlier one; -1: none. */
+KAVO_API int kavo_set_expressions(trpRec* model, int kind, size_t count, const int* index, const int* expression);
+
+/* Gives `count` rows or objectives quadratic terms: element index[i] gets the sum of value*first*second over the terms
+ * start[i] .. start[i+1]-1, which is added to its linear terms. start: count + 1 entries, start[0] = 0; first, second,
+ * value: start[count] entries, columns and coefficients. x*y and y*x are one pair; the terms of one pair are summed,
+ * and no term is halved or doubled: the square of column 0 is 0, 0, 1. An element can be given quadratic terms once. */
+KAVO_API int kavo_add_quadratic_terms(trpRec* model, int kind, size_t count, const int* index, const size_t* start,
+                                      const int* first, const int* second, const double* value);
+/* The quadratic terms of a row or objective, in the order of (first, second) with first <= second; *count is 0 when it
+ * has none. The pointers may be NULL when they are not wanted. */
+KAVO_API int kavo_quadratic_terms(const trpRec* model, int kind, size_t index, size_t* count, const int** first,
+                                  const int** second, const double** value);
+
+/* Appends `count` logical constraints: the value of expression[i] must be true. Names as for columns. */
+KAVO_API int kavo_add_logical(trpRec* model, size_t count, const int* expression, const char* const* names);
+
+/* Appends `count` special ordered sets. type: 1 (at most one member is not 0) or 2 (at most two, which are neighbours);
+ * start: count + 1 entries, start[0] = 0; column, weight: start[count] entries; the members of set i are start[i] ..
+ * start[i+1]-1, at least two different columns, in the order of their weights, which differ. weight NULL: the order is
+ * that in which they are given. Names as for columns. */
+KAVO_API int kavo_add_sets(trpRec* model, size_t count, const unsigned char* type, const size_t* start,
+                           const int* column, const double* weight, const char* const* names);
+
+/* Switches `count` rows: row[i] must hold only when column[i] has the value value[i], 0 or 1 (NULL: 1). The column must
+ * be KAVO_BINARY, or KAVO_INTEGER with bounds within [0, 1]; types and bounds cannot change later. A second call for a
+ * row replaces the first. */
+KAVO_API int kavo_set_indicators(trpRec* model, size_t count, const int* row, const int* column,
+                                 const unsigned char* value);
+
 /* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
 KAVO_API int kavo_set_start(trpRec* model, const double* primal, const double* dual);
 
-typedef enum kavo_kind { KAVO_COLUMN = 0, KAVO_ROW = 1, KAVO_OBJECTIVE = 2, KAVO_MODEL = 3 } kavo_kind;
-
 /* Gives `count` elements of a kind a named value (a suffix); integer values are given as doubles. Elements not listed
  * have none. A second call with the same kind and name replaces the first. The link takes of these
- *   columns: partition, feaspref, priority;   rows: lazy, feaspref
- * and ignores the others. */
+ *   columns: partition, feaspref, priority;   rows: lazy, feaspref, trynonlin
+ * and ignores the others. objpriority, objweight, objabstol and objreltol of objectives are kept for a solve of several
+ * objectives at once. */
 KAVO_API int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, const int* index,
                              const double* value);
 
@@ -187,8 +253,20 @@ KAVO_API int kavo_set_name(trpRec* model, const char* name);
 
 /* Number of columns, rows, nonzeros, objectives. Any pointer may be NULL. */
 KAVO_API int kavo_counts(const trpRec* model, size_t* columns, size_t* rows, size_t* nonzeros, size_t* objectives);
-/* Name of an element of a kind; "_svar[1]", "_scon[1]", "_sobj[1]" (counted from 1) when none was given. Valid until
- * the next call with this model. */
+
+/* What else a model has. */
+typedef struct kavo_sizes {
+  size_t expressions, nodes; /* all, used or not */
+  size_t defined_variables;
+  size_t quadratic_terms; /* of rows and objectives */
+  size_t logical;
+  size_t sets, members; /* special ordered sets, and their members in all */
+  size_t indicators;    /* switched rows */
+} kavo_sizes;
+KAVO_API int kavo_get_sizes(const trpRec* model, kavo_sizes* sizes);
+
+/* Name of an element of a kind; when none was given, "_svar[1]", "_scon[1]", "_sobj[1]", "_slogcon[1]", "_sset[1]"
+ * (counted from 1). Valid until the next call with this model. */
 KAVO_API int kavo_name(trpRec* model, int kind, size_t index, const char** name);
 
 /* ---- files ---- */

@@ -12,8 +12,8 @@
 
 using kavo::Error;
 using kavo::api::guard;
+using kavo::api::guardChange;
 using kavo::api::need;
-using kavo::api::needForChange;
 using kavo::api::needIdle;
 
 namespace {
@@ -71,25 +71,25 @@ int kavo_free(trpRec** model) {
 
 int kavo_add_columns(trpRec* model, size_t count, const double* lower, const double* upper, const unsigned char* type,
                      const char* const* names) {
-  return guard([&] { kavo::appendColumns(needForChange(model).model, {count, lower, upper, type, names}); });
+  return guardChange(model, [&](kavo::Model& m) { kavo::appendColumns(m, {count, lower, upper, type, names}); });
 }
 
 int kavo_add_rows(trpRec* model, size_t count, const double* lower, const double* upper, const size_t* start,
                   const int* column, const double* value, const char* const* names) {
-  return guard(
-      [&] { kavo::appendRows(needForChange(model).model, {count, lower, upper, start, column, value, names}); });
+  return guardChange(model,
+                     [&](kavo::Model& m) { kavo::appendRows(m, {count, lower, upper, start, column, value, names}); });
 }
 
 int kavo_add_objective(trpRec* model, int sense, double constant, size_t terms, const int* column, const double* value,
                        const char* name) {
-  return guard(
-      [&] { kavo::appendObjective(needForChange(model).model, {sense, constant, terms, column, value, name}); });
+  return guardChange(model,
+                     [&](kavo::Model& m) { kavo::appendObjective(m, {sense, constant, terms, column, value, name}); });
 }
 
 int kavo_set_objective_number(trpRec* model, int number) {
-  return guard([&] {
+  return guardChange(model, [&](kavo::Model&) {
     if (number < 0) throw Error(KAVO_INVALID, fmt::format("the objective number must be 0 or more, not {}", number));
-    needForChange(model).objectiveNumber = number;
+    model->objectiveNumber = number;
   });
 }
 

@@ -23,11 +23,10 @@ const kavo::Results& resultsOf(const trpRec& record) {
 extern "C" {
 
 int kavo_read(trpRec* model, const char* path) {
-  return guard([&] {
-    trpRec& record = kavo::api::needForChange(model);
+  return kavo::api::guardChange(model, [&](kavo::Model& given) {
     need(path, "the path");
-    if (!record.model.empty()) throw Error(KAVO_INVALID, "a file can be read only into an empty model");
-    record.model = kavo::reader::read(path);
+    if (!given.empty()) throw Error(KAVO_INVALID, "a file can be read only into an empty model");
+    given = kavo::reader::read(path);
   });
 }
 

@@ -51,10 +51,4 @@ trpRec& needIdle(trpRec* model) {
   return record;
 }
 
-trpRec& needForChange(trpRec* model) {
-  trpRec& record = needIdle(model);
-  record.results.reset();
-  return record;
-}
-
 }  // namespace kavo::api

@@ -35,7 +35,16 @@ inline const trpRec& need(const trpRec* model) { return need(model, "the model")
 
 // A model that may be changed or solved now: not from within its own solve.
 trpRec& needIdle(trpRec* model);
-// The same, for a change of what is to be solved: results of an earlier solve no longer fit and are dropped.
-trpRec& needForChange(trpRec* model);
+
+// Runs the body of an extern "C" function that changes what is to be solved; when it went well, results of an earlier
+// solve no longer fit and are dropped.
+template <class Body>
+int guardChange(trpRec* model, Body&& body) noexcept {
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    std::forward<Body>(body)(record.model);
+    record.results.reset();
+  });
+}
 
 }  // namespace kavo::api

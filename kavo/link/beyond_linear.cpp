@@ -10,6 +10,37 @@ namespace kavo {
 
 namespace {
 
+// The first element with something, by its numbers of it, -1 where it has none; -1 when there is no such element.
+std::ptrdiff_t firstOf(const std::vector<int>& numbers) {
+  const auto found = std::find_if(numbers.begin(), numbers.end(), [](int n) { return n >= 0; });
+  return found == numbers.end() ? -1 : found - numbers.begin();
+}
+
+// What row or objective `index` has beyond linear terms, if it has.
+std::string beyondTerms(const Model& model, int kind, std::ptrdiff_t index, const char* what) {
+  if (index < 0) return {};
+  return fmt::format("{} {} has {}", kind == KAVO_ROW ? "row" : "objective",
+                     elementName(model, kind, static_cast<std::size_t>(index)), what);
+}
+
+std::string beyondRows(const Model& model) {
+  const Rows& rows = model.rows;
+  std::string found = beyondTerms(model, KAVO_ROW, firstOf(rows.expression), "a nonlinear expression");
+  if (found.empty()) found = beyondTerms(model, KAVO_ROW, firstOf(rows.quadratic), "quadratic terms");
+  if (found.empty()) found = beyondTerms(model, KAVO_ROW, firstOf(rows.indicator), "an indicator");
+  return found;
+}
+
+std::string beyondObjective(const Model& model, int objectiveNumber) {
+  const auto index = static_cast<std::size_t>(objectiveNumber) - 1;
+  if (objectiveNumber == 0 || index >= model.objectives.size()) return {};
+  const Objective& objective = model.objectives[index];
+  const char* what = objective.expression >= 0  ? "a nonlinear expression"
+                     : objective.quadratic >= 0 ? "quadratic terms"
+                                                : nullptr;
+  return beyondTerms(model, KAVO_OBJECTIVE, what != nullptr ? static_cast<std::ptrdiff_t>(index) : -1, what);
+}
+
 // Columns of special ordered sets carry the number of their set in one of these suffixes.
 bool hasOrderedSets(const Model& model) {
   return std::any_of(model.suffixes.begin(), model.suffixes.end(), [](const Suffix& suffix) {
@@ -22,21 +53,13 @@ bool hasOrderedSets(const Model& model) {
 }  // namespace
 
 std::string beyondLinear(const Model& model, int objectiveNumber) {
-  const auto& expression = model.rows.expression;
-  const auto row = std::find_if(expression.begin(), expression.end(), [](int e) { return e >= 0; });
-  if (row != expression.end()) {
-    const auto index = static_cast<std::size_t>(row - expression.begin());
-    return fmt::format("row {} has a nonlinear expression", elementName(model, KAVO_ROW, index));
-  }
-  const auto objective = static_cast<std::size_t>(objectiveNumber) - 1;
-  if (objectiveNumber > 0 && objective < model.objectives.size() && model.objectives[objective].expression >= 0) {
-    return fmt::format("objective {} has a nonlinear expression", elementName(model, KAVO_OBJECTIVE, objective));
-  }
+  if (std::string found = beyondRows(model); !found.empty()) return found;
+  if (std::string found = beyondObjective(model, objectiveNumber); !found.empty()) return found;
   if (!model.logical.empty()) {
     const char* name = model.logicalNames.at(0);
     return *name == '\0' ? "logical constraint 1 is not linear" : fmt::format("{} is a logical constraint", name);
   }
-  if (hasOrderedSets(model)) return "the model has special ordered sets";
+  if (model.sets.size() > 0 || hasOrderedSets(model)) return "the model has special ordered sets";
   if (!model.complementarity.empty()) {
     const auto index = static_cast<std::size_t>(model.complementarity[0].row);
     return fmt::format("row {} is a complementarity condition", elementName(model, KAVO_ROW, index));

@@ -3,46 +3,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "kavo/error.h"
-#include "kavo/model/element.h"
+#include "kavo/model/append_parts.h"
 
 namespace kavo {
 
 namespace {
-
-// Calls undo on the way out unless the work was kept.
-template <class Undo>
-class Rollback {
- public:
-  explicit Rollback(Undo undo) : undo_(std::move(undo)) {}
-  ~Rollback() {
-    if (!kept_) undo_();
-  }
-  Rollback(const Rollback&) = delete;
-  Rollback& operator=(const Rollback&) = delete;
-  void keep() { kept_ = true; }
-
- private:
-  Undo undo_;
-  bool kept_ = false;
-};
-
-// Says which element is checked, at no cost while nothing is wrong.
-struct Place {
-  const char* kind;
-  std::size_t first;  // number of the first new element
-  const char* const* names;
-
-  [[noreturn]] void fail(std::size_t i, const std::string& what) const {
-    throw Error(KAVO_INVALID, describeElement(kind, first + i, names ? names[i] : nullptr) + ": " + what);
-  }
-};
 
 void checkBounds(const Place& place, std::size_t count, const double* lower, const double* upper) {
   for (std::size_t i = 0; lower && i < count; ++i) {
@@ -51,23 +22,6 @@ void checkBounds(const Place& place, std::size_t count, const double* lower, con
   for (std::size_t i = 0; upper && i < count; ++i) {
     if (!(upper[i] > -kInfinity)) place.fail(i, fmt::format("upper bound {} must be a number above -1e20", upper[i]));
   }
-}
-
-void checkCount(const char* what, std::size_t present, std::size_t more) {
-  if (more > static_cast<std::size_t>(INT_MAX) - present) {
-    throw Error(KAVO_INVALID,
-                fmt::format("{} {} more than {} exceed the {} that a model can have", more, what, present, INT_MAX));
-  }
-}
-
-template <class T>
-void extend(std::vector<T>& to, const T* from, std::size_t count, T fill) {
-  from ? to.insert(to.end(), from, from + count) : to.insert(to.end(), count, fill);
-}
-
-void appendNames(Names& to, const char* const* names, std::size_t count, std::size_t present) {
-  if (names == nullptr) return to.appendUnnamed(count);
-  for (std::size_t i = 0; i < count; ++i) to.append(names[i] ? names[i] : "", present + i);
 }
 
 // The terms of one row or objective.
@@ -83,10 +37,7 @@ struct Terms {
 
 void checkTerms(const Place& place, std::size_t element, const Terms& terms, std::size_t columns) {
   for (std::size_t k = 0; k < terms.count; ++k) {
-    if (terms.column[k] < 0 || static_cast<std::size_t>(terms.column[k]) >= columns) {
-      place.fail(element, fmt::format("column {} of term {} does not exist: the model has {} columns", terms.column[k],
-                                      k, columns));
-    }
+    checkColumn(place, element, k, terms.column[k], columns);
     if (!(std::fabs(terms.value[k]) < kInfinity)) {
       place.fail(element, fmt::format("coefficient {} of column {} must be a number below 1e20", terms.value[k],
                                       terms.column[k]));
@@ -123,21 +74,6 @@ std::optional<int> appendTerms(const Terms& terms, std::vector<int>& column, std
 
 void requireSmall(const Place& place, std::size_t element, std::optional<int> column) {
   if (column) place.fail(element, fmt::format("the terms of column {} sum up to 1e20 or more", *column));
-}
-
-void checkStart(const RowData& data) {
-  if (data.count > 0 && data.start == nullptr) throw Error(KAVO_INVALID, "the row starts are null");
-  if (data.count > 0 && data.start[0] != 0)
-    throw Error(KAVO_INVALID, fmt::format("the first row starts at term {}, not at 0", data.start[0]));
-  for (std::size_t i = 0; i < data.count; ++i) {
-    if (data.start[i + 1] < data.start[i]) {
-      throw Error(KAVO_INVALID,
-                  fmt::format("row starts decrease from {} to {} at row {}", data.start[i], data.start[i + 1], i));
-    }
-  }
-  if (data.count > 0 && data.start[data.count] > 0 && (data.column == nullptr || data.value == nullptr)) {
-    throw Error(KAVO_INVALID, "the columns or values of the row terms are null");
-  }
 }
 
 void appendRowTerms(Rows& rows, const RowData& data, const Place& place, std::size_t columns) {
@@ -185,7 +121,10 @@ void appendRows(Model& model, const RowData& data) {
   Rows& rows = model.rows;
   const std::size_t present = rows.size();
   checkCount("rows", present, data.count);
-  checkStart(data);
+  checkStarts("row", data.count, data.start);
+  if (data.count > 0 && data.start[data.count] > 0 && (data.column == nullptr || data.value == nullptr)) {
+    throw Error(KAVO_INVALID, "the columns or values of the row terms are null");
+  }
   const Place place{"row", present, data.names};
   checkBounds(place, data.count, data.lower, data.upper);
   const auto mark = rows.names.mark();

@@ -130,7 +130,9 @@ struct Model {
   double amplTolerance = 0;            // the fourth of them when the second is 3
   std::vector<std::string> readNotes;  // what the user should know about the file, one line each
 
-  bool empty() const { return columns.size() == 0 && rows.size() == 0 && objectives.empty(); }
+  bool empty() const {
+    return columns.size() == 0 && rows.size() == 0 && objectives.empty() && expressions.size() == 0;
+  }
 };
 
 }  // namespace kavo

@@ -5,8 +5,9 @@
 #include <cmath>
 #include <functional>
 
-#include "fixture.h"
 #include "kavo/link.h"
+#include "tests/kavo/fixture.h"
+#include "tests/kavo/picture.h"
 
 extern "C" int countColumnsFromC(const trpRec* model);
 
@@ -15,35 +16,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-// Everything a link sees, as one comparable text.
-std::string picture(const trpRec* model) {
-  kavo_columns columns;
-  kavo_rows rows;
-  std::ostringstream text;
-  EXPECT_EQ(kavo_link_columns(model, &columns), KAVO_OK);
-  EXPECT_EQ(kavo_link_rows(model, &rows), KAVO_OK);
-  const auto name = [](const kavo_names& names, std::size_t i) {
-    return names.start ? names.text + names.start[i] : "";
-  };
-  for (std::size_t i = 0; i < columns.count; ++i) {
-    text << name(columns.names, i) << ':' << columns.lower[i] << ':' << columns.upper[i] << ':' << int(columns.type[i])
-         << '\n';
-  }
-  for (std::size_t i = 0; i < rows.count; ++i) {
-    text << name(rows.names, i) << ':' << rows.lower[i] << ':' << rows.upper[i];
-    for (std::size_t k = rows.start[i]; k < rows.start[i + 1]; ++k)
-      text << ' ' << rows.value[k] << '*' << rows.column[k];
-    text << '\n';
-  }
-  kavo_objective objective;
-  for (std::size_t i = 0; kavo_link_objective(model, i, &objective) == KAVO_OK; ++i) {
-    text << objective.name << ':' << objective.sense << ':' << objective.constant;
-    for (std::size_t k = 0; k < objective.terms; ++k) text << ' ' << objective.value[k] << '*' << objective.column[k];
-    text << '\n';
-  }
-  return text.str();
-}
 
 TEST(Build, LinkSeesWhatTheHostGave) {
   Model model;
@@ -150,7 +122,8 @@ TEST(Build, BadInputIsRefusedByNameAndChangesNothing) {
       {"2147483647",
        [&](trpRec* m) { return kavo_add_columns(m, std::size_t{1} << 31, nullptr, nullptr, nullptr, nullptr); }},
       {"row starts are null", [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, nullptr, columns, one, nullptr); }},
-      {"starts at term 1", [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, late, columns, one, nullptr); }},
+      {"row starts begin with 1, not with 0",
+       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, late, columns, one, nullptr); }},
       {"decrease from 2 to 1 at row 1",
        [&](trpRec* m) { return kavo_add_rows(m, 2, one, one, down, columns, one, nullptr); }},
       {"values of the row terms",
