@@ -144,13 +144,6 @@ class BoundReader {
   int last_ = 0, beforeLast_ = 1;
 };
 
-unsigned char typeOf(unsigned char flags) {
-  const bool integer = (flags & kIntegerFlag) != 0;
-  if ((flags & kSemiFlag) != 0) return integer ? KAVO_SEMIINTEGER : KAVO_SEMICONTINUOUS;
-  if ((flags & kBinaryFlag) != 0) return KAVO_BINARY;
-  return integer ? KAVO_INTEGER : KAVO_CONTINUOUS;
-}
-
 }  // namespace
 
 void readBounds(Reading& reading) { BoundReader(reading).read(); }
@@ -168,7 +161,7 @@ void finishColumns(Reading& reading) {
     }
     // Integer columns have been 0-1 by default since markers were invented, unless a bound is given.
     if (!upperGiven && (binary || (integer && !lowerGiven))) columns.upper[i] = 1;
-    columns.type[i] = typeOf(flags);
+    columns.type[i] = typeOfFlags(flags);
   }
   if (negative > 0) {
     reading.model.readNotes.push_back(fmt::format(

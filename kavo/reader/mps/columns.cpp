@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "kavo/error.h"
+#include "kavo/reader/failure.h"
 #include "kavo/reader/mps/column_entries.h"
-#include "kavo/reader/mps/failure.h"
 #include "kavo/reader/mps/sections.h"
 
 namespace kavo::reader::mps {

@@ -5,14 +5,14 @@
 #include <algorithm>
 #include <cstring>
 
-#include "kavo/reader/mps/failure.h"
+#include "kavo/reader/failure.h"
+#include "kavo/reader/text.h"
 
 namespace kavo::reader::mps {
 
 namespace {
 
 constexpr std::ptrdiff_t kGiveBack = std::ptrdiff_t{1} << 18;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The fixed columns, counted from 0. Numbers may use the blank columns beside theirs, as some writers do.
 struct Column {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "kavo/reader/failure.h"
 #include "kavo/reader/input.h"
-#include "kavo/reader/mps/failure.h"
 #include "kavo/reader/mps/sections.h"
 #include "kavo/reader/number.h"
 #include "kavo/reader/reader.h"
@@ -53,12 +53,6 @@ constexpr std::array<std::pair<std::string_view, int>, 6> kSenses = {{{"MAX", KA
                                                                       {"MIN", KAVO_MINIMIZE},
                                                                       {"MINIMIZE", KAVO_MINIMIZE},
                                                                       {"MINIMISE", KAVO_MINIMIZE}}};
-
-// Whether a word is this one of capital letters, written in any case.
-bool isWord(std::string_view word, std::string_view capitals) {
-  return std::equal(word.begin(), word.end(), capitals.begin(), capitals.end(),
-                    [](char a, char b) { return upper(a) == b; });
-}
 
 // Reads a file section by section.
 class Driver {

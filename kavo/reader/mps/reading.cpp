@@ -3,35 +3,10 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <limits>
 
-#include "kavo/reader/mps/failure.h"
-#include "kavo/reader/number.h"
+#include "kavo/reader/failure.h"
 
 namespace kavo::reader::mps {
-
-namespace {
-
-constexpr std::size_t kMostQuoted = 64;
-
-// The number a field consists of, or NaN.
-double parse(std::string_view field) {
-  const char *first = field.data(), *last = first + field.size();
-  double value = kUnknown;
-  return parseNumber(first, last, value) == last ? value : kUnknown;
-}
-
-}  // namespace
-
-std::string quoted(std::string_view field) {
-  return field.size() <= kMostQuoted ? fmt::format("\"{}\"", field)
-                                     : fmt::format("\"{}...\"", field.substr(0, kMostQuoted));
-}
-
-double withInfinity(double value) {
-  constexpr double kInfinite = std::numeric_limits<double>::infinity();
-  return value >= kInfinity ? kInfinite : value <= -kInfinity ? -kInfinite : value;
-}
 
 void Reading::fail(const std::string& text) const { throw Failure(KAVO_FILE, lines.number(), text); }
 
@@ -46,13 +21,14 @@ void Reading::failShape(std::string_view expected) const {
 }
 
 double Reading::numberOrNan(std::string_view field) {
-  const double value = parse(field);
+  constexpr std::size_t kMostBytes = 64;
+  const double value = reader::numberOrNan(field);
   if (!std::isnan(value)) return value;
   const std::size_t letter = field.find_first_of("dD");
-  if (letter == std::string_view::npos || field.size() > kMostQuoted) return value;
+  if (letter == std::string_view::npos || field.size() > kMostBytes) return value;
   std::string other(field);
   other[letter] = 'e';
-  const double read = parse(other);
+  const double read = reader::numberOrNan(other);
   if (!std::isnan(read) && !letterD_) {
     letterD_ = true;
     model.readNotes.push_back(

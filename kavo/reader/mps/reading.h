@@ -5,8 +5,10 @@
 #include <vector>
 
 #include "kavo/model/model.h"
+#include "kavo/reader/column_flags.h"
 #include "kavo/reader/mps/lines.h"
 #include "kavo/reader/name_index.h"
+#include "kavo/reader/text.h"
 
 namespace kavo::reader::mps {
 
@@ -61,24 +63,7 @@ struct Reading {
   bool letterD_ = false;  // an exponent letter D was seen
 };
 
-enum ColumnFlag : unsigned char {
-  kIntegerFlag = 1,
-  kBinaryFlag = 2,
-  kSemiFlag = 4,
-  kLowerFlag = 8,   // the file gives the lower bound
-  kUpperFlag = 16,  // the file gives the upper bound
-};
-
 // The message about the name of a row that does not exist.
 std::string noRow(std::string_view name);
-
-// A field as it stands in a message: quoted, and cut when it is very long.
-std::string quoted(std::string_view field);
-
-// A letter as a capital; other characters stay what they are.
-inline char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-// A bound or side in the form the model has it: infinite when it is 1e20 or more in size.
-double withInfinity(double value);
 
 }  // namespace kavo::reader::mps

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "kavo/reader/mps/failure.h"
+#include "kavo/reader/failure.h"
 #include "kavo/reader/mps/sections.h"
 
 namespace kavo::reader::mps {

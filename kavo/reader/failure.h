@@ -5,7 +5,7 @@
 
 #include "kavo/error.h"
 
-namespace kavo::reader::mps {
+namespace kavo::reader {
 
 // Why one way of reading a file ended, and at which line (counted from 1). The text names line and section but not the
 // file.
@@ -18,4 +18,4 @@ class Failure : public Error {
   std::size_t line_;
 };
 
-}  // namespace kavo::reader::mps
+}  // namespace kavo::reader
