@@ -7,6 +7,7 @@
 #include "kavo/api/guard.h"
 #include "kavo/link/loaded_link.h"
 #include "kavo/link/stop_request.h"
+#include "kavo/model/element.h"
 #include "kavo/model/oddities.h"
 
 using kavo::Error;
@@ -52,9 +53,18 @@ void checkObjectiveNumber(const trpRec& record) {
   }
 }
 
+// No solver behind a link takes these, so that links cannot even ask for them.
+void refuseComplementarity(const kavo::Model& model) {
+  if (model.complementarity.empty()) return;
+  const auto row = static_cast<std::size_t>(model.complementarity[0].row);
+  throw Error(KAVO_NOT_SUPPORTED, fmt::format("row {} is a complementarity condition, which the solver does not take",
+                                              kavo::elementName(model, KAVO_ROW, row)));
+}
+
 void solve(trpRec& record) {
   if (!record.link) throw Error(KAVO_INVALID, "no link is open");
   checkObjectiveNumber(record);
+  refuseComplementarity(record.model);
   record.results.reset();
   record.filling = {};
   record.linkError.clear();

@@ -41,15 +41,6 @@ std::string beyondObjective(const Model& model, int objectiveNumber) {
   return beyondTerms(model, KAVO_OBJECTIVE, what != nullptr ? static_cast<std::ptrdiff_t>(index) : -1, what);
 }
 
-// Columns of special ordered sets carry the number of their set in one of these suffixes.
-bool hasOrderedSets(const Model& model) {
-  return std::any_of(model.suffixes.begin(), model.suffixes.end(), [](const Suffix& suffix) {
-    const bool named = suffix.name == "sosno" || suffix.name == "sos";
-    return named && suffix.kind == KAVO_COLUMN &&
-           std::any_of(suffix.value.begin(), suffix.value.end(), [](double v) { return v != 0; });
-  });
-}
-
 }  // namespace
 
 std::string beyondLinear(const Model& model, int objectiveNumber) {
@@ -59,11 +50,7 @@ std::string beyondLinear(const Model& model, int objectiveNumber) {
     const char* name = model.logicalNames.at(0);
     return *name == '\0' ? "logical constraint 1 is not linear" : fmt::format("{} is a logical constraint", name);
   }
-  if (model.sets.size() > 0 || hasOrderedSets(model)) return "the model has special ordered sets";
-  if (!model.complementarity.empty()) {
-    const auto index = static_cast<std::size_t>(model.complementarity[0].row);
-    return fmt::format("row {} is a complementarity condition", elementName(model, KAVO_ROW, index));
-  }
+  if (model.sets.size() > 0) return "the model has special ordered sets";
   return {};
 }
 

@@ -1,10 +1,13 @@
 #include "kavo/model/oddities.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <bit>
 #include <functional>
+#include <iterator>
+#include <set>
 #include <string_view>
 
 #include "kavo/model/element.h"
@@ -58,6 +61,24 @@ void noteCrossed(const Model& model, int kind, const std::vector<double>& lower,
   }
 }
 
+// Suffixes that modelers set to have an effect. Any other may be their own.
+bool wantsAnEffect(const std::string& name) {
+  constexpr std::string_view kNames[] = {"direction",      "funcnonlinear", "funcpieceerror", "funcpiecelength",
+                                         "funcpieceratio", "funcpieces",    "hintpri",        "iisforce",
+                                         "iislbforce",     "iisubforce"};
+  return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
+}
+
+void noteIgnoredSuffixes(const Model& model, std::vector<std::string>& notes) {
+  std::set<std::string_view> names;
+  for (const Suffix& suffix : model.suffixes) {
+    if (!suffix.index.empty() && wantsAnEffect(suffix.name)) names.insert(suffix.name);
+  }
+  if (names.empty()) return;
+  notes.push_back(fmt::format("the suffix{} {} {} ignored", names.size() == 1 ? "" : "es", fmt::join(names, ", "),
+                              names.size() == 1 ? "is" : "are"));
+}
+
 }  // namespace
 
 void noteOddities(const Model& model, std::vector<std::string>& notes) {
@@ -65,6 +86,7 @@ void noteOddities(const Model& model, std::vector<std::string>& notes) {
   noteDuplicates(KAVO_ROW, model.rows.names, notes);
   noteCrossed(model, KAVO_COLUMN, model.columns.lower, model.columns.upper, notes);
   noteCrossed(model, KAVO_ROW, model.rows.lower, model.rows.upper, notes);
+  noteIgnoredSuffixes(model, notes);
 }
 
 }  // namespace kavo

@@ -75,8 +75,7 @@ REFUSED = [
     nl(head="F0 0 1 f\n", functions=1, row="f0 1\nv0", nonlinear="1 0", variables="1 0 0"),
     nl(head=LOGICAL, logical=1, names=""),
     nl(head=LOGICAL, logical=1, names="c1\nl1\ncost\n"),
-    nl(head="S4 2 sosno\n0 1\n1 1\n"),
-    nl(head="S4 2 sos\n0 1\n1 1\n"),
+    nl(head="S4 2 sosno\n0 1\n1 1\nS4 2 ref\n0 1\n1 2\n"),
     nl(side="5 1 1", nonlinear="0 0 1 0 0 0"),
     {"model.lp": "Minimize\n x\nEnd\n"},
     mps(end="SCENARIOS\n"),
@@ -93,6 +92,8 @@ NOTED = [
     {"model.mps": "NAME m\nROWS\n L c1\nCOLUMNS\n x c1 1\nENDATA\n"},
     mps(end=" s c1 3\n"),
     mps(columns=f" {'n' * 256} c1 1\n"),
+    nl(head="S0 1 hintpri\n0 1\nS0 1 direction\n1 1\n"),
+    nl(head="S0 1 sosno\n0 1\nS0 0 ref\n"),
 ]
 
 

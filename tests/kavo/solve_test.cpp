@@ -110,16 +110,35 @@ TEST(Solve, ObjectiveThatDoesNotExistIsRefused) {
   EXPECT_THAT(kavo_last_error(), HasSubstr("objective 2"));
 }
 
+TEST(Solve, ComplementarityIsRefusedByName) {
+  const Folder folder;
+  writeTo(folder / "m.nl",
+          "g3 1 1 0\n1 2 0\n0 0\n0 0\n0 0 0\n0 0 0 1\n0 0 0 0 0\n0 0\n0 0\n0 0 0 0 0\nr\n3\n5 1 1\nb\n2 0\n");
+  writeTo(folder / "m.row", "r1\nr2\n");
+  Model model;
+  ASSERT_EQ(kavo_read(model, (folder / "m.nl").c_str()), KAVO_OK) << kavo_last_error();
+  EXPECT_EQ(solveFake(model, {}), KAVO_NOT_SUPPORTED);
+  EXPECT_STREQ(kavo_last_error(), "row r2 is a complementarity condition, which the solver does not take");
+}
+
 TEST(Solve, OddThingsInTheModelAreNoted) {
   Model model;
   const char* names[] = {"a", "b", "a", "a", ""};
   const double lower[] = {0, 0, 2, 0, 0}, upper[] = {1, 1, 1, 1, 1};
   ASSERT_EQ(kavo_add_columns(model, 5, lower, upper, nullptr, names), KAVO_OK);
+  const int first = 0;
+  const double one = 1;
+  for (const char* suffix : {"hintpri", "direction", "mine"}) {
+    ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, suffix, 1, &first, &one), KAVO_OK);
+  }
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, "funcpieces", 0, nullptr, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_MODEL, "direction", 1, &first, &one), KAVO_OK);
   ASSERT_EQ(solveFake(model, {{"note", "from the link"}}), KAVO_OK);
   EXPECT_THAT(notesOf(model), ElementsAre("2 column names are given twice, the first is \"a\"",
-                                          "column a has lower bound 2 above upper bound 1", "from the link"));
+                                          "column a has lower bound 2 above upper bound 1",
+                                          "the suffixes direction, hintpri are ignored", "from the link"));
   ASSERT_EQ(solveFake(model, {{"fail", "no"}}), KAVO_LINK);
-  EXPECT_EQ(notesOf(model).size(), 3u) << "notes tell about a failed solve too";
+  EXPECT_EQ(notesOf(model).size(), 4u) << "notes tell about a failed solve too";
 }
 
 TEST(Solve, ModelCannotBeChangedFromWithinItsSolve) {

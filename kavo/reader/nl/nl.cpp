@@ -6,6 +6,7 @@
 
 #include "kavo/error.h"
 #include "kavo/reader/input.h"
+#include "kavo/reader/nl/ordered_sets.h"
 #include "kavo/reader/nl/segments.h"
 #include "kavo/reader/nl/source.h"
 #include "kavo/reader/reader.h"
@@ -51,7 +52,9 @@ Model readText(std::string_view text, const std::string& file) {
     TextSource source(file, text, begin);
     SegmentReader(source, draft).readAll();
   }
-  return draft.finish();
+  Model model = draft.finish();
+  makeOrderedSets(model);
+  return model;
 }
 
 }  // namespace nl

@@ -15,6 +15,7 @@ namespace kavo::reader::nl {
 //   - the body of a row that is only a number moves the row's sides, that of an objective is its constant: neither is
 //     an expression. All other trees stay as they are written;
 //   - a defined variable is the sum of its linear terms and its tree;
+//   - suffixes of sets become special ordered sets (kavo/reader/nl/ordered_sets.h) and stay as suffixes too;
 //   - start values that are not listed are NaN, and without any listed the arrays are empty.
 Model readText(std::string_view text, const std::string& file);
 
