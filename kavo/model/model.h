@@ -115,7 +115,7 @@ struct Model {
   Expressions expressions;
   Quadratics quadratics;
   OrderedSets sets;
-  std::vector<int> definedVariables;  // the expression of each defined variable
+  std::vector<int> definedVariables;  // the expression of each defined variable; it uses only lower-numbered ones
   std::vector<int> logical;           // the expression of each logical constraint
   Names logicalNames;
   std::vector<Complementarity> complementarity;

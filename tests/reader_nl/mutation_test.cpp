@@ -22,8 +22,9 @@ bool inRange(const std::vector<int>& numbers, std::size_t limit) {
   return true;
 }
 
-// What is unsound about expression e: its nodes must be a postfix tree over things that exist.
-std::string unsoundExpression(const Model& m, std::size_t e) {
+// What is unsound about expression e: its nodes must be a postfix tree over things that exist, and the first `defined`
+// defined variables.
+std::string unsoundExpression(const Model& m, std::size_t e, std::size_t defined) {
   const Expressions& all = m.expressions;
   int operands = 0;
   for (std::size_t k = all.start[e]; k < all.start[e + 1]; ++k) {
@@ -36,13 +37,23 @@ std::string unsoundExpression(const Model& m, std::size_t e) {
     if (op == KAVO_OP_CALL && !(all.value[k] >= 0 && all.value[k] < static_cast<double>(m.functions.size()))) {
       return "no such function";
     }
-    if (op == KAVO_OP_DEFINED_VARIABLE &&
-        (index >= m.definedVariables.size() || m.definedVariables[index] >= static_cast<int>(e))) {
-      return "a defined variable is not defined before its use";
-    }
+    if (op == KAVO_OP_DEFINED_VARIABLE && index >= defined) return "a defined variable is not defined before its use";
     operands += 1 - takes;
   }
   return operands == 1 ? "" : "not one tree";
+}
+
+std::string unsoundSets(const Model& m) {
+  const OrderedSets& sets = m.sets;
+  if (sets.start.size() != sets.size() + 1 || sets.start.back() != sets.column.size()) return "sets";
+  if (sets.weight.size() != sets.column.size() || !inRange(sets.column, m.columns.size())) return "members";
+  for (std::size_t s = 0; s < sets.size(); ++s) {
+    if (sets.start[s + 1] < sets.start[s] + 2 || (sets.type[s] != 1 && sets.type[s] != 2)) return "a set";
+    for (std::size_t k = sets.start[s] + 1; k < sets.start[s + 1]; ++k) {
+      if (!(sets.weight[k - 1] < sets.weight[k])) return "the order of a set";
+    }
+  }
+  return "";
 }
 
 std::string unsound(const Model& m) {
@@ -66,10 +77,13 @@ std::string unsound(const Model& m) {
     const std::size_t sizes[] = {columns, rows, m.objectives.size(), 1};
     if (s.index.size() != s.value.size() || !inRange(s.index, sizes[s.kind])) return "a suffix";
   }
+  std::vector<std::size_t> usable(expressions, m.definedVariables.size());
+  for (std::size_t d = 0; d < m.definedVariables.size(); ++d)
+    usable[static_cast<std::size_t>(m.definedVariables[d])] = d;
   for (std::size_t e = 0; e < expressions; ++e) {
-    if (const std::string text = unsoundExpression(m, e); !text.empty()) return text;
+    if (const std::string text = unsoundExpression(m, e, usable[e]); !text.empty()) return text;
   }
-  return "";
+  return unsoundSets(m);
 }
 
 class Mutator {

@@ -64,7 +64,7 @@ class ExpressionSegments {
     const int i = number(source_, header_.logical, "the number of a logical constraint");
     once(source_, model_.logical[static_cast<std::size_t>(i)] >= 0);
     source_.endLine();
-    tree_.read();
+    tree_.read(header_.defined);
     model_.logical[static_cast<std::size_t>(i)] = model_.expressions.end();
   }
 
@@ -85,7 +85,7 @@ class ExpressionSegments {
     Expressions& nodes = model_.expressions;
     int terms = 0;
     for (int k = 0; k < linear; ++k) terms += pushLinearTerm();
-    tree_.read();
+    tree_.read(i - header_.variables);
     ++terms;
     if (terms > 1 && nodes.op.back() == KAVO_OP_NUMBER && nodes.value.back() == 0) {
       nodes.pop();
@@ -100,7 +100,7 @@ class ExpressionSegments {
   // Reads a tree. A number alone is taken back and stored in `constant`, and the result is -1.
   int readExpression(double& constant) {
     Expressions& nodes = model_.expressions;
-    tree_.read();
+    tree_.read(header_.defined);
     if (nodes.op.size() == nodes.start.back() + 1 && nodes.op.back() == KAVO_OP_NUMBER) {
       constant = nodes.value.back();
       nodes.pop();

@@ -14,7 +14,7 @@ namespace kavo::reader::nl {
 //   - terms with coefficient 0, by which the format lists the variables of a nonlinear part, stay;
 //   - the body of a row that is only a number moves the row's sides, that of an objective is its constant: neither is
 //     an expression. All other trees stay as they are written;
-//   - a defined variable is the sum of its linear terms and its tree;
+//   - a defined variable is the sum of its linear terms and its tree, and uses only those with lower numbers;
 //   - suffixes of sets become special ordered sets (kavo/reader/nl/ordered_sets.h) and stay as suffixes too;
 //   - start values that are not listed are NaN, and without any listed the arrays are empty.
 Model readText(std::string_view text, const std::string& file);

@@ -21,8 +21,10 @@ class TreeReader {
  public:
   TreeReader(Source& source, Draft& draft) : source_(source), draft_(draft), nodes_(draft.model.expressions) {}
 
-  // Reads one tree and pushes its nodes; the caller ends the expression.
-  void read() {
+  // Reads one tree, which may use the first `defined` defined variables, and pushes its nodes; the caller ends the
+  // expression.
+  void read(int defined) {
+    usable_ = defined;
     do {
       readNode();
     } while (!stack_.empty());
@@ -95,6 +97,8 @@ class TreeReader {
     }
     if (i < variables) {
       nodes_.push(KAVO_OP_VARIABLE, i, 0);
+    } else if (i - variables >= usable_) {
+      source_.refuse(fmt::format("defined variable {} is used by one with a lower number", i));
     } else if (draft_.model.definedVariables[static_cast<std::size_t>(i - variables)] >= 0) {
       nodes_.push(KAVO_OP_DEFINED_VARIABLE, i - variables, 0);
     } else {
@@ -211,6 +215,7 @@ class TreeReader {
   Draft& draft_;
   Expressions& nodes_;
   std::vector<Frame> stack_;
+  int usable_ = 0;  // how many defined variables the tree may use
 };
 
 }  // namespace kavo::reader::nl
