@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 namespace brel::expr {
@@ -84,14 +83,20 @@ struct Point {
   double x, y;
 };
 
-// Degree of a node as a polynomial of the variables. Anything else, and products of sums that would have too many terms
-// when multiplied out, is kNonlinear.
+// Child sums, minima, conjunctions and the like of at most so many children are joined with their parent. Longer ones
+// stay nodes of their own, so that building a chain node by node takes linear time.
+inline constexpr std::size_t kJoined = 16;
+
+// Degree of a node as a polynomial of the variables. Anything else, and products that would have more than
+// kExpandedTerms terms and four times as many as their factors when multiplied out, is nonlinear.
+inline constexpr double kExpandedTerms = 1000;
 enum class Degree : std::uint8_t { constant, linear, quadratic, nonlinear };
 
 // Expressions as one graph in which equal sub-expressions are one node. Making a node simplifies it: constants are
 // folded (in so far as the result is finite), sums of sums are joined while they are short, and what is then the same
-// as a node that exists is that node. Knows for each node bounds of its value, derived from those of the variables,
-// whether it is always a whole number, and its degree. No operation recurses.
+// as a node that exists is that node. Simplifying takes it that every sub-expression has a value where it is evaluated:
+// 0 * log(x) is 0, and sqrt(x) >= 0 is true. Knows for each node bounds of its value, derived from those of the
+// variables, whether it is always a whole number, and its degree. No operation recurses.
 class Graph {
  public:
   Graph();
@@ -100,7 +105,8 @@ class Graph {
 
   // ---- making nodes ----
   NodeId constant(double value);
-  // The node of a solver column; its bounds and kind as they are when it is made for the first time.
+  // The node of a solver column; its bounds and kind as they are when it is made for the first time. Bounds that
+  // exclude each other count as none.
   NodeId variable(int column, double lower, double upper, bool isInteger);
   // Terms of one node are merged, those with coefficient 0 left out; a sum of one node with coefficient 1 is the node.
   NodeId sum(double constant, std::span<const Term> terms);
@@ -109,6 +115,7 @@ class Graph {
   NodeId call(Op op, NodeId a, NodeId b);      // of two children, no value
   NodeId call(Op op, NodeId a, double value);  // of one child and a value
   NodeId call(Op op, std::span<const NodeId> children);
+  // At least one point; x does not decrease.
   NodeId piecewise(std::span<const Point> points, NodeId a);
 
   // Shorthand.
@@ -116,6 +123,7 @@ class Graph {
   NodeId scale(NodeId a, double factor) { return sum(0, {{Term{a, factor}}}); }
   NodeId subtract(NodeId a, NodeId b) { return sum(0, {{Term{a, 1}, Term{b, -1}}}); }
   NodeId logicalNot(NodeId a) { return call(Op::logicalNot, a); }
+  NodeId truth(bool value) { return constant(value ? 1 : 0); }
 
   // ---- asking ----
   std::size_t size() const { return nodes_.size(); }
@@ -129,7 +137,8 @@ class Graph {
   std::span<const double> coefficients(NodeId node) const {
     return {coefficients_.data() + at(node).first, static_cast<std::size_t>(at(node).count)};
   }
-  std::span<const Point> points(NodeId node) const;
+  // Of a piecewise-linear function.
+  std::span<const Point> points(NodeId node) const { return pointsOf(at(node).extra); }
   Interval interval(NodeId node) const { return {at(node).lower, at(node).upper}; }
   bool isInteger(NodeId node) const { return at(node).isInteger; }
   bool isConstant(NodeId node) const { return at(node).op == Op::constant; }
@@ -153,11 +162,51 @@ class Graph {
     double lower, upper;
     double termBound;  // how many terms it may have when multiplied out
   };
+  // What tells a node from others.
+  struct Key {
+    Op op;
+    double value = 0;
+    int extra = -1;
+    std::span<const NodeId> children{};
+    std::span<const double> coefficients{};  // of a sum, as many as children
+    std::span<const Point> points{};         // of a piecewise-linear function
+  };
+  struct Slot {
+    NodeId node = -1;
+    std::uint32_t hash = 0;
+  };
+
   const Node& at(NodeId node) const { return nodes_[static_cast<std::size_t>(node)]; }
+  std::span<const Point> pointsOf(int number) const {
+    const auto n = static_cast<std::size_t>(number);
+    return {points_.data() + pointStart_[n], pointStart_[n + 1] - pointStart_[n]};
+  }
+
+  // Simplified, and the node.
+  NodeId make(Op op, double value, std::span<const NodeId> children);
+  // The constant that a call of constants is, or -1.
+  NodeId folded(const Key& key);
+  void addTerm(const Term& term, double& constant, std::vector<Term>& terms) const;
+  NodeId internSum(double constant, std::span<const Term> terms);
+  // The node with this key, made if there is none. extra is given by a variable only.
+  NodeId intern(const Key& key);
+  NodeId append(const Key& key);
+  bool matches(NodeId node, const Key& key) const;
+  void setDegree(Node& node) const;
+  void grow();
 
   std::vector<Node> nodes_;
   std::vector<NodeId> children_;
   std::vector<double> coefficients_;  // as many as children
+  std::vector<std::size_t> pointStart_{0};
+  std::vector<Point> points_;
+  std::vector<Slot> slots_;  // open addressing, a power of two of them, at most half of them taken
+  double variables_ = 0;
+
+  // Working memory of calls; taken by whoever needs it, so that a call within a call has its own.
+  std::vector<NodeId> nodeList_;
+  std::vector<Term> termList_;
+  std::vector<double> numbers_;
 };
 
 }  // namespace brel::expr
