@@ -18,6 +18,13 @@ struct VariableStores {
   tav::attr::Container<int> basis = makeStore<int>();
   tav::attr::Container<double> preference = makeStore<double>();
   tav::attr::Container<double> priority = makeStore<double>();
+  std::vector<char> binary;  // by position: whether it came as one that can only be 0 or 1
+
+  // False for a variable that no block brought.
+  bool isBinary(int position) const {
+    const auto i = static_cast<std::size_t>(position);
+    return i < binary.size() && binary[i] != 0;
+  }
 };
 
 struct RowStores {

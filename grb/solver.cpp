@@ -2,8 +2,12 @@
 
 #include <limits>
 
+#include "grb/adder/indic_adder.h"
 #include "grb/adder/lin_con_adder.h"
 #include "grb/adder/lin_obj_adder.h"
+#include "grb/adder/quad_con_adder.h"
+#include "grb/adder/quad_obj_adder.h"
+#include "grb/adder/sos_adder.h"
 #include "grb/adder/var_adder.h"
 #include "grb/gurobi/constants.h"
 #include "grb/option/catalogue.h"
@@ -12,6 +16,7 @@
 #include "grb/result/lin_con_domain.h"
 #include "grb/result/model_attributes.h"
 #include "grb/result/obj_domain.h"
+#include "grb/result/quad_con_domain.h"
 #include "grb/result/solution_status.h"
 #include "grb/result/std_model_attributes.h"
 #include "grb/result/var_domain.h"
@@ -72,17 +77,25 @@ std::shared_ptr<tav::opt::AbstractConstraintAdder> Solver::makeConstraintAdder(s
                                                                                std::string_view function) {
   if (domain == tag::kStaticBoundedDomain) {
     if (function == tag::kLinearFunction) return sharedAdder<LinConAdder>(data_->linearRowAdder, data_);
+    if (function == tag::kQuadraticFunction) return sharedAdder<QuadConAdder>(data_->quadraticRowAdder, data_);
   }
   if (domain == tag::kSenseDomain) {
     if (function == tag::kLinearFunction) return sharedAdder<LinObjAdder>(data_->linearObjectiveAdder, data_);
+    if (function == tag::kQuadraticFunction) return sharedAdder<QuadObjAdder>(data_->quadraticObjectiveAdder, data_);
+  }
+  if (domain == tag::kSosDomain && function == tag::kIdentityFunction) {
+    return sharedAdder<SOSAdder>(data_->sosAdder, data_);
   }
   return {};
 }
 
-std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> Solver::makeLinkAdder(std::string_view /*domain*/,
-                                                                               std::string_view /*function*/,
-                                                                               std::string_view /*link*/) {
-  return {};
+std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> Solver::makeLinkAdder(std::string_view domain,
+                                                                               std::string_view function,
+                                                                               std::string_view link) {
+  const bool isIndicator =
+      domain == tag::kStaticBoundedDomain && function == tag::kLinearFunction && link == tag::kConstraintLink;
+  if (!isIndicator) return {};
+  return sharedAdder<IndicAdder>(data_->indicatorAdder, data_);
 }
 
 tav::attr::ContainerDict Solver::makeVariableContainers(const tav::opt::Context& context) {
@@ -97,7 +110,10 @@ tav::opt::ContainerPair Solver::makeConstraintContainers(const std::shared_ptr<c
   if (part == data_->linearRowAdder) {
     return {std::make_shared<LinConDomain>(*data_, event), std::make_shared<LinConFunction>(*data_, event)};
   }
-  if (part == data_->linearObjectiveAdder) {
+  if (part == data_->quadraticRowAdder) return {std::make_shared<QuadConDomain>(*data_, event), {}};
+  const bool isObjective = part == data_->linearObjectiveAdder || part == data_->quadraticObjectiveAdder ||
+                           part == data_->nonlinearObjectiveAdder;
+  if (isObjective) {
     return {std::make_shared<ObjDomain>(*data_, event), std::make_shared<LinObjFunction>(*data_, event)};
   }
   return {};

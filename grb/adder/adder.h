@@ -4,6 +4,7 @@
 #include <mutex>
 #include <source_location>
 #include <string>
+#include <string_view>
 
 #include "grb/data.h"
 #include "tav/opt/adder.h"
@@ -13,6 +14,9 @@ namespace grb {
 
 // The place of a refusal: all adders tell the same file, with the true line and the adder's own signature.
 tav::util::SourceLocation adderLocation(const std::source_location& at = std::source_location::current());
+
+// Raises the support error "Element <element> of the block: <what>."; elements count from 0 in their block.
+[[noreturn]] void failElement(int element, std::string_view what);
 
 // Raises the support error "Adder inactive" when the record is gone or its model not open.
 std::shared_ptr<Data> openRecord(const std::weak_ptr<Data>& data,

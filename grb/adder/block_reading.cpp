@@ -1,6 +1,12 @@
 #include "grb/adder/block_reading.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
+#include <cstring>
+
+#include "grb/adder/adder.h"
+#include "grb/gurobi/constants.h"
 
 namespace grb {
 
@@ -17,6 +23,14 @@ int elementCount(const tav::attr::ContainerDict& standard) {
 void requireCounts(const tav::attr::ContainerDict& group, int count) {
   for (const int key : group.keys()) {
     requireCount(group.name(key), group.get(key).size(), count);
+  }
+}
+
+BlockNames::BlockNames(const Data& data, const tav::attr::BaseContainer& names)
+    : names_(data.options.value(IntOption::names) > 0 ? names : tav::attr::BaseContainer()) {
+  for (std::size_t i = 0; i < span().size(); ++i) {
+    const std::size_t length = std::strlen(span()[i]);
+    if (length > kMaxNameLength) failElement(static_cast<int>(i), fmt::format("its name has {} bytes", length));
   }
 }
 

@@ -89,10 +89,30 @@ void copyToStore(const tav::attr::BaseContainer& source, const tav::idx::List& p
   if (values) store.set(positions, values);
 }
 
-// The container of names of a block, the empty one when names are off.
-inline tav::attr::BaseContainer namesIfWanted(const Data& data, const tav::attr::BaseContainer& names) {
-  return data.options.value(IntOption::names) > 0 ? names : tav::attr::BaseContainer();
+// Gurobi's terms for the domain types of a block, by one of the maps in domain_types.h.
+template <class Term>
+std::vector<Term> readTypes(const tav::attr::BaseContainer& types, int count, Term (*toGurobi)(int)) {
+  const auto values = types.as<int>();
+  requireCount("type", values.size(), count);
+  std::vector<Term> result;
+  result.reserve(static_cast<std::size_t>(count));
+  forEachValue<int>(values, count, [&](int, int type) { result.push_back(toGurobi(type)); });
+  return result;
 }
+
+// The names of a block's elements: all of them, or none when names are off or the block has none.
+class BlockNames {
+ public:
+  // Raises a support error when a name is longer than Gurobi takes.
+  BlockNames(const Data& data, const tav::attr::BaseContainer& names);
+
+  std::span<const char* const> span() const { return names_.span(); }
+  // The empty text for an element without a name.
+  const char* at(int i) const { return names_.span().empty() ? "" : names_.span()[static_cast<std::size_t>(i)]; }
+
+ private:
+  BlockValues<const char*> names_;
+};
 
 // Holds the model lock from its making on, and checks that Gurobi holds exactly what is registered. The reading makes
 // the pending update, so that a failing call of this block cannot discard what came before.

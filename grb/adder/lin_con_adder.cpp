@@ -14,21 +14,11 @@ namespace {
 
 using tav::opt::RowQuantity;
 
-std::vector<char> readSenses(const tav::attr::Container<int>& types, int count) {
-  requireCount("type", types.size(), count);
-  std::vector<char> senses(static_cast<std::size_t>(types.size()));
-  forEachValue<int>(types, types.size(),
-                    [&](int i, int type) { senses[static_cast<std::size_t>(i)] = constrTypeToGurobi(type); });
-  return senses;
-}
-
-void sendRows(Data& data, const LinearFunctions& functions, std::span<const char* const> names,
-              std::span<const char> senses) {
+void sendRows(Data& data, const LinearFunctions& functions, const BlockNames& names, std::span<const char> senses) {
   GurobiModel& model = *data.model;
   functions.forEach([&](int i, const LinearTerms& terms) {
     const auto k = static_cast<std::size_t>(i);
-    const double side = -terms.constant;
-    model.addConstr(terms.positions, terms.coefficients, senses[k], side, names.empty() ? "" : names[k]);
+    model.addConstr(terms.positions, terms.coefficients, senses[k], -terms.constant, names.at(i));
     data.linearRows.add();
   });
 }
@@ -48,18 +38,18 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto own = block.group(kOwnGroup);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto senses = readSenses(standard.get(RowQuantity::type).as<int>(), count);
+  const auto senses = readTypes(standard.get(RowQuantity::type), count, constrTypeToGurobi);
   const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   requireCounts(own, count);
-  const BlockValues<const char*> names(namesIfWanted(*data, standard.get(RowQuantity::name)));
+  const BlockNames names(*data, standard.get(RowQuantity::name));
 
   LockedModel locked(*data);
   GurobiModel& model = *data->model;
   RowStores& stores = *data->rowStores;
   noteSides(stores, functions, senses);
   const tav::idx::List positions = tav::idx::lib::Range(data->linearRows.count(), count);
-  locked.add([&](GurobiModel&) { sendRows(*data, functions, names.span(), senses); });
+  locked.add([&](GurobiModel&) { sendRows(*data, functions, names, senses); });
 
   copyToStore(standard.get(RowQuantity::marginal), positions, stores.marginal);
   copyToStore(standard.get(RowQuantity::basis), positions, stores.basis);

@@ -1,12 +1,9 @@
 #include "grb/adder/lin_obj_adder.h"
 
-#include <algorithm>
-#include <functional>
-
 #include "grb/adder/block_reading.h"
 #include "grb/adder/domain_types.h"
 #include "grb/adder/linear_functions.h"
-#include "tav/idx/lib/list.h"
+#include "grb/adder/objective_terms.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/tags.h"
 
@@ -40,23 +37,6 @@ struct MultiObjective {
   }
 };
 
-// Terms of one variable are summed, since the attribute is written by value and the last one would win. The list is a
-// range when the positions form one contiguous run.
-void writeCoefficients(GurobiModel& model, const char* attribute, const LinearTerms& terms) {
-  std::vector<int> positions(terms.positions.begin(), terms.positions.end());
-  std::vector<double> values(terms.coefficients.begin(), terms.coefficients.end());
-  const bool increasing =
-      std::adjacent_find(positions.begin(), positions.end(), std::greater_equal<>()) == positions.end();
-  if (!increasing) mergeTerms(positions, values);
-  if (positions.empty()) return;
-  const int count = static_cast<int>(positions.size());
-  if (positions.back() - positions.front() + 1 == count) {
-    model.setDblAttrArray(attribute, tav::idx::lib::Range(positions.front(), count), values);
-  } else {
-    model.setDblAttrArray(attribute, std::make_shared<tav::idx::lib::List>(std::move(positions)), values);
-  }
-}
-
 int modelSense(Data& data, int sense) {
   if (data.hasObjective()) return data.model->getIntAttr("ModelSense");
   data.model->setIntAttr("ModelSense", sense);
@@ -70,13 +50,8 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto standard = block.group(tav::opt::tag::kConstraint);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto types = readAll<int>(standard.get(ObjectiveQuantity::sense));
-  requireCount("sense", static_cast<int>(types.size()), count);
-  if (data->quadraticObjectives.count() > 0 || data->nonlinearObjectives.count() > 0) {
-    throw tav::opt::SupportException("Multiple objectives only supported with linear objectives.", adderLocation());
-  }
-  std::vector<int> senses(types.size());
-  std::transform(types.begin(), types.end(), senses.begin(), objTypeToGurobi);
+  if (data->quadraticObjectives.count() > 0 || data->nonlinearObjectives.count() > 0) refuseMultipleObjectives();
+  const auto senses = readTypes(standard.get(ObjectiveQuantity::sense), count, objTypeToGurobi);
   const LinearFunctions functions(standard.get(ObjectiveQuantity::function), count, *data);
   const auto own = block.group(kOwnGroup);
   requireCounts(own, count);

@@ -1,25 +1,15 @@
 #pragma once
 
-#include <span>
-#include <vector>
-
-#include "grb/adder/adder.h"
 #include "grb/adder/block_reading.h"
+#include "grb/adder/terms.h"
 #include "tav/attr/container.h"
 #include "tav/attr/lib/linear_rows_container.h"
 #include "tav/math/symbol.h"
 
 namespace grb {
 
-// One linear function of a block. The arrays are the block's own; Gurobi copies them and changes nothing.
-struct LinearTerms {
-  std::span<const int> positions;
-  std::span<const double> coefficients;
-  double constant;
-};
-
 // The functions of a block, known to be linear over this solver's variables, with positions of variables that exist and
-// finite numbers: anything else would make Gurobi refuse a call and discard what is queued.
+// finite numbers.
 class LinearFunctions {
  public:
   // Checks all functions, of which there must be `count`. Raises "Input not supported" for another kind of function or
@@ -58,8 +48,4 @@ void LinearFunctions::forEach(const Use& use) const {
     use(i, LinearTerms{function.positions, function.coefficients, function.constant});
   });
 }
-
-// Puts terms in increasing order of their positions and sums those of one position.
-void mergeTerms(std::vector<int>& positions, std::vector<double>& coefficients);
-
 }  // namespace grb

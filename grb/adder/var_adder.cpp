@@ -7,6 +7,7 @@
 
 #include "grb/adder/block_reading.h"
 #include "grb/adder/domain_types.h"
+#include "grb/gurobi/constants.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/support_exception.h"
 #include "tav/opt/tags.h"
@@ -16,7 +17,7 @@ namespace {
 
 using tav::opt::VariableQuantity;
 
-std::vector<char> readTypes(const tav::attr::Container<int>& types, int count) {
+std::vector<char> readVariableTypes(const tav::attr::Container<int>& types, int count) {
   requireCount("type", types.size(), count);
   std::vector<char> result(static_cast<std::size_t>(types.size()));
   forEachValue<int>(types, types.size(), [&](int i, int type) {
@@ -53,6 +54,17 @@ void setNames(GurobiModel& model, std::span<const char* const> names, const tav:
   }
 }
 
+// first: the position of the block's first variable. A variable between bounds that leave it only 0 and 1 is as good as
+// binary to Gurobi.
+void noteBinaries(VariableStores& stores, int first, std::span<const char> types, std::span<const double> lower,
+                  std::span<const double> upper) {
+  stores.binary.resize(static_cast<std::size_t>(first));
+  stores.binary.reserve(stores.binary.size() + types.size());
+  for (std::size_t i = 0; i < types.size(); ++i) {
+    stores.binary.push_back(types[i] == vartype::kInteger && lower[i] > -1 && upper[i] < 2);
+  }
+}
+
 }  // namespace
 
 tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
@@ -61,14 +73,14 @@ tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
   const auto own = block.group(kOwnGroup);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto types = readTypes(standard.get(VariableQuantity::type).as<int>(), count);
+  const auto types = readVariableTypes(standard.get(VariableQuantity::type).as<int>(), count);
   requireCounts(standard, count);
   requireCounts(own, count);
   const BlockValues<double> lower(standard.get(VariableQuantity::lower));
   const BlockValues<double> upper(standard.get(VariableQuantity::upper));
   requireBounds(lower.span(), types.size());
   requireBounds(upper.span(), types.size());
-  const BlockValues<const char*> names(namesIfWanted(*data, standard.get(VariableQuantity::name)));
+  const BlockNames names(*data, standard.get(VariableQuantity::name));
 
   LockedModel locked(*data);
   GurobiModel& model = *data->model;
@@ -76,6 +88,7 @@ tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
   const tav::idx::List positions = data->variables.add(count);
 
   VariableStores& stores = data->variableStores;
+  noteBinaries(stores, positions.front(), types, lower.span(), upper.span());
   copyToStore(standard.get(VariableQuantity::level), positions, stores.level);
   copyToStore(standard.get(VariableQuantity::basis), positions, stores.basis);
   copyToStore(own.get(kPreference), positions, stores.preference);

@@ -110,19 +110,65 @@ inline BaseContainer symbols(std::uint64_t space, const std::vector<Function>& f
   return tav::attr::lib::viewOf<tav::math::Symbol<double>>(*made, owner);
 }
 
-inline BaseContainer typesOf(const std::vector<Function>& functions) {
+/// A quadratic row or objective: a linear one with products besides.
+struct Quadratic {
+  Function linear;
+  std::vector<int> first, second;
+  std::vector<double> values;
+};
+
+inline BaseContainer symbols(std::uint64_t space, const std::vector<Quadratic>& functions) {
+  std::vector<tav::math::Symbol<double>> made;
+  for (const Quadratic& given : functions) {
+    const auto kept = std::make_shared<const Quadratic>(given);
+    const Function& linear = kept->linear;
+    made.push_back(tav::math::Symbol<double>::ofQuadratic(std::make_shared<tav::math::QuadraticFunction<double>>(
+        tav::math::QuadraticFunction<double>{{space, linear.positions, linear.coefficients, linear.constant, kept},
+                                             kept->first,
+                                             kept->second,
+                                             kept->values,
+                                             kept})));
+  }
+  return values(std::move(made));
+}
+
+inline int typeOf(const Function& function) { return function.type; }
+inline int typeOf(const Quadratic& function) { return function.linear.type; }
+
+template <class F>
+std::vector<Given> standardOf(std::uint64_t space, const std::vector<F>& given, const std::vector<Given>& more) {
+  using Q = tav::opt::RowQuantity;
   std::vector<int> types;
-  for (const Function& function : functions) types.push_back(function.type);
-  return values(std::move(types));
+  for (const F& function : given) types.push_back(typeOf(function));
+  std::vector<Given> standard{{Q::type, values(std::move(types))}, {Q::function, symbols(space, given)}};
+  standard.insert(standard.end(), more.begin(), more.end());
+  return standard;
 }
 
 /// Rows or objectives, which have type and function under the same numbers.
-inline tav::opt::ConstraintContainer functions(std::uint64_t space, const std::vector<Function>& given,
-                                               const std::vector<Given>& more = {}, const OwnGroup& own = {}) {
-  using Q = tav::opt::RowQuantity;
-  std::vector<Given> standard{{Q::type, typesOf(given)}, {Q::function, symbols(space, given)}};
-  standard.insert(standard.end(), more.begin(), more.end());
-  return block<tav::opt::ConstraintContainer>(tav::opt::tag::kConstraint, standard, own);
+template <class F = Function>
+tav::opt::ConstraintContainer functions(std::uint64_t space, const std::vector<F>& given,
+                                        const std::vector<Given>& more = {}, const OwnGroup& own = {}) {
+  return block<tav::opt::ConstraintContainer>(tav::opt::tag::kConstraint, standardOf(space, given, more), own);
+}
+
+/// Rows, each with the type of its link and the position of the linked variable.
+struct Links {
+  std::vector<int> types, variables;
+};
+
+inline tav::opt::LinkedConstraintContainer linkedRows(std::uint64_t space, const std::vector<Function>& rows,
+                                                      const Links& links, const std::vector<Given>& more = {}) {
+  using Q = tav::opt::LinkQuantity;
+  auto result =
+      block<tav::opt::LinkedConstraintContainer>(tav::opt::tag::kConstraint, standardOf(space, rows, more), {});
+  std::vector<tav::math::Symbol<double>> linked;
+  for (const int variable : links.variables) linked.push_back(tav::math::Symbol<double>::ofVariable(space, variable));
+  const auto group = std::make_shared<tav::opt::BlockGroup>();
+  group->set(Q::type, "type", values(links.types));
+  group->set(Q::variable, "variable", values(std::move(linked)));
+  result.setGroup(tav::opt::tag::kConstraintLink, group);
+  return result;
 }
 
 /// The positions of a list written out.

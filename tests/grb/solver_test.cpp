@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include "grb/adder/indic_adder.h"
 #include "grb/adder/lin_con_adder.h"
 #include "grb/adder/lin_obj_adder.h"
+#include "grb/adder/quad_con_adder.h"
+#include "grb/adder/quad_obj_adder.h"
+#include "grb/adder/sos_adder.h"
 #include "grb/adder/var_adder.h"
 #include "tests/grb/blocks.h"
 #include "tests/grb/listeners.h"
@@ -111,6 +115,19 @@ TEST_F(SolverTest, SubscribesToTheContextsOfTheThreeKindsOnly) {
 
 TEST_F(SolverTest, MakesAddersByPairsOfWholeTags) {
   EXPECT_TRUE(std::dynamic_pointer_cast<VarAdder>(solver.makeVariableAdder("tav:interval_domain", {})));
+  EXPECT_TRUE(std::dynamic_pointer_cast<QuadConAdder>(
+      solver.makeConstraintAdder("tav:static_bounded_domain", "tav:quadratic_function")));
+  EXPECT_TRUE(std::dynamic_pointer_cast<QuadObjAdder>(
+      solver.makeConstraintAdder("tav:sense_domain", "tav:quadratic_function")));
+  const auto sets = solver.makeConstraintAdder("tav:sos_domain", "tav:identity_function");
+  EXPECT_TRUE(std::dynamic_pointer_cast<SOSAdder>(sets));
+  EXPECT_EQ(solver.makeConstraintAdder("tav:sos_domain", "tav:identity_function"), sets);
+  const auto makeLink = [&](const char* domain, const char* link) {
+    return solver.makeLinkAdder(domain, "tav:linear_function", link);
+  };
+  EXPECT_TRUE(std::dynamic_pointer_cast<IndicAdder>(makeLink("tav:static_bounded_domain", "tav:constr_link")));
+  EXPECT_FALSE(makeLink("tav:static_bounded_domain", "tav:constr"));
+  EXPECT_FALSE(makeLink("tav:sense_domain", "tav:constr_link"));
   EXPECT_FALSE(solver.makeVariableAdder("tav:interval_domain", "tav:linear_function"));
   EXPECT_FALSE(solver.makeVariableAdder("tav:interval", {}));
   const auto rows = solver.makeConstraintAdder("tav:static_bounded_domain", "tav:linear_function");
@@ -136,6 +153,9 @@ TEST_F(SolverTest, MakesContainersOfThePartThatWasHandedOut) {
   using Keys = std::vector<int>;
   EXPECT_EQ(counts(rows), std::pair(Keys({2, 3, 5, 6, 7}), Keys({2})));
   EXPECT_EQ(counts(objectives), std::pair(Keys({5, 6}), Keys({2})));
+  EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kSenseDomain, tag::kQuadraticFunction)), counts(objectives));
+  EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction)),
+            std::pair(Keys({5, 6}), Keys()));
   const std::pair<Keys, Keys> nothing;
   EXPECT_EQ(counts(rows, "further"), nothing);
   EXPECT_EQ(counts(solver.makeVariableAdder(tag::kIntervalDomain, {})), nothing);
