@@ -1,0 +1,44 @@
+#include "brel/expr/evaluate.h"
+
+#include "brel/expr/operation.h"
+
+namespace brel::expr {
+
+namespace {
+
+double valueOfSum(const Graph& graph, NodeId node, const std::vector<double>& values) {
+  const std::span<const NodeId> children = graph.children(node);
+  const std::span<const double> coefficients = graph.coefficients(node);
+  double sum = graph.value(node);
+  for (std::size_t k = 0; k < children.size(); ++k) {
+    sum += coefficients[k] * values[static_cast<std::size_t>(children[k])];
+  }
+  return sum;
+}
+
+}  // namespace
+
+void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, std::size_t first,
+              double tolerance) {
+  values.resize(graph.size());
+  std::vector<double> arguments;
+  for (std::size_t n = first; n < graph.size(); ++n) {
+    const auto node = static_cast<NodeId>(n);
+    const Op op = graph.op(node);
+    if (op == Op::constant) {
+      values[n] = graph.value(node);
+    } else if (op == Op::variable) {
+      const auto column = static_cast<std::size_t>(graph.column(node));
+      values[n] = column < point.size() ? point[column] : std::numeric_limits<double>::quiet_NaN();
+    } else if (op == Op::sum) {
+      values[n] = valueOfSum(graph, node, values);
+    } else {
+      arguments.clear();
+      for (const NodeId child : graph.children(node)) arguments.push_back(values[static_cast<std::size_t>(child)]);
+      const std::span<const Point> points = op == Op::piecewise ? graph.points(node) : std::span<const Point>{};
+      values[n] = apply(op, graph.value(node), arguments, points, tolerance);
+    }
+  }
+}
+
+}  // namespace brel::expr
