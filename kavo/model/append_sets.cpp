@@ -20,30 +20,34 @@ struct Member {
 };
 
 // Fills members with those of set i in the order of their weights, checked.
-void sortMembers(const SetData& data, const Place& place, std::size_t i, std::size_t columns,
+void sortMembers(const SetData& data, const Place& place, std::size_t i, const Columns& columns,
                  std::vector<Member>& members) {
   members.clear();
   for (std::size_t k = data.start[i]; k < data.start[i + 1]; ++k) {
     const std::size_t position = members.size();
     const double weight = data.weight != nullptr ? data.weight[k] : static_cast<double>(position + 1);
-    checkColumn(place, i, position, data.column[k], columns);
+    checkColumn(place, i, position, data.column[k], columns.size());
     if (!std::isfinite(weight)) {
       place.fail(i, fmt::format("the weight {} of column {} must be a finite number", weight, data.column[k]));
     }
     members.push_back({weight, data.column[k]});
   }
   if (members.size() < 2) place.fail(i, fmt::format("a set needs two members or more, not {}", members.size()));
+  const auto describe = [&columns](int column) {
+    const auto c = static_cast<std::size_t>(column);
+    return describeElement("column", c, columns.names.at(c));
+  };
   const auto sortBy = [&members](auto key) {
     std::sort(members.begin(), members.end(), [key](const Member& a, const Member& b) { return a.*key < b.*key; });
     return std::adjacent_find(members.begin(), members.end(),
                               [key](const Member& a, const Member& b) { return a.*key == b.*key; });
   };
   if (const auto twice = sortBy(&Member::column); twice != members.end()) {
-    place.fail(i, fmt::format("column {} is a member twice", twice->column));
+    place.fail(i, describe(twice->column) + " is a member twice");
   }
   if (const auto equal = sortBy(&Member::weight); equal != members.end()) {
-    place.fail(
-        i, fmt::format("columns {} and {} have the same weight {}", equal[0].column, equal[1].column, equal->weight));
+    place.fail(i, fmt::format("{} and {} have the same weight {}", describe(equal[0].column), describe(equal[1].column),
+                              equal->weight));
   }
 }
 
@@ -80,7 +84,7 @@ void appendSets(Model& model, const SetData& data) {
     if (data.type[i] != 1 && data.type[i] != 2) {
       place.fail(i, fmt::format("the type of a set is 1 or 2, not {}", data.type[i]));
     }
-    sortMembers(data, place, i, model.columns.size(), found);
+    sortMembers(data, place, i, model.columns, found);
     for (const Member& member : found) {
       sets.column.push_back(member.column);
       sets.weight.push_back(member.weight);

@@ -26,11 +26,11 @@ class Trees {
   Trees(std::initializer_list<std::vector<Node>> trees) {
     for (const auto& tree : trees) {
       for (const Node& node : tree) {
-        op.push_back(node.op);
-        index.push_back(node.op == KAVO_OP_NUMBER ? -7 : static_cast<int>(node.content));  // -7: must be passed over
-        value.push_back(node.op == KAVO_OP_NUMBER ? node.content : NAN);
+        op_.push_back(node.op);
+        index_.push_back(node.op == KAVO_OP_NUMBER ? -7 : static_cast<int>(node.content));  // -7: must be passed over
+        value_.push_back(node.op == KAVO_OP_NUMBER ? node.content : NAN);
       }
-      start.push_back(op.size());
+      start_.push_back(op_.size());
     }
   }
 
@@ -40,12 +40,12 @@ class Trees {
  private:
   template <class Function>
   int add(Function function, trpRec* model, int* first) const {
-    return function(model, start.size() - 1, start.data(), op.data(), index.data(), value.data(), first);
+    return function(model, start_.size() - 1, start_.data(), op_.data(), index_.data(), value_.data(), first);
   }
 
-  std::vector<std::size_t> start{0};
-  std::vector<int> op, index;
-  std::vector<double> value;
+  std::vector<std::size_t> start_{0};
+  std::vector<int> op_, index_;
+  std::vector<double> value_;
 };
 
 Node number(double value) { return {KAVO_OP_NUMBER, value}; }
@@ -171,7 +171,7 @@ void expectRefused(const std::vector<Bad>& cases) {
 }
 
 // The second of two expressions is wrong.
-Bad badTree(const char* message, std::vector<Node> tree, int status = KAVO_INVALID) {
+Bad badTree(const char* message, const std::vector<Node>& tree, int status = KAVO_INVALID) {
   return {message, [tree](trpRec* m) { return Trees{{variable(0)}, tree}.addTo(m); }, status};
 }
 
@@ -213,6 +213,11 @@ TEST(BuildNonlinear, BadExpressions) {
               {one, one, two, one, two, two, x, {KAVO_OP_PIECEWISE_LINEAR_POINTS, 7}}),
       badTree("strings can only come from a .nl file", {{KAVO_OP_STRING}}, KAVO_NOT_SUPPORTED),
       badTree("function call can only come from a .nl file", {x, {KAVO_OP_CALL, 1}}, KAVO_NOT_SUPPORTED),
+  });
+}
+
+TEST(BuildNonlinear, BadUsesOfExpressions) {
+  expectRefused({
       {"defined variable 1, node 0: there is no defined variable 1 that can be used here: 1 come before",
        [](trpRec* m) { return Trees{{variable(0)}, {defined(1)}}.defineIn(m); }},
       {"the operators, indices or values of the nodes are null",
@@ -240,7 +245,7 @@ TEST(BuildNonlinear, BadExpressions) {
 }
 
 // Sets that have more than a wrong member are wrong in their second one.
-Bad badSet(const char* message, std::vector<int> columns, std::vector<double> weights, int type = 1) {
+Bad badSet(const char* message, const std::vector<int>& columns, const std::vector<double>& weights, int type = 1) {
   const auto call = [=](trpRec* m) {
     const unsigned char types[] = {2, static_cast<unsigned char>(type)};
     std::vector<int> all = {0, 1};
@@ -264,11 +269,16 @@ Bad badSwitch(const char* message, int row, int column, unsigned char value) {
   return {message, call};
 }
 
-// The second of two elements gets two terms: columns 0 and 1, and these.
-Bad badTerm(const char* message, int kind, int element, int first, int second, double value) {
+struct QuadraticTerm {
+  int first, second;
+  double value;
+};
+
+// The second of two elements gets two terms: columns 0 and 1, and this one.
+Bad badTerm(const char* message, int kind, int element, const QuadraticTerm& term) {
   const auto call = [=](trpRec* m) {
-    const int elements[] = {0, element}, firsts[] = {3, 0, first}, seconds[] = {3, 1, second};
-    const double values[] = {1, 1e20 * 0.75, value};
+    const int elements[] = {0, element}, firsts[] = {3, 0, term.first}, seconds[] = {3, 1, term.second};
+    const double values[] = {1, 1e20 * 0.75, term.value};
     const std::size_t start[] = {0, 1, 3};
     return kavo_add_quadratic_terms(m, kind, 2, elements, start, firsts, seconds, values);
   };
@@ -281,7 +291,7 @@ TEST(BuildNonlinear, BadSetsSwitchesAndTerms) {
       badSet("set 1 (\"bad\"): a set needs two members or more, not 0", {}, {}),
       badSet("set 1 (\"bad\"): column 4 of term 1 does not exist", {0, 4}, {}),
       badSet("set 1 (\"bad\"): column 2 is a member twice", {2, 0, 2}, {1, 2, 3}),
-      badSet("set 1 (\"bad\"): columns 0 and 2 have the same weight 3", {2, 1, 0}, {3, 1, 3}),
+      badSet("set 1 (\"bad\"): column 0 and column 2 have the same weight 3", {2, 1, 0}, {3, 1, 3}),
       badSet("set 1 (\"bad\"): the weight nan of column 0 must be a finite number", {2, 0}, {3, NAN}),
       badSet("set 1 (\"bad\"): the type of a set is 1 or 2, not 3", {2, 0}, {}, 3),
       badSwitch("row 1 (\"r1\"): its switch, column 1, is not binary", 1, 1, 1),
@@ -289,13 +299,13 @@ TEST(BuildNonlinear, BadSetsSwitchesAndTerms) {
       badSwitch("there is no element 4: the model has 4 of this kind", 1, 4, 1),
       badSwitch("row 1 (\"r1\"): the value that switches it on is 0 or 1, not 2", 1, 2, 2),
       badSwitch("there is no element 2: the model has 2 of this kind", 2, 0, 1),
-      badTerm("row 1 (\"r1\"): column 4 of term 1 does not exist", KAVO_ROW, 1, 0, 4, 1),
-      badTerm("row 1 (\"r1\"): column -1 of term 1 does not exist", KAVO_ROW, 1, -1, 0, 1),
-      badTerm("row 1 (\"r1\"): the coefficient 1.5e+20 of columns 0 and 1", KAVO_ROW, 1, 1, 0, 1e20 * 0.75),
-      badTerm("objective 1 (\"second\"): the coefficient nan of columns 0 and 0", KAVO_OBJECTIVE, 1, 0, 0, NAN),
-      badTerm("row 0 (\"r0\"): it has quadratic terms already", KAVO_ROW, 0, 0, 0, 1),
-      badTerm("there is no element 2", KAVO_OBJECTIVE, 2, 0, 0, 1),
-      badTerm("only rows and objectives have quadratic terms", KAVO_SET, 0, 0, 0, 1),
+      badTerm("row 1 (\"r1\"): column 4 of term 1 does not exist", KAVO_ROW, 1, {0, 4, 1}),
+      badTerm("row 1 (\"r1\"): column -1 of term 1 does not exist", KAVO_ROW, 1, {-1, 0, 1}),
+      badTerm("row 1 (\"r1\"): the coefficient 1.5e+20 of columns 0 and 1", KAVO_ROW, 1, {1, 0, 1e20 * 0.75}),
+      badTerm("objective 1 (\"second\"): the coefficient nan of columns 0 and 0", KAVO_OBJECTIVE, 1, {0, 0, NAN}),
+      badTerm("row 0 (\"r0\"): it has quadratic terms already", KAVO_ROW, 0, {0, 0, 1}),
+      badTerm("there is no element 2", KAVO_OBJECTIVE, 2, {0, 0, 1}),
+      badTerm("only rows and objectives have quadratic terms", KAVO_SET, 0, {0, 0, 1}),
   });
 }
 

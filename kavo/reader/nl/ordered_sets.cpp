@@ -56,7 +56,8 @@ std::vector<Member> amplsMembers(const Model& model) {
       fail(model, "sos", fmt::format("variable {} has the value {}, which names no set", sets->index[k], value));
     }
     const auto type = static_cast<unsigned char>((bits & kType2) != 0 ? 2 : 1);
-    members.push_back({static_cast<double>(bits / kPerNumber), type, 0, sets->index[k]});
+    const int number = bits / kPerNumber;
+    members.push_back({static_cast<double>(number), type, 0, sets->index[k]});
   }
   return members;
 }
