@@ -268,9 +268,11 @@ NodeId OperatorMaker::rounded(Op op) const {
 }
 
 NodeId OperatorMaker::implies() const {
-  const NodeId condition = truth(0);
-  return graph_.call(Op::logicalAnd, graph_.call(Op::logicalOr, not_(condition), truth(1)),
-                     graph_.call(Op::logicalOr, condition, truth(2)));
+  const NodeId choice[]{truth(0), truth(1), truth(2)};
+  const NodeId condition = choice[0], then = choice[1], otherwise = choice[2];
+  if (graph_.isConstant(then) || graph_.isConstant(otherwise)) return graph_.call(Op::ifThenElse, choice);
+  return graph_.call(Op::logicalAnd, graph_.call(Op::logicalOr, not_(condition), then),
+                     graph_.call(Op::logicalOr, condition, otherwise));
 }
 
 // A sum of powers: they are shared among polynomials of the same argument, and degree two is seen as such.
