@@ -1,0 +1,352 @@
+#include "brel/rewrite/lowering.h"
+
+#include <array>
+
+#include "brel/rewrite/expression_rules.h"
+
+namespace brel::rewrite {
+namespace {
+
+// From this size on an expression that is used several times becomes a column of its own.
+constexpr float kSharedSize = 25;
+
+bool isComparison(Op op) { return op == Op::lessEqual || op == Op::less || op == Op::equal; }
+
+// Whose result may be a column of the user's, whatever its bounds.
+bool mayHaveResult(Op op) {
+  switch (op) {
+    case Op::abs:
+    case Op::min:
+    case Op::max:
+    case Op::norm1:
+    case Op::norm2:
+    case Op::normInf:
+    case Op::piecewise:
+    case Op::ifThenElse:
+    case Op::lessEqual:
+    case Op::less:
+    case Op::equal:
+    case Op::logicalAnd:
+    case Op::logicalOr:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+Lowering::Lowering(Rewriter& rewriter)
+    : rewriter_(rewriter),
+      sources_(rewriter.graph().size()),
+      need_(sources_, 0),
+      element_(sources_, -1),
+      firstGuard_(sources_, -1),
+      result_(sources_, kNoNode),
+      lowered_(sources_, kNoNode),
+      uses_(sources_, 0),
+      treeSize_(sources_, 1) {}
+
+void Lowering::need(NodeId node, std::uint8_t what) {
+  need_[index(node)] |= what;
+  if (element_[index(node)] < 0) element_[index(node)] = static_cast<int>(elements_.size()) - 1;
+}
+
+bool Lowering::setResult(NodeId node, NodeId column) {
+  const bool isFree = mayHaveResult(graph().op(node)) && result_[index(node)] == kNoNode;
+  const bool fits = !graph().isTruth(node) || graph().isTruth(column);
+  if (!isFree || !fits) return false;
+  for (const NodeId child : graph().children(node)) {
+    if (child == column) return false;
+  }
+  result_[index(node)] = column;
+  return true;
+}
+
+NodeId Lowering::result(NodeId node, std::string_view what) {
+  const NodeId given = result_[index(node)];
+  return given != kNoNode ? given : rewriter_.addColumn(graph().interval(node), graph().isInteger(node), node, what);
+}
+
+NodeId Lowering::finish(NodeId node, NodeId value) {
+  const NodeId given = result_[index(node)];
+  if (given == kNoNode) return value;
+  rewriter_.addRow(graph().subtract(given, value), RowType::equal, "def");
+  return given;
+}
+
+void Lowering::guard(NodeId node, Literal literal) {
+  guards_.push_back({literal, firstGuard_[index(node)]});
+  firstGuard_[index(node)] = static_cast<int>(guards_.size()) - 1;
+}
+
+bool Lowering::isSimple(NodeId node, Literal& literal) {
+  literal.positive = graph().op(node) != Op::logicalNot;
+  const NodeId column = literal.positive ? node : graph().children(node)[0];
+  if (!graph().isVariable(column)) return false;
+  literal.column = graph().column(column);
+  return true;
+}
+
+// "not a, or b" holds b to be true wherever a is: the guarded one of two operands, kNoNode when there is none.
+NodeId Lowering::guardedOperand(NodeId node, Literal& when) {
+  const auto children = graph().children(node);
+  if (children.size() != 2) return kNoNode;
+  Literal first{}, second{};
+  const bool isFirst = isSimple(children[0], first), isSecond = isSimple(children[1], second);
+  if (isFirst == isSecond) return kNoNode;
+  when = isFirst ? first : second;
+  when.positive = !when.positive;
+  return children[isFirst ? 1 : 0];
+}
+
+// Tells the children of a node what is needed of them.
+void Lowering::passOn(NodeId node) {
+  std::uint8_t& needed = need_[index(node)];
+  const Op op = graph().op(node);
+  if (firstGuard_[index(node)] >= 0) passGuardsOn(node);
+  if (needed == 0) return;
+  switch (op) {
+    case Op::constant:
+    case Op::variable:
+      return;
+    case Op::logicalNot: {
+      constexpr std::array<std::uint8_t, 4> kSwapped{0, kZero, kOne, kBoth};
+      const std::uint8_t truth = (needed & kTrue ? kFalse : 0) | (needed & kFalse ? kTrue : 0);
+      return passTo(graph().children(node)[0], node, kSwapped[needed & kBoth] | truth);
+    }
+    case Op::logicalAnd:
+      for (const NodeId child : graph().children(node)) {
+        passTo(child, node, (needed & (kBoth | kTrue)) | (needed & kFalse ? kZero : 0));
+      }
+      return;
+    case Op::logicalOr:
+      return passOnOr(node, needed);
+    case Op::ifAndOnlyIf:
+      if (needed & kTrue) joinEquivalent(node);
+      break;
+    case Op::ifThenElse:
+    case Op::allDifferent:
+      // as a truth value it is enforced by its result, but for "all different"
+      if (needed & kTrue && op != Op::allDifferent) needed |= kOne;
+      if (needed & kFalse) needed |= kZero;
+      break;
+    default:
+      break;
+  }
+  for (const NodeId child : graph().children(node)) passTo(child, node, kBoth);
+}
+
+void Lowering::passTo(NodeId child, NodeId parent, std::uint8_t what) {
+  need_[index(child)] |= what;
+  if (element_[index(child)] < 0) element_[index(child)] = element_[index(parent)];
+}
+
+void Lowering::passOnOr(NodeId node, std::uint8_t needed) {
+  Literal when{};
+  const NodeId guarded = needed & kTrue ? guardedOperand(node, when) : kNoNode;
+  if (guarded != kNoNode) {
+    guard(guarded, when);
+    passTo(guarded, node, 0);
+  }
+  const std::uint8_t asClause = needed & kTrue && guarded == kNoNode ? kOne : 0;
+  for (const NodeId child : graph().children(node)) {
+    passTo(child, node, (needed & (kBoth | kFalse)) | asClause);
+  }
+}
+
+void Lowering::passGuardsOn(NodeId node) {
+  const Op op = graph().op(node);
+  if (isComparison(op)) return passTo(graph().children(node)[0], node, kBoth);
+  if (op != Op::logicalAnd) {
+    need_[index(node)] |= kOne;
+    return;
+  }
+  for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
+    for (const NodeId child : graph().children(node)) {
+      guard(child, guards_[static_cast<std::size_t>(g)].literal);
+      passTo(child, node, 0);
+    }
+  }
+}
+
+// "b if and only if x <= 5": b is the result of the comparison.
+void Lowering::joinEquivalent(NodeId node) {
+  const auto children = graph().children(node);
+  for (std::size_t k = 0; k < 2; ++k) {
+    if (graph().isVariable(children[k]) && setResult(children[1 - k], children[k])) return;
+  }
+}
+
+// How often a node would be written out: a linear one vanishes into the sums that use it.
+void Lowering::countUses() {
+  for (std::size_t i = 0; i < sources_; ++i) {
+    const auto node = static_cast<NodeId>(i);
+    if ((need_[i] & kBoth) == 0) continue;
+    const bool joins = graph().op(node) == Op::sum || isComparison(graph().op(node));
+    for (const NodeId child : graph().children(node)) {
+      if (!joins || graph().degree(child) > expr::Degree::linear) ++uses_[index(child)];
+    }
+  }
+  for (std::size_t i = 0; i < sources_; ++i) {
+    const auto node = static_cast<NodeId>(i);
+    float size = 1;
+    for (const NodeId child : graph().children(node)) {
+      size += isToBeShared(child) ? 1 : treeSize_[index(child)];
+    }
+    treeSize_[i] = size;
+  }
+}
+
+bool Lowering::isToBeShared(NodeId node) const {
+  return uses_[index(node)] > 1 && treeSize_[index(node)] >= kSharedSize;
+}
+
+void Lowering::run() {
+  for (auto node = static_cast<NodeId>(sources_) - 1; node >= 0; --node) passOn(node);
+  countUses();
+  for (std::size_t i = 0; i < sources_; ++i) {
+    const auto node = static_cast<NodeId>(i);
+    if (element_[i] >= 0) rewriter_.setElement(elements_[static_cast<std::size_t>(element_[i])]);
+    const bool isLeaf = graph().isVariable(node) || graph().isConstant(node);
+    if (isLeaf || (need_[i] & kBoth) != 0) lowered_[i] = lower(node);
+    enforce(node);
+  }
+}
+
+NodeId Lowering::lower(NodeId node) {
+  switch (graph().op(node)) {
+    case Op::constant:
+    case Op::variable:
+      return node;
+    case Op::abs:
+    case Op::min:
+    case Op::max:
+    case Op::norm1:
+    case Op::norm2:
+    case Op::normInf:
+      return lowerFunction(*this, node);
+    case Op::sinh:
+    case Op::cosh:
+      return lowerHyperbolic(*this, node);
+    case Op::asin:
+    case Op::acos:
+    case Op::atan:
+    case Op::asinh:
+    case Op::acosh:
+    case Op::atanh:
+    case Op::atan2:
+      return lowerInverse(*this, node);
+    case Op::logBase:
+      return lowerLogBase(*this, node);
+    case Op::generalPower:
+      return lowerGeneralPower(*this, node);
+    case Op::floor:
+    case Op::ceil:
+    case Op::round:
+    case Op::trunc:
+      return lowerRounding(*this, node);
+    case Op::mod:
+    case Op::integerDivide:
+      return lowerDivision(*this, node);
+    case Op::piecewise:
+      return lowerPiecewise(*this, node);
+    case Op::ifThenElse:
+      return lowerIfThenElse(*this, node);
+    case Op::lessEqual:
+    case Op::less:
+    case Op::equal:
+      return lowerComparison(*this, node);
+    case Op::logicalNot:
+      return graph().sum(1, {{{lowered(graph().children(node)[0]), -1}}});
+    case Op::logicalAnd:
+    case Op::logicalOr:
+      return lowerAndOr(*this, node);
+    case Op::ifAndOnlyIf:
+      return lowerIfAndOnlyIf(*this, node);
+    case Op::allDifferent:
+      return lowerAllDifferent(*this, node);
+    default: {
+      const NodeId copy = copyWithLoweredChildren(node);
+      return isToBeShared(node) ? rewriter_.asColumn(copy) : copy;
+    }
+  }
+}
+
+NodeId Lowering::copyWithLoweredChildren(NodeId node) {
+  const Op op = graph().op(node);
+  const std::vector<NodeId> children = loweredChildren(node);
+  if (op == Op::sum) {
+    std::vector<expr::Term> terms;
+    for (std::size_t k = 0; k < children.size(); ++k) terms.push_back({children[k], graph().coefficients(node)[k]});
+    return graph().sum(graph().value(node), terms);
+  }
+  switch (op) {
+    case Op::product:
+      return graph().product(children[0], children[1]);
+    case Op::divide:
+      return graph().call(op, children[0], children[1]);
+    case Op::power:
+    case Op::exponential:
+    case Op::signedPower:
+      return graph().call(op, children[0], graph().value(node));
+    default:
+      return graph().call(op, children[0]);
+  }
+}
+
+std::vector<NodeId> Lowering::loweredChildren(NodeId node) {
+  std::vector<NodeId> result;
+  for (const NodeId child : graph().children(node)) result.push_back(lowered(child));
+  return result;
+}
+
+// Makes a node hold that must be true or false, everywhere or under guards.
+void Lowering::enforce(NodeId node) {
+  const std::uint8_t needed = need_[index(node)];
+  if (needed & kTrue) enforceAlways(node, true);
+  if (needed & kFalse) enforceAlways(node, false);
+  for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
+    const Literal when = guards_[static_cast<std::size_t>(g)].literal;
+    const Op op = graph().op(node);
+    if (isComparison(op)) {
+      enforceComparisonWhen(*this, node, when);
+    } else if (op != Op::logicalAnd) {
+      const NodeId holds = graph().subtract(lowered(node), rewriter_.literalNode(when));
+      rewriter_.addRow(holds, RowType::greaterOrEqual, "if");
+    }
+  }
+}
+
+void Lowering::enforceAlways(NodeId node, bool holds) {
+  const Op op = graph().op(node);
+  if (op == Op::logicalNot) return;
+  if (op == Op::logicalAnd || op == Op::logicalOr) {
+    if ((op == Op::logicalAnd) == holds) return;  // the operands are enforced
+    Literal when{};
+    if (holds && guardedOperand(node, when) != kNoNode) return;
+    return enforceClause(node, holds);
+  }
+  if (isComparison(op)) return enforceComparison(*this, node, holds);
+  if (op == Op::allDifferent && holds) return enforceAllDifferent(*this, node);
+  NodeId difference = kNoNode;  // which must be 0
+  if (op == Op::ifAndOnlyIf) {
+    const auto children = loweredChildren(node);
+    difference =
+        holds ? graph().subtract(children[0], children[1]) : graph().sum(-1, {{{children[0], 1}, {children[1], 1}}});
+  } else {
+    difference = graph().sum(holds ? -1 : 0, {{{lowered(node), 1}}});
+  }
+  const bool isFulfilled = graph().isConstant(difference) && graph().value(difference) == 0;
+  if (!isFulfilled) rewriter_.addRow(difference, RowType::equal, "holds");
+}
+
+// One operand is true (of an "or"), or one is false (of an "and").
+void Lowering::enforceClause(NodeId node, bool isOneTrue) {
+  std::vector<expr::Term> terms;
+  for (const NodeId child : graph().children(node)) terms.push_back({lowered(child), isOneTrue ? 1.0 : -1.0});
+  const double constant = isOneTrue ? -1 : static_cast<double>(terms.size()) - 1;
+  rewriter_.addRow(graph().sum(constant, terms), RowType::greaterOrEqual, "one");
+}
+
+}  // namespace brel::rewrite
