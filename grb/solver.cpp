@@ -10,6 +10,8 @@
 #include "grb/adder/sos_adder.h"
 #include "grb/adder/var_adder.h"
 #include "grb/gurobi/constants.h"
+#include "grb/nonlinear/nonlin_con_adder.h"
+#include "grb/nonlinear/nonlin_obj_adder.h"
 #include "grb/option/catalogue.h"
 #include "grb/procedure/fix_command.h"
 #include "grb/procedure/solve.h"
@@ -78,10 +80,12 @@ std::shared_ptr<tav::opt::AbstractConstraintAdder> Solver::makeConstraintAdder(s
   if (domain == tag::kStaticBoundedDomain) {
     if (function == tag::kLinearFunction) return sharedAdder<LinConAdder>(data_->linearRowAdder, data_);
     if (function == tag::kQuadraticFunction) return sharedAdder<QuadConAdder>(data_->quadraticRowAdder, data_);
+    if (function == tag::kIdentityFunction) return sharedAdder<NonlinConAdder>(data_->nonlinearRowAdder, data_);
   }
   if (domain == tag::kSenseDomain) {
     if (function == tag::kLinearFunction) return sharedAdder<LinObjAdder>(data_->linearObjectiveAdder, data_);
     if (function == tag::kQuadraticFunction) return sharedAdder<QuadObjAdder>(data_->quadraticObjectiveAdder, data_);
+    if (function == tag::kIdentityFunction) return sharedAdder<NonlinObjAdder>(data_->nonlinearObjectiveAdder, data_);
   }
   if (domain == tag::kSosDomain && function == tag::kIdentityFunction) {
     return sharedAdder<SOSAdder>(data_->sosAdder, data_);

@@ -9,6 +9,8 @@
 #include "grb/adder/quad_obj_adder.h"
 #include "grb/adder/sos_adder.h"
 #include "grb/adder/var_adder.h"
+#include "grb/nonlinear/nonlin_con_adder.h"
+#include "grb/nonlinear/nonlin_obj_adder.h"
 #include "tests/grb/blocks.h"
 #include "tests/grb/listeners.h"
 #include "tests/tav/thrown.h"
@@ -119,6 +121,10 @@ TEST_F(SolverTest, MakesAddersByPairsOfWholeTags) {
       solver.makeConstraintAdder("tav:static_bounded_domain", "tav:quadratic_function")));
   EXPECT_TRUE(std::dynamic_pointer_cast<QuadObjAdder>(
       solver.makeConstraintAdder("tav:sense_domain", "tav:quadratic_function")));
+  EXPECT_TRUE(std::dynamic_pointer_cast<NonlinConAdder>(
+      solver.makeConstraintAdder("tav:static_bounded_domain", "tav:identity_function")));
+  EXPECT_TRUE(std::dynamic_pointer_cast<NonlinObjAdder>(
+      solver.makeConstraintAdder("tav:sense_domain", "tav:identity_function")));
   const auto sets = solver.makeConstraintAdder("tav:sos_domain", "tav:identity_function");
   EXPECT_TRUE(std::dynamic_pointer_cast<SOSAdder>(sets));
   EXPECT_EQ(solver.makeConstraintAdder("tav:sos_domain", "tav:identity_function"), sets);

@@ -1,0 +1,34 @@
+#include "grb/nonlinear/counted_adds.h"
+
+#include <cmath>
+
+#include "grb/gurobi/constants.h"
+#include "grb/nonlinear/nonlinear_stack.h"
+
+namespace grb {
+
+bool isUsable(const tav::math::LinearFunction<double>& function, int variables) {
+  return std::isfinite(function.constant) && areFinite(function.coefficients) &&
+         arePositions(function.positions, variables);
+}
+
+int addCountedRow(Data& data, const LinearTerms& terms, char sense, const char* name) {
+  const double side = 0.0 - terms.constant;  // not -0
+  data.model->addConstr(terms.positions, terms.coefficients, sense, side, name);
+  return data.registerRow(sense, side);
+}
+
+int addFreeVariable(Data& data, const std::optional<RowEntry>& entry, double objective) {
+  const std::size_t entries = entry ? 1 : 0;
+  const RowEntry given = entry.value_or(RowEntry{});
+  data.model->addVar({&given.row, entries}, {&given.coefficient, entries}, objective, -kInfinity, kInfinity,
+                     vartype::kContinuous, nullptr);
+  return data.variables.add();
+}
+
+void addTree(Data& data, const NonlinearStack& tree, const GeneralConstraint& what, int result, const char* name) {
+  data.model->addGenConstrNL(name, result, tree.opcodes(), tree.data(), tree.parents());
+  data.generalConstraints.push_back(what);
+}
+
+}  // namespace grb
