@@ -18,4 +18,16 @@ class Failure : public Error {
   std::size_t line_;
 };
 
+// Does a piece of work that checks what the file says but knows nothing of its lines; errors belong to this line.
+template <class Work>
+void forLine(std::size_t line, Work&& work) {
+  try {
+    work();
+  } catch (const Failure&) {
+    throw;
+  } catch (const Error& error) {
+    throw Failure(error.status() == KAVO_INVALID ? KAVO_FILE : error.status(), line, error.what());
+  }
+}
+
 }  // namespace kavo::reader

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <utility>
 
 namespace kavo::reader {
 
@@ -68,6 +69,37 @@ int NameIndex::build() {
     }
   }
   return kNone;
+}
+
+int NameIndex::findOrTake(std::string_view name, int next) {
+  const std::uint32_t hash = hashOf(name);
+  std::size_t slot = slotOf(name, hash);
+  if (slots_[slot].element != kNone) return slots_[slot].element;
+  if (2 * (static_cast<std::size_t>(size_) + 1) > slots_.size()) {
+    grow();
+    slot = slotOf(name, hash);
+  }
+  slots_[slot] = {hash, next};
+  ++size_;
+  return next;
+}
+
+// The last name is on no other name's way to its slot.
+void NameIndex::takeBack(std::string_view name) {
+  slots_[slotOf(name, hashOf(name))] = {0, kNone};
+  --size_;
+}
+
+void NameIndex::grow() {
+  std::vector<Slot> larger(std::max<std::size_t>(16, 2 * slots_.size()), Slot{0, kNone});
+  mask_ = larger.size() - 1;
+  for (const Slot& slot : slots_) {
+    if (slot.element == kNone) continue;
+    std::size_t i = slot.hash & mask_;
+    while (larger[i].element != kNone) i = (i + 1) & mask_;
+    larger[i] = slot;
+  }
+  slots_ = std::move(larger);
 }
 
 int NameIndex::find(std::string_view name, int guess) const {

@@ -24,12 +24,14 @@ bool endsWith(std::string_view path, std::string_view ending) {
 Model read(const std::string& path) {
   if (endsWith(path, ".nl")) return readNl(path);
   if (endsWith(path, ".mps") || endsWith(path, ".mps.gz")) return readMps(path);
+  if (endsWith(path, ".lp") || endsWith(path, ".lp.gz")) return readLp(path);
   const std::string withEnding = path + ".nl";
   if (::access(withEnding.c_str(), F_OK) == 0) return readNl(withEnding);
-  throw Error(KAVO_FILE,
-              fmt::format("cannot read \"{}\": its ending is none of .nl, .mps, .mps.gz, and there is no file "
-                          "\"{}\"; check the path",
-                          path, withEnding));
+  throw Error(
+      KAVO_FILE,
+      fmt::format("cannot read \"{}\": its ending is none of .nl, .mps, .mps.gz, .lp, .lp.gz, and there is no file "
+                  "\"{}\"; check the path",
+                  path, withEnding));
 }
 
 }  // namespace kavo::reader

@@ -15,5 +15,6 @@ Model read(const std::string& path);
 // expected.
 Model readNl(const std::string& path);
 Model readMps(const std::string& path);
+Model readLp(const std::string& path);
 
 }  // namespace kavo::reader
