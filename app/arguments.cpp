@@ -51,7 +51,8 @@ void declare(CLI::App& cli, Arguments& arguments, std::vector<std::string>& posi
       ->type_name("FILE");
   cli.add_flag("--version", action(Action::version), "print the version and the Gurobi library in use");
   cli.add_flag("--help", action(Action::help), "print this text");
-  cli.add_option("MODEL", positional, "a .nl, .mps or .mps.gz file, and words name=value behind it")->type_name("");
+  cli.add_option("MODEL", positional, "a .nl, .mps or .lp file (.mps.gz, .lp.gz), and words name=value behind it")
+      ->type_name("");
 }
 
 // Takes a single-dash switch.

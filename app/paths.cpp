@@ -28,7 +28,7 @@ bool isEnding(std::string_view text, std::string_view ending) {
 }
 
 Stub stubOf(const std::string& model) {
-  for (const std::string_view ending : {".nl", ".mps", ".mps.gz"}) {
+  for (const std::string_view ending : {".nl", ".mps", ".mps.gz", ".lp", ".lp.gz"}) {
     if (model.size() <= ending.size()) continue;
     const std::size_t base = model.size() - ending.size();
     if (isEnding(std::string_view(model).substr(base), ending)) return {model.substr(0, base), ending};

@@ -104,7 +104,8 @@ TEST(Read, ChoosesByTheEnding) {
   EXPECT_EQ(read(folder.path("m")).file, path);
   EXPECT_EQ(read(folder.write("UPPER.NL", gzip(kModel))).columns.size(), 2u);
   EXPECT_THAT(errorOf([&] { read(folder.path("a.b")); }),
-              HasSubstr("its ending is none of .nl, .mps, .mps.gz, and there is no file \"" + folder.path("a.b.nl")));
+              HasSubstr("its ending is none of .nl, .mps, .mps.gz, .lp, .lp.gz, and there is no file \"" +
+                        folder.path("a.b.nl")));
   EXPECT_THAT(errorOf([&] { read(folder.path("none.nl")); }), HasSubstr("there is no such file"));
   const std::string wrong = folder.write("wrong.nl", "g3 1 1 0\nxyz\n");
   EXPECT_THAT(errorOf([&] { read(wrong); }), testing::StartsWith(wrong + ", line 2: header: "));
