@@ -18,6 +18,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "bench/read/child.h"
@@ -84,12 +85,11 @@ class Table {
   void add(std::size_t n) const {
     const std::string stem = fmt::format("{}/lp{}", folder_, n);
     bench::numberFrom({self_, "--write", std::to_string(n), stem});
-    addFile(n, "text .nl", stem + "-text.nl");
-    addFile(n, "binary .nl", stem + "-binary.nl");
-    addFile(n, ".mps", stem + ".mps");
-    std::filesystem::remove(stem + "-text.nl");
-    std::filesystem::remove(stem + "-binary.nl");
-    std::filesystem::remove(stem + ".mps");
+    for (const auto& [format, ending] :
+         {std::pair{"text .nl", "-text.nl"}, {"binary .nl", "-binary.nl"}, {".mps", ".mps"}, {".lp", ".lp"}}) {
+      addFile(n, format, stem + ending);
+      std::filesystem::remove(stem + ending);
+    }
   }
 
  private:

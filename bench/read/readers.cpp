@@ -1,5 +1,6 @@
 #include "bench/read/readers.h"
 
+#include <CoinLpIO.hpp>
 #include <CoinMessageHandler.hpp>
 #include <CoinMpsIO.hpp>
 #include <cstring>
@@ -29,11 +30,18 @@ void readWithKavo(const std::string& path, std::size_t n) {
 }
 
 void readWithCoinUtils(const std::string& path, std::size_t n) {
-  CoinMpsIO reader;
-  reader.messageHandler()->setLogLevel(0);
-  if (reader.readMps(path.c_str(), "") != 0 || static_cast<std::size_t>(reader.getNumCols()) != n) {
-    throw std::runtime_error(path + ": CoinUtils cannot read it");
+  int columns = -1;
+  if (path.ends_with(".lp")) {
+    CoinLpIO reader;
+    reader.messageHandler()->setLogLevel(0);
+    reader.readLp(path.c_str());
+    columns = reader.getNumCols();
+  } else {
+    CoinMpsIO reader;
+    reader.messageHandler()->setLogLevel(0);
+    if (reader.readMps(path.c_str(), "") == 0) columns = reader.getNumCols();
   }
+  if (columns != static_cast<int>(n)) throw std::runtime_error(path + ": CoinUtils cannot read it");
 }
 
 std::size_t arrayBytes(const kavo::Model& model) {

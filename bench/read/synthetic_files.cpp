@@ -112,6 +112,32 @@ void writeMps(const Lp& lp, const std::string& path) {
   file.text("ENDATA\n");
 }
 
+// A term of a sum, in lines of some terms each.
+void writeTerm(File& file, std::size_t k, int column, double value) {
+  file.text("{}{}{} x{}", k > 0 && k % 5 == 0 ? "\n  " : "", k > 0 ? " + " : " ", value, column);
+}
+
+void writeLpFile(const Lp& lp, const std::string& path) {
+  File file(path);
+  file.text("Minimize\n obj:");
+  for (std::size_t j = 0; j < lp.size; ++j) writeTerm(file, j, static_cast<int>(j), lp.cost[j]);
+  file.text("\nSubject To\n");
+  for (std::size_t i = 0; i < lp.size; ++i) {
+    const std::size_t start = lp.rowStart[i];
+    file.text(" r{}:", i);
+    for (std::size_t k = start; k < lp.rowStart[i + 1]; ++k) {
+      writeTerm(file, k - start, lp.rowColumn[k], lp.rowValue[k]);
+    }
+    constexpr std::array<const char*, 3> kRelations = {">=", "<=", "="};
+    file.text(" {} {}\n", kRelations[i % 3], lp.side[i]);
+  }
+  file.text("Bounds\n");
+  for (std::size_t j = 0; j < lp.size; ++j) {
+    if (lp.bounded(j)) file.text(" x{} <= 10\n", j);
+  }
+  file.text("End\n");
+}
+
 void writeHeader(const Lp& lp, File& file, bool binary) {
   const auto equations = static_cast<std::size_t>(lp.size / 3);
   file.text("{}3 0 1 0\n {} {} 1 0 {}\n 0 0\n 0 0\n 0 0 0\n 0 0 {} 0\n 0 0 0 0 0\n {} {}\n 0 0\n 0 0 0 0 0\n",
@@ -207,6 +233,7 @@ void writeSyntheticFiles(std::size_t n, const std::string& stem) {
   writeNl(lp, stem + "-text.nl", false);
   writeNl(lp, stem + "-binary.nl", true);
   writeMps(lp, stem + ".mps");
+  writeLpFile(lp, stem + ".lp");
 }
 
 }  // namespace bench
