@@ -150,11 +150,102 @@ TEST(MpsErrors, OfBounds) {
                    "line 7, section BOUNDS: \"x\" may be a set and \"7\" a column, or a column and a value"}});
 }
 
+std::string beyond(const std::string& sections) { return withSections(sections + "\n"); }
+
+TEST(MpsErrors, OfObjectives) {
+  expectMessages({
+      {"ROWS\n N o 1 1 0 0\n N p\n", "line 3, section ROWS: expected priority, weight, absolute and relative"},
+      {"ROWS\n N o\n N p 1 1 0 0\n", "line 3, section ROWS: expected priority, weight, absolute and relative"},
+      {"ROWS\n N o 1.5 1 0 0\n", "line 2, section ROWS: expected a whole number as the priority, found \"1.5\""},
+      {"ROWS\n N o 1 1 a 0\n", "line 2, section ROWS: expected a number, found \"a\""},
+      {"ROWS\n L c 1 1 0 0\n", "expected type and name of a row, found 6 fields"},
+      {"ROWS\n N o 1 1 0 0\n N p 2 1 0 0\nCOLUMNS\n x p 1 p 2\n", "column \"x\" has an entry in row \"p\" already"},
+  });
+}
+
+TEST(MpsErrors, OfQuadraticTerms) {
+  expectMessages({
+      {beyond("QUADOBJ\n x"), "line 15, section QUADOBJ: expected column, column, number, and maybe another"},
+      {beyond("QUADOBJ\n x zz 1"), "line 15, section QUADOBJ: there is no column \"zz\""},
+      {beyond("QUADOBJ\n x x 1e20"), "line 15, section QUADOBJ: expected a number below 1e20 in size"},
+      {beyond("QUADOBJ\n x x 1\nQMATRIX\n y y 1"), "line 16, section QMATRIX: objective 0 (\"obj\"): it has quadratic"},
+      {beyond("QUADOBJ\nQUADOBJ"), "line 15: section QUADOBJ comes a second time"},
+      {beyond("QUADOBJ l\n x x 1"), "line 14, section QUADOBJ: expected nothing behind the name of the section"},
+      {beyond("QMATRIX\n x y 3\n y x 4"),
+       "line 14, section QMATRIX: the entries of \"x\" \"y\" and of \"y\" \"x\" must be the same"},
+      {beyond("QCMATRIX l\n y x 3"), "line 14, section QCMATRIX: the entries of \"x\" \"y\" and of \"y\" \"x\" must"},
+      {beyond("QCMATRIX"), "line 14, section QCMATRIX: expected the name of a row behind QCMATRIX"},
+      {beyond("QCMATRIX zz"), "line 14, section QCMATRIX: there is no row \"zz\""},
+      {beyond("QCMATRIX obj\n x x 1"), "\"obj\" is an objective; its quadratic terms stand in section QUADOBJ"},
+      {beyond("QCMATRIX l\n x x 1\nQCMATRIX l\n y y 1"), "line 16, section QCMATRIX: row 0 (\"l\"): it has quadratic"},
+      {"ROWS\n L c\nCOLUMNS\n x c 1\nQUADOBJ\n", "line 5, section QUADOBJ: there is no objective"},
+      {"ROWS\n N o\n N p\nCOLUMNS\n x o 1\nQSECTION p\n", "row \"p\" of type N is not the objective"},
+  });
+}
+
+TEST(MpsErrors, OfSetsAndSwitches) {
+  expectMessages({
+      {beyond("SOS\n x 1"), "line 15, section SOS: expected S1 or S2 and the name of a set before its members"},
+      {beyond("SOS\n S3 s"), "line 15, section SOS: expected S1 or S2 as the type of a set, found \"S3\""},
+      {beyond("SOS\n S1 a b 1 2"), "line 15, section SOS: expected S1 or S2 and the name of the set, found 5 fields"},
+      {beyond("SOS\n S1 s\n x"), "line 16, section SOS: expected column and weight, or S1 or S2"},
+      {beyond("SOS\n S1 s\n zz 1"), "line 16, section SOS: there is no column \"zz\""},
+      {beyond("SOS\n S1 s\n x 1\n y 1"),
+       "line 15, section SOS: set 0 (\"s\"): column 0 (\"x\") and column 1 (\"y\") have"},
+      {beyond("SOS\n S1 s\n x 1\n x 2\n S2 t"),
+       "line 15, section SOS: set 0 (\"s\"): column 0 (\"x\") is a member twice"},
+      {beyond("INDICATORS\n l i 1"), "line 15, section INDICATORS: expected IF, row, column, and 0 or 1"},
+      {beyond("INDICATORS\n IF l i 2"), "line 15, section INDICATORS: expected 0 or 1, found \"2\""},
+      {beyond("INDICATORS\n IF obj i 1"), "there is no row \"obj\""},
+      {beyond("INDICATORS\n IF l x 1"), "row 0 (\"l\"): its switch, column 0 (\"x\"), is not binary"},
+      {beyond("INDICATORS\n IF l i 1\n IF l i 0"), "line 16, section INDICATORS: row \"l\" is switched already"},
+      {beyond("INDICATORS\n IF l i 1\nBOUNDS"), "line 16: section BOUNDS comes too late"},
+      {beyond("PWLOBJ\n x 1"), "line 15, section PWLOBJ: expected column and the two coordinates of a point"},
+      {beyond("PWLOBJ\n x 1 2\n x 1 3\n y 1 2"), "line 15, section PWLOBJ: the first and the last two points"},
+      {beyond("PWLOBJ\n x 1 2\n x 0 3"), "line 15, section PWLOBJ: the points of a piecewise-linear function must not"},
+      {beyond("PWLOBJ\n x 1 2"), "line 15, section PWLOBJ: a piecewise-linear function takes two points or more"},
+      {beyond("PWLOBJ\n x 1 2\n x 2 3\n y 1 2\n y 2 3\n x 4 5"), "line 19, section PWLOBJ: column \"x\" has points"},
+  });
+}
+
+TEST(MpsErrors, OfGeneralConstraints) {
+  const auto general = [](const std::string& lines) { return beyond("GENCONS\n" + lines); };
+  expectMessages({
+      {general(" x y"), "line 15, section GENCONS: expected a constraint such as MAX, ABS, PWL or NL, found \"x\""},
+      {general(" MAX"), "line 15, section GENCONS: expected MAX and the name of the constraint, found 1 field"},
+      {general(" NORM g"), "line 15, section GENCONS: expected NORM, which one, and the name of the constraint"},
+      {general(" NORM inf g"), "line 15, section GENCONS: expected the norm 0, 1, 2 or INF, found \"inf\""},
+      {general(" MAX g\n x y"), "line 16, section GENCONS: expected the column that is the result, found 2 fields"},
+      {general(" MAX g"), "section GENCONS: expected the column that is the result"},
+      {general(" MAX g\n x\n zz"), "line 17, section GENCONS: expected a column or a number, found \"zz\""},
+      {general(" MAX g\n x\n MAX h\n x\n y"), "line 15, section GENCONS: MAX of nothing"},
+      {general(" MAX g\n x\n 1e20"), "line 15, section GENCONS: MAX takes numbers below 1e20 in size"},
+      {general(" ABS g\n x\n y\n i"), "line 15, section GENCONS: ABS takes 1 column, not 2"},
+      {general(" AND g\n x\n y"), "line 15, section GENCONS: AND takes binary columns, y is not binary"},
+      {general(" NORM 1 g\n x\n y\n 3"), "line 15, section GENCONS: NORM 1 takes 0 constants, not 1"},
+      {general(" EXP g\n x"), "line 16, section GENCONS: expected the column of the operand and that of the result"},
+      {general(" EXP g\n Options 0 0 0 0 a\n x y"), "line 16, section GENCONS: expected a number, found \"a\""},
+      {general(" EXPA g\n x y\n -1"), "line 15, section GENCONS: EXPA takes a base above 0, not -1"},
+      {general(" LOGA g\n x y\n 1"), "line 15, section GENCONS: LOGA takes a base above 0 that is not 1"},
+      {general(" POW g\n x y\n SIN h\n x y"), "line 17, section GENCONS: expected a number, found 2 fields"},
+      {general(" POLY g\n x y\n 101 3"), "line 17, section GENCONS: expected a power from 0 to 100, found \"101\""},
+      {general(" POLY g\n x y\n 1 3\n 1 4"), "line 18, section GENCONS: there is a coefficient of the power 1 already"},
+      {general(" POLY g\n x y"), "line 15, section GENCONS: POLY takes one coefficient or more"},
+      {general(" PWL g\n x y\n 1 3\n 1 4"), "line 15, section GENCONS: the first and the last two points"},
+      {general(" NL g\n x\n SIN -1 0"), "line 17, section GENCONS: the first node has the parent 0, not -1"},
+      {general(" NL g\n x\n ASIN -1 -1"), "line 17, section GENCONS: there is no operator \"ASIN\""},
+      {general(" NL g\n x\n SIN -1 b"), "line 17, section GENCONS: expected the number of the parent, found \"b\""},
+      {general(" NL g\n x\n SIN -1 -1\n VARIABLE y 0\n VARIABLE y 0"),
+       "line 15, section GENCONS: node 0, SIN, takes 1"},
+      {general(" NL g\n x\n CONSTANT inf -1"), "line 17, section GENCONS: node 0 is the number inf"},
+      {general(" NL g\n x"), "line 15, section GENCONS: an expression needs a node"},
+  });
+}
+
 TEST(MpsErrors, OfWhatIsNotTaken) {
   std::vector<Case> cases = {
       {columns(" M 'MARKER' 'SOSORG'"), "line 6, section COLUMNS: the marker \"'SOSORG'\" is not"}};
-  for (const char* name : {"QUADOBJ", "QMATRIX", "QSECTION", "QCMATRIX", "CSECTION", "SOS", "SOS1", "SOS2", "SETS",
-                           "GENCONS", "PWLOBJ", "INDICATORS", "BRANCH"}) {
+  for (const char* name : {"CSECTION", "SOS1", "SOS2", "BRANCH", "SCENARIOS"}) {
     cases.push_back(
         {fmt::format("ROWS\n N o\nCOLUMNS\n x o 1\n{}\n", name), fmt::format("section {} is not taken yet", name)});
   }

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "kavo/error.h"
+#include "kavo/model/operators.h"
 #include "tests/reader_mps/mps_text.h"
 
 namespace kavo::reader {
@@ -43,6 +44,43 @@ std::string damaged(std::string text, Chance& chance) {
   return text;
 }
 
+// Expression e leaves one value when its nodes are worked off.
+void expectTree(const Model& model, std::size_t e) {
+  const Expressions& all = model.expressions;
+  long depth = 0;
+  for (std::size_t k = all.start[e]; k < all.start[e + 1]; ++k) {
+    const int operands = arity(all.op[k]) < 0 ? all.index[k] : arity(all.op[k]);
+    ASSERT_GE(depth, operands);
+    depth += 1 - operands;
+    const auto column = static_cast<std::size_t>(all.index[k]);
+    ASSERT_TRUE(all.op[k] != KAVO_OP_VARIABLE || column < model.columns.size());
+    ASSERT_TRUE(all.op[k] != KAVO_OP_NUMBER || std::isfinite(all.value[k]));
+  }
+  ASSERT_EQ(depth, 1);
+}
+
+void expectSoundBeyondLinear(const Model& model) {
+  const auto columns = model.columns.size(), rows = model.rows.size();
+  for (const std::size_t size : {model.rows.expression.size(), model.rows.quadratic.size(), model.rows.indicator.size(),
+                                 model.rows.indicatorValue.size()}) {
+    ASSERT_TRUE(size == 0 || size == rows);
+  }
+  ASSERT_EQ(model.expressions.start.back(), model.expressions.op.size());
+  for (std::size_t e = 0; e < model.expressions.size(); ++e) expectTree(model, e);
+  const Quadratics& q = model.quadratics;
+  ASSERT_EQ(q.start.back(), q.value.size());
+  for (std::size_t k = 0; k < q.value.size(); ++k) {
+    ASSERT_TRUE(q.first[k] >= 0 && q.first[k] <= q.second[k] && static_cast<std::size_t>(q.second[k]) < columns);
+    ASSERT_LT(std::abs(q.value[k]), kInfinity);
+  }
+  const OrderedSets& sets = model.sets;
+  ASSERT_EQ(sets.start.back(), sets.column.size());
+  for (std::size_t s = 0; s < sets.size(); ++s) {
+    for (std::size_t k = sets.start[s] + 1; k < sets.start[s + 1]; ++k) ASSERT_LT(sets.weight[k - 1], sets.weight[k]);
+  }
+  for (const int column : model.rows.indicator) ASSERT_LT(column, static_cast<int>(columns));
+}
+
 // A model that a link could take without checking it again.
 void expectSound(const Model& model) {
   const auto columns = model.columns.size(), rows = model.rows.size();
@@ -65,10 +103,12 @@ void expectSound(const Model& model) {
 TEST(MpsMutation, DamagedFilesEndInASoundModelOrAnError) {
   Chance chance;
   int read = 0, refused = 0;
-  for (int round = 0; round < 8000; ++round) {
-    const std::string text = damaged(round % 2 == 0 ? kSample : kBlankSample, chance);
+  for (int round = 0; round < 12000; ++round) {
+    const std::string text = damaged(round % 3 == 0 ? kSample : round % 3 == 1 ? kBlankSample : kBeyondSample, chance);
     try {
-      expectSound(readText(text));
+      const Model model = readText(text);
+      expectSound(model);
+      expectSoundBeyondLinear(model);
       ++read;
     } catch (const Error&) {
       ++refused;

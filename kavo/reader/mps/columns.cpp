@@ -4,8 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "kavo/error.h"
-#include "kavo/reader/failure.h"
 #include "kavo/reader/mps/column_entries.h"
 #include "kavo/reader/mps/sections.h"
 
@@ -17,7 +15,8 @@ constexpr std::string_view kMarker = "'MARKER'";
 
 class ColumnReader {
  public:
-  explicit ColumnReader(Reading& reading) : reading_(reading), entries_(reading.rowType.size()) {}
+  explicit ColumnReader(Reading& reading)
+      : reading_(reading), entries_(reading.rowType.size()), last_(reading.model.objectives.size(), NameIndex::kNone) {}
 
   void read() {
     const Lines section = reading_.lines;
@@ -29,6 +28,7 @@ class ColumnReader {
     }
     flush();
     entries_.moveInto(reading_.model.rows);
+    reading_.model.rows.lower.resize(reading_.rowType.size());
     const int second = reading_.columnIndex.build();
     if (second != NameIndex::kNone)
       failAtSecond(section, reading_.model.columns.names.at(static_cast<std::size_t>(second)));
@@ -78,19 +78,20 @@ class ColumnReader {
   void add(std::string_view rowName, std::string_view field) {
     const double value = reading_.finite(field);
     if (reading_.isObjective(rowName)) {
-      addToObjective(value);
+      addToObjective(0, column_, value, reading_.lines.number());
       return;
     }
     if (used_ == kBatch) flush();
     pending_[used_++] = {rowName, value, reading_.rowIndex.prepare(rowName), column_, reading_.lines.number()};
   }
 
-  void addToObjective(double value) {
-    if (lastInObjective_ == column_) failTwice(reading_.lines.number(), column_, reading_.objectiveName);
-    lastInObjective_ = column_;
+  void addToObjective(std::size_t number, int column, double value, std::size_t line) {
+    Objective& objective = reading_.model.objectives[number];
+    if (last_[number] == column) failTwice(line, column, objective.name);
+    last_[number] = column;
     if (value == 0) return;
-    reading_.objective.column.push_back(column_);
-    reading_.objective.value.push_back(value);
+    objective.column.push_back(column);
+    objective.value.push_back(value);
   }
 
   void flush() {
@@ -102,6 +103,10 @@ class ColumnReader {
     const int found = reading_.rowIndex.findPrepared(entry.rowName, entry.hash);
     if (found == NameIndex::kNone) {
       if (!reading_.isOther(entry.rowName)) throw Failure(KAVO_FILE, entry.line, noRow(entry.rowName));
+      const int number = reading_.objectiveOf(entry.rowName);
+      if (number != NameIndex::kNone) {
+        addToObjective(static_cast<std::size_t>(number), entry.column, entry.value, entry.line);
+      }
       return;
     }
     if (!entries_.add(entry.column, found, entry.value)) failTwice(entry.line, entry.column, entry.rowName);
@@ -147,7 +152,7 @@ class ColumnReader {
   std::size_t used_ = 0;
   std::string_view name_;  // the current column; "" before the first and behind a marker
   int column_ = NameIndex::kNone;
-  int lastInObjective_ = NameIndex::kNone;
+  std::vector<int> last_;  // per objective the last column that has an entry in it
   bool integer_ = false;
 };
 

@@ -38,6 +38,8 @@ class Lines {
   // columns. In fixed columns an empty field before the last one counts.
   std::size_t count() const { return count_; }
   std::string_view operator[](std::size_t i) const { return field_[i]; }
+  // How many blanks stand before the first field.
+  std::size_t indent() const { return static_cast<std::size_t>(field_[0].data() - line_); }
   // Everything behind the first field, without blanks around it.
   std::string_view rest() const;
 

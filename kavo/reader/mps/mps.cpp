@@ -17,35 +17,64 @@ namespace mps {
 
 namespace {
 
-enum class Kind { kName, kSense, kObjectiveName, kRows, kLazy, kCuts, kColumns, kRhs, kRanges, kBounds, kEnd };
+enum class Kind {
+  kName,
+  kSense,
+  kObjectiveName,
+  kRows,
+  kLazy,
+  kCuts,
+  kColumns,
+  kRhs,
+  kRanges,
+  kBounds,
+  kSets,
+  kOtherSets,
+  kQuadraticObjective,
+  kQuadraticMatrix,
+  kQuadraticSection,
+  kQuadraticRow,
+  kPiecewise,
+  kIndicators,
+  kGeneral,
+  kEnd
+};
 
-// stage: sections come in this order, those of one stage in any.
+// Sections come in the order of their stages, those of one stage in any; some may also come in the stage `until`.
 struct Section {
   std::string_view name;
   Kind kind;
-  int stage;
+  int stage, until;
   bool repeats = false;
 };
 
-constexpr int kRowStage = 1, kColumnStage = 3;
-constexpr std::array<Section, 11> kSections = {{
-    {"NAME", Kind::kName, 0},
-    {"OBJSENSE", Kind::kSense, 0},
-    {"OBJNAME", Kind::kObjectiveName, 0},
-    {"ROWS", Kind::kRows, kRowStage},
-    {"LAZYCONS", Kind::kLazy, 2, true},
-    {"USERCUTS", Kind::kCuts, 2, true},
-    {"COLUMNS", Kind::kColumns, kColumnStage},
-    {"RHS", Kind::kRhs, 4},
-    {"RANGES", Kind::kRanges, 4},
-    {"BOUNDS", Kind::kBounds, 4},
-    {"ENDATA", Kind::kEnd, 5},
+constexpr int kRowStage = 1, kColumnStage = 3, kFinishedStage = 5;  // columns and linear rows are finished
+constexpr std::array<Section, 20> kSections = {{
+    {"NAME", Kind::kName, 0, 0},
+    {"OBJSENSE", Kind::kSense, 0, 0},
+    {"OBJNAME", Kind::kObjectiveName, 0, 0},
+    {"ROWS", Kind::kRows, kRowStage, kRowStage},
+    {"LAZYCONS", Kind::kLazy, 2, 2, true},
+    {"USERCUTS", Kind::kCuts, 2, 2, true},
+    {"COLUMNS", Kind::kColumns, kColumnStage, kColumnStage},
+    {"RHS", Kind::kRhs, 4, 4},
+    {"RANGES", Kind::kRanges, 4, 4},
+    {"BOUNDS", Kind::kBounds, 4, 4},
+    {"SOS", Kind::kSets, 4, kFinishedStage},
+    {"SETS", Kind::kOtherSets, 4, kFinishedStage},
+    {"QUADOBJ", Kind::kQuadraticObjective, 4, kFinishedStage},
+    {"QMATRIX", Kind::kQuadraticMatrix, 4, kFinishedStage},
+    {"QSECTION", Kind::kQuadraticSection, 4, kFinishedStage, true},
+    {"QCMATRIX", Kind::kQuadraticRow, 4, kFinishedStage, true},
+    {"PWLOBJ", Kind::kPiecewise, 4, kFinishedStage},
+    {"INDICATORS", Kind::kIndicators, kFinishedStage, kFinishedStage},
+    {"GENCONS", Kind::kGeneral, kFinishedStage, kFinishedStage},
+    {"ENDATA", Kind::kEnd, 6, 6},
 }};
 
 // What other programs write and this reader does not take.
-constexpr std::array<std::string_view, 15> kNotTaken = {"QUADOBJ", "QMATRIX", "QSECTION", "QCMATRIX", "CSECTION",
-                                                        "SOS",     "SOS1",    "SOS2",     "SETS",     "GENCONS",
-                                                        "PWLOBJ",  "PWLNAM",  "PWLCON",   "BRANCH",   "INDICATORS"};
+constexpr std::array<std::string_view, 7> kNotTaken = {"SOS1",   "SOS2",   "CSECTION", "PWLNAM",
+                                                       "PWLCON", "BRANCH", "SCENARIOS"};
 
 constexpr std::array<std::pair<std::string_view, int>, 6> kSenses = {{{"MAX", KAVO_MAXIMIZE},
                                                                       {"MAXIMIZE", KAVO_MAXIMIZE},
@@ -64,6 +93,7 @@ class Driver {
     expectHeader();
     while (!lines_.atEnd()) {
       const Section& section = enter();
+      if (section.stage >= kFinishedStage) finishLinear();
       if (section.kind == Kind::kEnd) return finish();
       readSection(section);
     }
@@ -92,11 +122,11 @@ class Driver {
   void checkOrder(const Section& section) {
     bool& seen = seen_[static_cast<std::size_t>(section.kind)];
     if (seen && !section.repeats) reading_.fail(fmt::format("section {} comes a second time", section.name));
-    if (section.stage < stage_) reading_.fail(fmt::format("section {} comes too late", section.name));
+    if (section.until < stage_) reading_.fail(fmt::format("section {} comes too late", section.name));
     if (section.stage > kRowStage && stage_ < kRowStage) reading_.fail("expected section ROWS first");
     if (section.stage > kColumnStage && stage_ < kColumnStage) reading_.fail("expected section COLUMNS first");
     seen = true;
-    stage_ = section.stage;
+    stage_ = std::max(stage_, section.stage);
   }
 
   void readSection(const Section& section) {
@@ -111,12 +141,22 @@ class Driver {
         return expectHeader();
       case Kind::kLazy:
         return readRows(reading_, alone ? 1 : readLevel());
+      case Kind::kQuadraticSection:
+        return readQuadratic(reading_, QuadraticForm::kTriangle, lines_.rest());
+      case Kind::kQuadraticRow:
+        if (alone) reading_.fail("expected the name of a row behind QCMATRIX");
+        return readQuadratic(reading_, QuadraticForm::kWhole, lines_.rest());
       default:
         break;
     }
     if (!alone)
       reading_.fail("expected nothing behind the name of the section; the lines of a section begin with a blank");
-    switch (section.kind) {
+    readPlainSection(section.kind);
+  }
+
+  // One whose name stands alone.
+  void readPlainSection(Kind kind) {
+    switch (kind) {
       case Kind::kRows:
         rowSections_ = lines_;
         return readRows(reading_, 0);
@@ -129,6 +169,19 @@ class Driver {
         return sides_.readRhs();
       case Kind::kRanges:
         return sides_.readRanges();
+      case Kind::kSets:
+      case Kind::kOtherSets:
+        return readSets(reading_);
+      case Kind::kQuadraticObjective:
+        return readQuadratic(reading_, QuadraticForm::kTriangle, {});
+      case Kind::kQuadraticMatrix:
+        return readQuadratic(reading_, QuadraticForm::kHalf, {});
+      case Kind::kPiecewise:
+        return readPiecewiseObjective(reading_);
+      case Kind::kIndicators:
+        return readIndicators(reading_);
+      case Kind::kGeneral:
+        return readGeneralConstraints(reading_);
       default:
         return readBounds(reading_);
     }
@@ -152,7 +205,7 @@ class Driver {
     if (sense == kSenses.end()) {
       reading_.fail(fmt::format("expected MAX, MAXIMIZE, MIN or MINIMIZE, found {}", quoted(word)));
     }
-    reading_.objective.sense = sense->second;
+    reading_.sense = sense->second;
     expectHeader();
   }
 
@@ -177,16 +230,19 @@ class Driver {
     if (lines_.next(Fields::kWords)) reading_.fail("expected the next section, its name at the beginning of the line");
   }
 
-  void finish() {
+  // Ends what makes up the columns and linear rows.
+  void finishLinear() {
+    if (std::exchange(linearFinished_, true)) return;
     sides_.finish();
     finishColumns(reading_);
+  }
+
+  void finish() {
     Model& model = reading_.model;
-    if (reading_.objectiveName.empty()) {
+    if (model.objectives.empty()) {
       model.readNotes.emplace_back("there is no objective (a row of type N): any feasible point is a solution");
-    } else {
-      reading_.objective.name = reading_.objectiveName;
-      model.objectives.push_back(std::move(reading_.objective));
     }
+    if (!reading_.ranks.empty()) return rankObjectives();
     const std::size_t others = reading_.otherObjectives.size();
     if (others > 0) {
       model.readNotes.push_back(fmt::format("{} row{} of type N besides the objective {} {} left out: {}{}", others,
@@ -196,10 +252,23 @@ class Driver {
     }
   }
 
+  // Several objectives are told apart by suffixes.
+  void rankObjectives() {
+    constexpr std::array<const char*, 4> kNames = {"objpriority", "objweight", "objabstol", "objreltol"};
+    for (std::size_t k = 0; k < kNames.size(); ++k) {
+      Suffix& suffix = reading_.model.suffixes.emplace_back(Suffix{KAVO_OBJECTIVE, kNames[k], k > 0, {}, {}});
+      for (std::size_t i = 0; i < reading_.ranks.size(); ++i) {
+        suffix.index.push_back(static_cast<int>(i));
+        suffix.value.push_back(reading_.ranks[i][k]);
+      }
+    }
+  }
+
   Reading& reading_;
   Lines& lines_;
   Lines rowSections_;  // from the header of ROWS on
   Sides sides_;
+  bool linearFinished_ = false;
   int stage_ = 0;
   std::array<bool, kSections.size()> seen_{};
 };

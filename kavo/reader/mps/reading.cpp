@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "kavo/reader/failure.h"
+#include "kavo/reader/number.h"
 
 namespace kavo::reader::mps {
 
@@ -52,12 +52,27 @@ double Reading::finite(std::string_view field) {
   return value;
 }
 
+int Reading::integer(std::string_view field, std::string_view what, int least, int most) const {
+  const char *first = field.data(), *last = first + field.size();
+  int value = 0;
+  if (parseInteger(first, last, value) != last || value < least || value > most) {
+    fail(fmt::format("expected {}, found {}", what, quoted(field)));
+  }
+  return value;
+}
+
 std::string noRow(std::string_view name) { return fmt::format("there is no row {} in section ROWS", quoted(name)); }
 
 int Reading::rowOf(std::string_view name, int guess) const {
   const int row = rowIndex.find(name, guess);
   if (row == NameIndex::kNone && !isOther(name)) fail(noRow(name));
   return row;
+}
+
+int Reading::objectiveOf(std::string_view name) const {
+  if (isObjective(name)) return 0;
+  const int other = ranks.empty() ? NameIndex::kNone : otherIndex.find(name);
+  return other == NameIndex::kNone ? NameIndex::kNone : other + 1;
 }
 
 int Reading::columnOf(std::string_view name, int guess) const {

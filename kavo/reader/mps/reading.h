@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "kavo/model/model.h"
 #include "kavo/reader/column_flags.h"
+#include "kavo/reader/failure.h"
 #include "kavo/reader/mps/lines.h"
 #include "kavo/reader/name_index.h"
 #include "kavo/reader/text.h"
@@ -30,15 +32,31 @@ struct Reading {
   double numberOrNan(std::string_view field);
   // A number below 1e20 in size.
   double finite(std::string_view field);
+  // A whole number between two others; what: how it is called where it is missing.
+  int integer(std::string_view field, std::string_view what, int least, int most) const;
 
   // The element of that name; guess as in NameIndex. For a name that is not there: rowOf returns kNone when it is a row
-  // of type N that was left out, and otherwise both fail.
+  // of type N besides the objective, and otherwise both fail.
   int rowOf(std::string_view name, int guess) const;
   int columnOf(std::string_view name, int guess) const;
 
   bool isObjective(std::string_view name) const { return !name.empty() && name == objectiveName; }
-  // Whether it is the name of a row of type N that was left out.
+  // Whether it is the name of a row of type N besides the objective.
   bool isOther(std::string_view name) const { return otherIndex.find(name) != NameIndex::kNone; }
+  // The number of the model's objective of that name, kNone when it has no such one.
+  int objectiveOf(std::string_view name) const;
+
+  // Does a piece of work that checks what the file says but knows nothing of its lines; errors belong to this line.
+  template <class Work>
+  static void forLine(std::size_t line, Work&& work) {
+    try {
+      work();
+    } catch (const Failure&) {
+      throw;
+    } catch (const Error& error) {
+      throw Failure(error.status() == KAVO_INVALID ? KAVO_FILE : error.status(), line, error.what());
+    }
+  }
 
   Model model;
   Lines lines;
@@ -46,12 +64,15 @@ struct Reading {
 
   NameIndex rowIndex{model.rows.names};
   NameIndex columnIndex{model.columns.names};
-  Names otherObjectives;  // the rows of type N that are not the objective
+  Names otherObjectives;  // the rows of type N besides the objective
   NameIndex otherIndex{otherObjectives};
 
-  Objective objective;
+  int sense = KAVO_MINIMIZE;
   std::string_view objectiveName;    // "" while there is no objective
   std::string_view wantedObjective;  // what OBJNAME says
+  // Priority, weight, absolute and relative tolerance of every objective, when the file gives them: then all rows of
+  // type N are objectives of the model, otherwise only the one is.
+  std::vector<std::array<double, 4>> ranks;
 
   // Per row: 'E', 'L' or 'G'.
   std::vector<char> rowType;

@@ -2,7 +2,6 @@
 
 #include <limits>
 
-#include "kavo/reader/failure.h"
 #include "kavo/reader/mps/sections.h"
 
 namespace kavo::reader::mps {
@@ -16,8 +15,9 @@ class RowReader {
   void read() {
     while (reading_.lines.next(Fields::kTyped)) {
       const Lines& line = reading_.lines;
-      if (line.count() != 2) reading_.failShape("type and name of a row");
-      take(line[0], line[1]);
+      const bool isRanked = line.count() == 6 && lazy_ == 0 && letterOf(line[0]) == 'N';
+      if (line.count() != 2 && !isRanked) reading_.failShape("type and name of a row");
+      take(line[0], line[1], isRanked);
     }
     if (lazy_ == 0 && !reading_.wantedObjective.empty() && reading_.objectiveName.empty()) {
       reading_.fail(fmt::format("there is no row {} of type N, which OBJNAME names", quoted(reading_.wantedObjective)));
@@ -25,9 +25,12 @@ class RowReader {
   }
 
  private:
-  void take(std::string_view type, std::string_view name) {
-    const char letter = type.size() == 1 ? upper(type[0]) : ' ';
-    if (letter == 'N' && lazy_ == 0) return takeObjective(name);
+  static char letterOf(std::string_view type) { return type.size() == 1 ? upper(type[0]) : ' '; }
+
+  // isRanked: the line gives priority, weight and tolerances of an objective.
+  void take(std::string_view type, std::string_view name, bool isRanked) {
+    const char letter = letterOf(type);
+    if (letter == 'N' && lazy_ == 0) return takeObjective(name, isRanked);
     if (letter != 'E' && letter != 'L' && letter != 'G') {
       reading_.fail(fmt::format("expected {}E, L or G as the type of row {}, found {}", lazy_ == 0 ? "N, " : "",
                                 quoted(name), quoted(type)));
@@ -40,13 +43,35 @@ class RowReader {
     if (lazy_ != 0) mark();
   }
 
-  void takeObjective(std::string_view name) {
-    const bool wanted = reading_.wantedObjective.empty() || reading_.wantedObjective == name;
-    if (reading_.objectiveName.empty() && wanted) {
+  // Whoever names the objective wants this one alone, whatever the file ranks.
+  void takeObjective(std::string_view name, bool isRanked) {
+    const std::string_view wanted = reading_.wantedObjective;
+    const bool isFirst = reading_.objectiveName.empty() && (wanted.empty() || wanted == name);
+    if (isFirst) {
       reading_.objectiveName = name;
     } else {
       reading_.otherObjectives.append(name, 0);
     }
+    if (!wanted.empty()) isRanked = false;
+    if (!isFirst && wanted.empty() && isRanked == reading_.ranks.empty()) {
+      reading_.fail("expected priority, weight, absolute and relative tolerance for all rows of type N or for none");
+    }
+    if (isRanked) rank();
+    if (isFirst || isRanked) addObjective(name);
+  }
+
+  void addObjective(std::string_view name) const {
+    Objective& objective = reading_.model.objectives.emplace_back();
+    objective.sense = reading_.sense;
+    objective.name = name;
+  }
+
+  void rank() const {
+    const Lines& line = reading_.lines;
+    constexpr int kMost = std::numeric_limits<int>::max();
+    const int priority = reading_.integer(line[2], "a whole number as the priority", -kMost, kMost);
+    reading_.ranks.push_back(
+        {static_cast<double>(priority), reading_.finite(line[3]), reading_.finite(line[4]), reading_.finite(line[5])});
   }
 
   // Gives the last row the suffix that makes it a lazy constraint or a user cut.

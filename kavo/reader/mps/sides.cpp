@@ -41,6 +41,7 @@ void Sides::readPairs(Take&& take) {
 
 void Sides::readRhs() {
   rhs_.assign(reading_.rowType.size(), kUnknown);
+  objectiveRhs_.assign(reading_.model.objectives.size(), kUnknown);
   readPairs([this](std::string_view row, std::string_view field) { takeRhs(row, field); });
 }
 
@@ -57,12 +58,18 @@ int Sides::find(std::string_view name) {
 
 void Sides::takeRhs(std::string_view name, std::string_view field) {
   if (reading_.isObjective(name)) {
-    store(reading_, objectiveRhs_, reading_.finite(field), name);
+    store(reading_, objectiveRhs_[0], reading_.finite(field), name);
     return;
   }
   const double value = withInfinity(reading_.number(field));
   const int row = find(name);
-  if (row == NameIndex::kNone) return;
+  if (row == NameIndex::kNone) {
+    const int number = reading_.objectiveOf(name);
+    if (number != NameIndex::kNone) {
+      store(reading_, objectiveRhs_[static_cast<std::size_t>(number)], reading_.finite(field), name);
+    }
+    return;
+  }
   const char type = reading_.rowType[static_cast<std::size_t>(row)];
   if (std::isinf(value) && (type == 'E' || (type == 'L') == (value < 0))) {
     reading_.fail(
@@ -86,11 +93,12 @@ void Sides::takeRange(std::string_view name, std::string_view field) {
 }
 
 void Sides::finish() {
-  if (!std::isnan(objectiveRhs_)) reading_.objective.constant = 0 - objectiveRhs_;
+  for (std::size_t i = 0; i < objectiveRhs_.size(); ++i) {
+    if (!std::isnan(objectiveRhs_[i])) reading_.model.objectives[i].constant = 0 - objectiveRhs_[i];
+  }
   Rows& rows = reading_.model.rows;
   rows.upper = std::move(rhs_);
   rows.upper.resize(reading_.rowType.size(), kUnknown);
-  rows.lower.resize(reading_.rowType.size());
   for (std::size_t i = 0; i < rows.upper.size(); ++i) {
     const char type = reading_.rowType[i];
     const double side = std::isnan(rows.upper[i]) ? 0 : rows.upper[i];
