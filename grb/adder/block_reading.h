@@ -89,14 +89,13 @@ void copyToStore(const tav::attr::BaseContainer& source, const tav::idx::List& p
   if (values) store.set(positions, values);
 }
 
-// Gurobi's terms for the domain types of a block, by one of the maps in domain_types.h.
-template <class Term>
-std::vector<Term> readTypes(const tav::attr::BaseContainer& types, int count, Term (*toGurobi)(int)) {
+// Gurobi's terms for the domain types of a block, by one of the maps in domain_types.h, which is inlined.
+template <auto kToGurobi>
+auto readTypes(const tav::attr::BaseContainer& types, int count) {
   const auto values = types.as<int>();
   requireCount("type", values.size(), count);
-  std::vector<Term> result;
-  result.reserve(static_cast<std::size_t>(count));
-  forEachValue<int>(values, count, [&](int, int type) { result.push_back(toGurobi(type)); });
+  std::vector<decltype(kToGurobi(0))> result(static_cast<std::size_t>(count));
+  forEachValue<int>(values, count, [&](int i, int type) { result[static_cast<std::size_t>(i)] = kToGurobi(type); });
   return result;
 }
 

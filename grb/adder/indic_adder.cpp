@@ -46,8 +46,8 @@ tav::idx::List IndicAdder::add(const tav::opt::LinkedConstraintContainer& block)
   const auto links = block.group(tav::opt::tag::kConstraintLink);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto senses = readTypes(standard.get(RowQuantity::type), count, constrTypeToGurobi);
-  const auto values = readTypes(links.get(LinkQuantity::type), count, indicTypeToGurobi);
+  const auto senses = readTypes<constrTypeToGurobi>(standard.get(RowQuantity::type), count);
+  const auto values = readTypes<indicTypeToGurobi>(links.get(LinkQuantity::type), count);
   const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   const auto switches = readSwitches(links.get(LinkQuantity::variable), count, *data);
   requireCounts(standard, count);

@@ -38,7 +38,7 @@ tav::idx::List LinConAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto own = block.group(kOwnGroup);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto senses = readTypes(standard.get(RowQuantity::type), count, constrTypeToGurobi);
+  const auto senses = readTypes<constrTypeToGurobi>(standard.get(RowQuantity::type), count);
   const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   requireCounts(own, count);

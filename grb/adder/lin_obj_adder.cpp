@@ -51,7 +51,7 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const int count = elementCount(standard);
   if (count <= 0) return {};
   if (data->quadraticObjectives.count() > 0 || data->nonlinearObjectives.count() > 0) refuseMultipleObjectives();
-  const auto senses = readTypes(standard.get(ObjectiveQuantity::sense), count, objTypeToGurobi);
+  const auto senses = readTypes<objTypeToGurobi>(standard.get(ObjectiveQuantity::sense), count);
   const LinearFunctions functions(standard.get(ObjectiveQuantity::function), count, *data);
   const auto own = block.group(kOwnGroup);
   requireCounts(own, count);

@@ -15,7 +15,7 @@ tav::idx::List QuadConAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto standard = block.group(tav::opt::tag::kConstraint);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto senses = readTypes(standard.get(RowQuantity::type), count, constrTypeToGurobi);
+  const auto senses = readTypes<constrTypeToGurobi>(standard.get(RowQuantity::type), count);
   const QuadraticFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   const BlockNames names(*data, standard.get(RowQuantity::name));

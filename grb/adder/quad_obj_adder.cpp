@@ -17,7 +17,7 @@ tav::idx::List QuadObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const int count = elementCount(standard);
   if (count <= 0) return {};
   if (data->hasObjective() || count > 1) refuseMultipleObjectives();
-  const auto senses = readTypes(standard.get(ObjectiveQuantity::sense), count, objTypeToGurobi);
+  const auto senses = readTypes<objTypeToGurobi>(standard.get(ObjectiveQuantity::sense), count);
   const QuadraticFunctions functions(standard.get(ObjectiveQuantity::function), count, *data);
 
   LockedModel locked(*data);

@@ -33,7 +33,7 @@ tav::idx::List SOSAdder::add(const tav::opt::ConstraintContainer& block) {
   const auto standard = block.group(tav::opt::tag::kConstraint);
   const int count = elementCount(standard);
   if (count <= 0) return {};
-  const auto types = readTypes(standard.get(RowQuantity::type), count, sosTypeToGurobi);
+  const auto types = readTypes<sosTypeToGurobi>(standard.get(RowQuantity::type), count);
   const LinearFunctions functions(standard.get(RowQuantity::function), count, *data);
   requireCounts(standard, count);
   requireDifferentMembers(functions);

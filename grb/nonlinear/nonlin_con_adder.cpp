@@ -94,7 +94,7 @@ tav::idx::List NonlinConAdder::add(const tav::opt::ConstraintContainer& block) {
   requireCounts(standard, count);
   requireCounts(own, count);
   const auto types = readAll<int>(standard.get(RowQuantity::type));
-  const auto senses = readTypes(standard.get(RowQuantity::type), count, constrTypeToGurobi);
+  const auto senses = readTypes<constrTypeToGurobi>(standard.get(RowQuantity::type), count);
   // Rows that are given no word of their own in such a block are tried like those of any other.
   const auto tryNonlinear = readGiven<int>(own.get("trynonlin"), 1);
   const BlockNames names(*data, standard.get(RowQuantity::name));

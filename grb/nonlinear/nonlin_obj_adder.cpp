@@ -20,7 +20,7 @@ tav::idx::List NonlinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   if (count <= 0) return {};
   if (data->hasObjective() || count > 1) refuseMultipleObjectives();
   requireCounts(standard, count);
-  const auto senses = readTypes(standard.get(ObjectiveQuantity::sense), count, objTypeToGurobi);
+  const auto senses = readTypes<objTypeToGurobi>(standard.get(ObjectiveQuantity::sense), count);
   const auto function = standard.get(ObjectiveQuantity::function).as<tav::math::Symbol<double>>().get(0);
   const SplitFunction parts = split(function, *data);
   NonlinearStack tree = NonlinearStack::encodeSum(parts.remainder, *data);
