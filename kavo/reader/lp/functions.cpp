@@ -114,7 +114,7 @@ class FunctionReader {
     if (word.size() > kLogToBase.size() && isWord(word.substr(0, kLogToBase.size()), kLogToBase)) {
       words_.cut(kLogToBase.size());
       words_.next();
-      constraint_.constants.push_back(reading_.finite());
+      constraint_.constants.push_back(reading_.finite(true));
       constraint_.function = Function::kLogToBase;
       return Form::kList;
     }
@@ -182,19 +182,22 @@ class FunctionReader {
     return reading_.column();
   }
 
-  // Names may hold commas and parentheses. A comma at the end of a word and a parenthesis that closes none of the word
-  // belong to the list; a comma inside one belongs to the name of a variable that is known already.
+  // Names may hold commas and brackets. A comma at the end of a word and a parenthesis that closes none of the word
+  // belong to the list; a comma elsewhere belongs to a name when it stands in brackets, or the name is known.
   void cutOperand() {
     const std::string_view word = words_.word();
     std::size_t length = 0;
-    for (int depth = 0; length < word.size() && depth >= 0; ++length) {
-      depth += word[length] == '(' ? 1 : word[length] == ')' ? -1 : 0;
-      if (depth < 0) break;
+    bool hasComma = false;
+    for (int depth = 0; length < word.size(); ++length) {
+      const char c = word[length];
+      if (c == ')' && depth == 0) break;
+      hasComma = hasComma || (c == ',' && depth == 0 && length + 1 < word.size());
+      depth += c == '(' || c == '[' ? 1 : c == ')' || c == ']' ? -1 : 0;
     }
     if (length == word.size() && word.ends_with(',')) --length;
     if (length == 0) reading_.failExpected("a variable or a number");
     const std::string_view operand = word.substr(0, length);
-    if (operand.find(',') != std::string_view::npos && reading_.columnIndex.find(operand) == NameIndex::kNone) {
+    if (hasComma && reading_.columnIndex.find(operand) == NameIndex::kNone) {
       reading_.fail(
           fmt::format("there is no variable {}; blanks must stand around the commas of a list", quoted(operand)));
     }

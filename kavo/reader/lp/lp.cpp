@@ -98,14 +98,15 @@ class Driver {
 
   // The level of lazy constraints stands on the line of the header.
   int readLevel() {
-    int level = 1;
+    int level = 0;
     const std::string_view word = words_.word();
-    if (words_.beginsLine() || words_.atEnd() || words_.following() == ':') return level;
     const char* last = word.data() + word.size();
-    if (parseInteger(word.data(), last, level) == last) {
-      if (level < 1 || level > kMostLevel) reading_.failExpected("a level from 1 to 3");
-      words_.next();
+    if (words_.beginsLine() || words_.atEnd() || words_.following() == ':' ||
+        parseInteger(word.data(), last, level) != last) {
+      return 1;
     }
+    if (level < 1 || level > kMostLevel) reading_.failExpected("a level from 1 to 3");
+    words_.next();
     return level;
   }
 
@@ -115,6 +116,7 @@ class Driver {
   }
 
   void finish() {
+    reading_.section = {};
     finishTypes();
     objectives_.finish();
     rows_.finish();

@@ -98,7 +98,10 @@ double Reading::finite(bool inside) {
 
 bool Reading::isName() const {
   if (words.atEnd() || std::string_view("+-<>=[]*:^").find(words.first()) != std::string_view::npos) return false;
-  return !mayBeNumber(words.word()) || std::isnan(numberOrNan(words.word()));
+  if (!mayBeNumber(words.word())) return true;
+  const char *first = words.word().data(), *last = first + words.word().size();
+  double value = 0;
+  return parseNumber(first, last, value) != last;
 }
 
 int Reading::column() {

@@ -37,7 +37,7 @@ class SetReader {
       return begin(word, type);
     }
     if (type_ == 0) reading_.failExpected("S1 or S2");
-    weights_.push_back(reading_.finite());
+    weights_.push_back(reading_.number());
     columns_.push_back(reading_.columnOf(word));
   }
 

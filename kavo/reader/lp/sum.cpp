@@ -111,22 +111,37 @@ bool Sum::isVariableOfNumber() const {
 
 void Sum::addVariable(Side& side, double coefficient) {
   ++side.variables;
-  if (place_ != Place::kObjective || !addSpecial(coefficient)) {
+  if (!addSpecial(coefficient)) {
+    requireNoNumber();
     linear_.add(reading_.columnOf(words_.word()), factor_ * coefficient);
   }
   words_.next();
 }
 
+// Behind a relation a number is more likely than a new variable whose name begins with one, as in ">= 2;" or ">= 2x".
+void Sum::requireNoNumber() const {
+  const std::string_view word = words_.word();
+  const bool isRight = place_ == Place::kRight || place_ == Place::kRightOfNumber;
+  if (isRight && word.find_first_of("0123456789") <= (word[0] == '.' ? 1U : 0U) &&
+      reading_.columnIndex.find(word) == NameIndex::kNone) {
+    reading_.failExpected("a number or a variable");
+  }
+}
+
 // What only Gurobi writes, and into objectives.
 bool Sum::addSpecial(double coefficient) {
   const std::string_view word = words_.word();
-  if (word == kConstantName && !reading_.severalObjectives && reading_.columnIndex.find(word) == NameIndex::kNone) {
+  const bool isObjective = place_ == Place::kObjective;
+  if (isObjective && word == kConstantName && !reading_.severalObjectives &&
+      reading_.columnIndex.find(word) == NameIndex::kNone) {
     reading_.constant.isThere = true;
     reading_.constant.coefficient += coefficient;
     return true;
   }
   if (!word.starts_with(kPiecesBegin) || !word.ends_with(')') || word.size() < kPiecesBegin.size() + 2) return false;
-  if (coefficient != 1) reading_.fail(fmt::format("expected no coefficient before {}", quoted(word)));
+  if (!isObjective || coefficient != 1) {
+    reading_.fail(fmt::format("{} stands in objectives, without a coefficient", quoted(word)));
+  }
   const std::string_view name = word.substr(kPiecesBegin.size(), word.size() - kPiecesBegin.size() - 1);
   reading_.announced.emplace_back(reading_.columnOf(name), words_.line());
   return true;

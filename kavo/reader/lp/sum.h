@@ -42,6 +42,7 @@ class Sum {
   bool isVariableOfNumber() const;
   void addVariable(Side& side, double coefficient);
   bool addSpecial(double coefficient);
+  void requireNoNumber() const;
   void readBracket(Side& side, double sign);
   void readProduct(double sign);
   int columnInBracket();
