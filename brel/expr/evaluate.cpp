@@ -1,10 +1,14 @@
 #include "brel/expr/evaluate.h"
 
+#include <limits>
+
 #include "brel/expr/operation.h"
 
 namespace brel::expr {
 
 namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 double valueOfSum(const Graph& graph, NodeId node, const std::vector<double>& values) {
   const std::span<const NodeId> children = graph.children(node);
@@ -16,11 +20,24 @@ double valueOfSum(const Graph& graph, NodeId node, const std::vector<double>& va
   return sum;
 }
 
+struct Columns {
+  std::span<const double> point;
+  std::span<const NodeId> definitions;
+
+  double value(std::size_t column, const std::vector<double>& values) const {
+    if (column < point.size()) return point[column];
+    const std::size_t behind = column - point.size();
+    if (behind >= definitions.size() || definitions[behind] < 0) return kNaN;
+    return values[static_cast<std::size_t>(definitions[behind])];
+  }
+};
+
 }  // namespace
 
 void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, std::size_t first,
-              double tolerance) {
+              double tolerance, std::span<const NodeId> definitions) {
   values.resize(graph.size());
+  const Columns columns{point, definitions};
   std::vector<double> arguments;
   for (std::size_t n = first; n < graph.size(); ++n) {
     const auto node = static_cast<NodeId>(n);
@@ -28,8 +45,7 @@ void evaluate(const Graph& graph, std::span<const double> point, std::vector<dou
     if (op == Op::constant) {
       values[n] = graph.value(node);
     } else if (op == Op::variable) {
-      const auto column = static_cast<std::size_t>(graph.column(node));
-      values[n] = column < point.size() ? point[column] : std::numeric_limits<double>::quiet_NaN();
+      values[n] = columns.value(static_cast<std::size_t>(graph.column(node)), values);
     } else if (op == Op::sum) {
       values[n] = valueOfSum(graph, node, values);
     } else {

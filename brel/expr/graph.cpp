@@ -55,20 +55,20 @@ NodeId Graph::constant(double value) {
 }
 
 NodeId Graph::variable(int column, double lower, double upper, bool isInteger) {
-  const std::size_t before = size();
-  const NodeId node = intern({.op = Op::variable, .extra = column});
-  if (size() == before) return node;
+  const auto c = static_cast<std::size_t>(column);
+  if (c >= variables_.size()) variables_.resize(std::max(c + 1, 2 * variables_.size()), -1);
+  if (variables_[c] >= 0) return variables_[c];
   Interval bounds{lower, upper};
   if (isInteger) bounds = wholeBounds(bounds);
   if (!(bounds.lower <= bounds.upper)) bounds = kEverything;
+  const NodeId node = append({.op = Op::variable, .extra = column});
   Node& made = nodes_.back();
   made.lower = bounds.lower;
   made.upper = bounds.upper;
   made.isInteger = isInteger;
   made.degree = Degree::linear;
-  made.termBound = 1;
-  ++variables_;
-  return node;
+  ++variableCount_;
+  return variables_[c] = node;
 }
 
 NodeId Graph::product(NodeId a, NodeId b) { return call(Op::product, a, b); }
@@ -113,7 +113,7 @@ NodeId Graph::folded(const Key& key) {
 
 NodeId Graph::intern(const Key& key) {
   Hash hash;
-  hash.add(static_cast<std::uint64_t>(key.op) << 32 | static_cast<std::uint32_t>(key.extra));
+  hash.add(static_cast<std::uint64_t>(key.op));
   hash.add(key.value);
   for (const NodeId child : key.children) hash.add(static_cast<std::uint64_t>(child));
   for (const double coefficient : key.coefficients) hash.add(coefficient);
@@ -132,7 +132,6 @@ NodeId Graph::intern(const Key& key) {
 bool Graph::matches(NodeId node, const Key& key) const {
   const Node& n = at(node);
   if (n.op != key.op || !sameBits(n.value, key.value)) return false;
-  if (key.op == Op::variable) return n.extra == key.extra;
   if (!std::ranges::equal(children(node), key.children)) return false;
   if (key.op == Op::sum) return std::ranges::equal(coefficients(node), key.coefficients, sameBits);
   if (key.op != Op::piecewise) return true;
@@ -140,25 +139,24 @@ bool Graph::matches(NodeId node, const Key& key) const {
                             [](const Point& a, const Point& b) { return sameBits(a.x, b.x) && sameBits(a.y, b.y); });
 }
 
+Range Graph::rangeOf(const Key& key) const {
+  if (key.op == Op::sum) return rangeOfSum(*this, key.value, key.children, key.coefficients);
+  if (!key.children.empty()) return rangeOfCall(*this, key.op, key.value, key.children, key.points);
+  return {{key.value, key.value}, key.value == std::round(key.value)};
+}
+
 NodeId Graph::append(const Key& key) {
+  const auto [interval, isInteger] = rangeOf(key);
   Node node{.op = key.op,
             .degree = Degree::nonlinear,
-            .isInteger = false,
+            .isInteger = isInteger,
             .count = static_cast<int>(key.children.size()),
             .first = children_.size(),
             .extra = key.extra,
             .value = key.value,
-            .lower = key.value,
-            .upper = key.value,
+            .lower = interval.lower,
+            .upper = interval.upper,
             .termBound = 1};
-  Range range{{key.value, key.value}, key.value == std::round(key.value)};
-  if (key.op == Op::sum) range = rangeOfSum(*this, key.value, key.children, key.coefficients);
-  if (!key.children.empty() && key.op != Op::sum) {
-    range = rangeOfCall(*this, key.op, key.value, key.children, key.points);
-  }
-  node.lower = range.interval.lower;
-  node.upper = range.interval.upper;
-  node.isInteger = range.isInteger;
   children_.insert(children_.end(), key.children.begin(), key.children.end());
   coefficients_.insert(coefficients_.end(), key.coefficients.begin(), key.coefficients.end());
   coefficients_.resize(children_.size(), 1);
@@ -178,9 +176,10 @@ void Graph::setDegree(Node& node) const {
     node.degree = Degree::constant;
   } else if (node.op == Op::sum) {
     node.degree = Degree::constant;
+    node.termBound = node.value == 0 ? 0 : 1;
     for (const NodeId child : of) node.degree = std::max(node.degree, degree(child));
     for (const NodeId child : of) node.termBound += at(child).termBound;
-    if (node.degree == Degree::linear) node.termBound = std::min(node.termBound, variables_ + 1);
+    if (node.degree == Degree::linear) node.termBound = std::min(node.termBound, variableCount_ + 1);
   } else if (node.op == Op::product && std::max(degree(of[0]), degree(of[1])) == Degree::linear) {
     const double a = at(of[0]).termBound, b = at(of[1]).termBound;
     node.termBound = of[0] == of[1] ? a * (a + 1) / 2 : a * b;

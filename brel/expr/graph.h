@@ -72,6 +72,12 @@ struct Interval {
   double upper = std::numeric_limits<double>::infinity();
 };
 
+// What is known of a value.
+struct Range {
+  Interval interval;
+  bool isInteger = false;
+};
+
 struct Term {
   NodeId node;
   double coefficient;
@@ -188,9 +194,10 @@ class Graph {
   NodeId folded(const Key& key);
   void addTerm(const Term& term, double& constant, std::vector<Term>& terms) const;
   NodeId internSum(double constant, std::span<const Term> terms);
-  // The node with this key, made if there is none. extra is given by a variable only.
+  // The node with this key, made if there is none.
   NodeId intern(const Key& key);
   NodeId append(const Key& key);
+  Range rangeOf(const Key& key) const;
   bool matches(NodeId node, const Key& key) const;
   void setDegree(Node& node) const;
   void grow();
@@ -200,8 +207,9 @@ class Graph {
   std::vector<double> coefficients_;  // as many as children
   std::vector<std::size_t> pointStart_{0};
   std::vector<Point> points_;
-  std::vector<Slot> slots_;  // open addressing, a power of two of them, at most half of them taken
-  double variables_ = 0;
+  std::vector<Slot> slots_;        // open addressing, a power of two of them, at most half of them taken
+  std::vector<NodeId> variables_;  // the node of each column, -1: not made yet
+  double variableCount_ = 0;
 
   // Working memory of calls; taken by whoever needs it, so that a call within a call has its own.
   std::vector<NodeId> nodeList_;

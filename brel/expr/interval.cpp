@@ -77,7 +77,7 @@ bool isPeriodic(Interval a) { return a.upper - a.lower < 7 && std::max(std::fabs
 Interval oscillating(Interval a, double (*function)(double), double maximum) {
   constexpr double kPeriod = 2 * std::numbers::pi;
   if (!isPeriodic(a)) return {-1, 1};
-  const auto [low, high] = std::minmax(function(a.lower), function(a.upper));
+  const auto [low, high] = std::minmax({function(a.lower), function(a.upper)});
   Interval result = intersect(widen({low, high}), {-1, 1});
   if (meets(a, maximum, kPeriod)) result.upper = 1;
   if (meets(a, maximum + std::numbers::pi, kPeriod)) result.lower = -1;

@@ -111,8 +111,8 @@ Interval rangeOfAtan2(Interval y, Interval x) {
 
 // x - y * trunc(x / y): has the sign of x, and is smaller than y.
 Interval rangeOfMod(Interval x, Interval y) {
-  const double most = std::min(absolute(x).upper, absolute(y).upper);
-  return {x.lower >= 0 ? 0 : -most, x.upper <= 0 ? 0 : most};
+  const double most = absolute(y).upper;
+  return {x.lower >= 0 ? 0 : std::max(x.lower, -most), x.upper <= 0 ? 0 : std::min(x.upper, most)};
 }
 
 Interval rangeOfList(const Graph& graph, Op op, std::span<const NodeId> children) {

@@ -6,12 +6,6 @@
 
 namespace brel::expr {
 
-// What is known of a value.
-struct Range {
-  Interval interval;
-  bool isInteger = false;
-};
-
 // Of a sum, from the ranges of its children. As many coefficients as children.
 Range rangeOfSum(const Graph& graph, double constant, std::span<const NodeId> children,
                  std::span<const double> coefficients);

@@ -228,7 +228,7 @@ double ofMany(int op, const std::vector<double>& x) {
 
 double valueOf(int op, const std::vector<double>& x) {
   const bool isUnknown = std::any_of(x.begin(), x.end(), [](double v) { return std::isnan(v); });
-  if (isUnknown && op != KAVO_OP_IF_THEN_ELSE) return std::numeric_limits<double>::quiet_NaN();
+  if (isUnknown && (op != KAVO_OP_IF_THEN_ELSE || std::isnan(x[0]))) return std::numeric_limits<double>::quiet_NaN();
   const int arity = kavo_operator_arity(op);
   if (arity == 1) return unary(op, x[0]);
   return arity == 2 && op != KAVO_OP_PLUS ? binary(op, x[0], x[1]) : ofMany(op, x);
