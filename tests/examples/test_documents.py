@@ -65,8 +65,7 @@ def nl(names="c1\ncost\n", **parts):
 
 SQUARE = "o5\nv0\nn2"
 LOGICAL = "L0\no28\nv0\nn1\n"
-SECTIONS = ("QUADOBJ", "QMATRIX", "QSECTION", "QCMATRIX", "CSECTION", "SOS", "SOS1", "SOS2", "SETS", "GENCONS", "PWLOBJ",
-            "PWLNAM", "PWLCON", "BRANCH", "INDICATORS")
+SECTIONS = ("SOS1", "SOS2", "CSECTION", "PWLNAM", "PWLCON", "BRANCH", "SCENARIOS")
 
 # Files that are refused; the model is the first one.
 REFUSED = [
@@ -78,10 +77,14 @@ REFUSED = [
     nl(head="S4 2 sosno\n0 1\n1 1\nS4 2 ref\n0 1\n1 2\n"),
     nl(side="5 1 1", nonlinear="0 0 1 0 0 0"),
     {"model.lp": "Minimize\n x\nEnd\n"},
-    mps(end="SCENARIOS\n"),
+    mps(end="CSECTION\n"),
+    mps(end="CONES\n"),
     mps(columns=" m 'MARKER' 'SOSORG'\n"),
     mps(end="BOUNDS\n XX b x 1\n"),
-    mps(end="QUADOBJ\n x x 2\n"),
+    mps(end="GENCONS\n POLY g\n x y\n 101 3\n"),
+    mps(end="GENCONS\n AND g\n x\n y\n"),
+    mps(end="INDICATORS\n IF c1 x 1\n"),
+    mps(end="SOS\n S1 s\n x 1\n y 1\n"),
     mps(columns="".join(f" v{i} c1 1\n" for i in range(1999))),
 ]
 
@@ -91,6 +94,7 @@ NOTED = [
     mps(rows=" N other\n", columns=" x other 1\n"),
     {"model.mps": "NAME m\nROWS\n L c1\nCOLUMNS\n x c1 1\nENDATA\n"},
     mps(end=" s c1 3\n"),
+    mps(end="SOS\n S1 s\n x 1\n"),
     mps(columns=f" {'n' * 256} c1 1\n"),
     nl(head="S0 1 hintpri\n0 1\nS0 1 direction\n1 1\n"),
     nl(head="S0 1 sosno\n0 1\nS0 0 ref\n"),
