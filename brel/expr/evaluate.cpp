@@ -34,12 +34,12 @@ struct Columns {
 
 }  // namespace
 
-void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, std::size_t first,
-              double tolerance, std::span<const NodeId> definitions) {
+void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, double tolerance,
+              std::span<const NodeId> definitions) {
   values.resize(graph.size());
   const Columns columns{point, definitions};
   std::vector<double> arguments;
-  for (std::size_t n = first; n < graph.size(); ++n) {
+  for (std::size_t n = 0; n < graph.size(); ++n) {
     const auto node = static_cast<NodeId>(n);
     const Op op = graph.op(node);
     if (op == Op::constant) {

@@ -7,16 +7,16 @@
 
 namespace brel::expr {
 
-// The values of the nodes first .. graph.size()-1 at a point (values of columns by position; shorter than the columns
-// of the graph: NaN for those beyond, as for unknown ones). values has graph.size() entries, those before `first` are
-// there already. Outside a function's domain NaN or infinite. Linear time.
+// The values of all nodes at a point, as graph.size() entries of values. point: values of columns by position; shorter
+// than the columns of the graph: NaN for those beyond, as for unknown ones. Outside a function's domain NaN or
+// infinite. Linear time.
 //
 // definitions: of the columns behind the point, the node that each is equal to, -1: unknown. A definition has a lower
 // number than the node of its column.
 //
 // tolerance: how far above 0 a comparison takes a value for 0. Of e <= 0 and e > 0 always one is true: e <= 0 is true
 // up to the tolerance, e = 0 within it, e < 0 only below its negative. 0: comparisons are exact.
-void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, std::size_t first = 0,
-              double tolerance = 0, std::span<const NodeId> definitions = {});
+void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, double tolerance = 0,
+              std::span<const NodeId> definitions = {});
 
 }  // namespace brel::expr

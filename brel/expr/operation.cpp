@@ -73,6 +73,62 @@ double applyTruth(Op op, Values x, double tolerance) {
   }
 }
 
+// Functions of one argument.
+double applyFunction(Op op, double value, Values x) {
+  switch (op) {
+    case Op::sqrt:
+      return std::sqrt(x[0]);
+    case Op::exp:
+      return std::exp(x[0]);
+    case Op::log:
+      return std::log(x[0]);
+    case Op::log2:
+      return std::log2(x[0]);
+    case Op::log10:
+      return std::log10(x[0]);
+    case Op::logBase:
+      return of<fn::LogBase>(x[0], value);
+    case Op::sigmoid:
+      return of<fn::Sigmoid>(x);
+    case Op::tanh:
+      return std::tanh(x[0]);
+    case Op::sin:
+      return std::sin(x[0]);
+    case Op::cos:
+      return std::cos(x[0]);
+    case Op::tan:
+      return std::tan(x[0]);
+    case Op::asin:
+      return std::asin(x[0]);
+    case Op::acos:
+      return std::acos(x[0]);
+    case Op::atan:
+      return std::atan(x[0]);
+    case Op::sinh:
+      return std::sinh(x[0]);
+    case Op::cosh:
+      return std::cosh(x[0]);
+    case Op::asinh:
+      return std::asinh(x[0]);
+    case Op::acosh:
+      return std::acosh(x[0]);
+    case Op::atanh:
+      return std::atanh(x[0]);
+    case Op::abs:
+      return std::fabs(x[0]);
+    case Op::floor:
+      return std::floor(x[0]);
+    case Op::ceil:
+      return std::ceil(x[0]);
+    case Op::round:
+      return std::round(x[0]);
+    case Op::trunc:
+      return std::trunc(x[0]);
+    default:
+      return kNaN;
+  }
+}
+
 }  // namespace
 
 std::string_view operationName(Op op) {
@@ -145,48 +201,8 @@ double apply(Op op, double value, Values x, std::span<const Point> points, doubl
       return of<fn::Power>(x);
     case Op::signedPower:
       return of<fn::SignPower>(x[0], value);
-    case Op::sqrt:
-      return std::sqrt(x[0]);
-    case Op::exp:
-      return std::exp(x[0]);
-    case Op::log:
-      return std::log(x[0]);
-    case Op::log2:
-      return std::log2(x[0]);
-    case Op::log10:
-      return std::log10(x[0]);
-    case Op::logBase:
-      return of<fn::LogBase>(x[0], value);
-    case Op::sigmoid:
-      return of<fn::Sigmoid>(x);
-    case Op::tanh:
-      return std::tanh(x[0]);
-    case Op::sin:
-      return std::sin(x[0]);
-    case Op::cos:
-      return std::cos(x[0]);
-    case Op::tan:
-      return std::tan(x[0]);
-    case Op::asin:
-      return std::asin(x[0]);
-    case Op::acos:
-      return std::acos(x[0]);
-    case Op::atan:
-      return std::atan(x[0]);
-    case Op::sinh:
-      return std::sinh(x[0]);
-    case Op::cosh:
-      return std::cosh(x[0]);
-    case Op::asinh:
-      return std::asinh(x[0]);
-    case Op::acosh:
-      return std::acosh(x[0]);
-    case Op::atanh:
-      return std::atanh(x[0]);
     case Op::atan2:
       return std::atan2(x[0], x[1]);
-    case Op::abs:
-      return std::fabs(x[0]);
     case Op::min:
       return of<fn::Min>(x);
     case Op::max:
@@ -197,14 +213,6 @@ double apply(Op op, double value, Values x, std::span<const Point> points, doubl
       return of<fn::Norm2>(x);
     case Op::normInf:
       return of<fn::NormInf>(x);
-    case Op::floor:
-      return std::floor(x[0]);
-    case Op::ceil:
-      return std::ceil(x[0]);
-    case Op::round:
-      return std::round(x[0]);
-    case Op::trunc:
-      return std::trunc(x[0]);
     case Op::mod:
       return std::fmod(x[0], x[1]);
     case Op::integerDivide:
@@ -214,7 +222,7 @@ double apply(Op op, double value, Values x, std::span<const Point> points, doubl
     case Op::ifThenElse:
       return std::isnan(x[0]) ? kNaN : isTrue(x[0]) ? x[1] : x[2];
     default:
-      return applyTruth(op, x, tolerance);
+      return isTruthOperation(op) ? applyTruth(op, x, tolerance) : applyFunction(op, value, x);
   }
 }
 

@@ -213,7 +213,7 @@ TEST(EvaluateTest, ToleranceKeepsComplementsApart) {
                {1e-3, 1e-6, 0, 1, 0, 0}, {-1e-9, 1e-6, 1, 0, 1, 0}, {-1e-3, 1e-6, 1, 0, 0, 1}};
   for (const auto& c : cases) {
     std::vector<double> values;
-    brel::expr::evaluate(graph, std::vector<double>{c.x}, values, 0, c.tolerance);
+    brel::expr::evaluate(graph, std::vector<double>{c.x}, values, c.tolerance);
     const auto at = [&values](NodeId node) { return values[static_cast<std::size_t>(node)]; };
     EXPECT_EQ(at(atMost), c.atMost) << c.x;
     EXPECT_EQ(at(above), c.above) << c.x;
