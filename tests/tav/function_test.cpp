@@ -69,9 +69,11 @@ const ValueCase kValues[] = {
     {"exponential:Log", {10}, std::numbers::ln10},
     {"exponential:Log2", {8}, 3},
     {"exponential:Log10", {1000}, 3},
-    {"exponential:LogBase", {1000, 10}, 3},
-    {"exponential:LogBase", {0.125, 2}, -3},
-    {"exponential:LogBase", {9, 3}, 2},
+    {"exponential:LogBase", {6, 4}, std::log(6) / std::log(4)},
+    {"exponential:LogBase", {0, 3}, -kInf},
+    {"exponential:LogBase", {0, 0.5}, kInf},
+    {"exponential:LogBase", {kInf, 3}, kInf},
+    {"exponential:LogBase", {-5, 3}, kNaN},
     {"exponential:LogBase", {5, 1}, kNaN},
     {"exponential:LogBase", {5, -2}, kNaN},
     {"exponential:Sigmoid", {0}, 0.5},
@@ -147,6 +149,14 @@ TEST(FunctionTest, ValuesAndEdges) {
     expectClose(function->value(c.arguments), c.expected);
   }
   EXPECT_EQ(covered.size() + 1, fn::catalogue().size()) << "every function but Vectorize";
+}
+
+TEST(FunctionTest, WholeLogarithmsAreExact) {
+  for (const double base : {0.1, 0.3, 1.1, 2.0, 3.0, 5.0, 6.0, 10.0, 100.0}) {
+    for (int power = -20; power <= 20; ++power) {
+      EXPECT_EQ(fn::the<fn::LogBase>().value(Doubles{std::pow(base, power), base}), power) << base;
+    }
+  }
 }
 
 TEST(FunctionTest, EvaluatesSymbols) {

@@ -39,10 +39,12 @@ double Log10::value(std::span<const double> arguments) const { return std::log10
 double LogBase::value(std::span<const double> arguments) const {
   const double base = arguments[1];
   if (!(base > 0) || base == 1) return kNaN;
-  // The quotient misses whole results by a bit (ln 1000 / ln 10), these two do not.
   if (base == 2) return std::log2(arguments[0]);
   if (base == 10) return std::log10(arguments[0]);
-  return std::log(arguments[0]) / std::log(base);
+  // The quotient misses whole results by a bit (ln 125 / ln 5), which the two functions above do not.
+  const double quotient = std::log(arguments[0]) / std::log(base);
+  const double whole = std::round(quotient);
+  return std::pow(base, whole) == arguments[0] ? whole : quotient;
 }
 
 double Sigmoid::value(std::span<const double> arguments) const {
