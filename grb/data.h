@@ -11,6 +11,7 @@
 #include "grb/element_stores.h"
 #include "grb/gurobi/model.h"
 #include "grb/option/link_options.h"
+#include "grb/procedure/parameter_file.h"
 #include "grb/registry.h"
 #include "tav/opt/adder.h"
 
@@ -35,6 +36,7 @@ struct Data {
 
   std::mutex modelLock;  // serialises all changes of the Gurobi model
   OptionSet options;     // stays as it is when the model starts anew
+  ParameterValues beforeParameterFile;  // what to put back when the model starts anew
 
   // Whoever adds an element registers it as soon as Gurobi has taken it, auxiliary ones too.
   Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;

@@ -51,6 +51,7 @@ bool Solver::setup() {
 void Solver::clear() {
   data_->model->clear();
   data_->clear();
+  putBack(*data_->model, data_->beforeParameterFile);
 }
 
 bool Solver::setLog(std::shared_ptr<tav::opt::AbstractLog> log) {

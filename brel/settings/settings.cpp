@@ -8,10 +8,11 @@
 #include <unordered_map>
 
 #include "brel/host.h"
-#include "brel/settings/parse.h"
 #include "brel/settings/text.h"
+#include "tav/attr/lib/allowed.h"
 #include "tav/attr/lib/range_info.h"
 #include "tav/opt/solver_services.h"
+#include "tav/util/number.h"
 
 namespace brel::settings {
 namespace {
@@ -26,27 +27,22 @@ std::string place(const kavo_setting& setting) {
 }
 
 [[noreturn]] void refuse(const kavo_setting& setting, const std::string& why) {
-  throw tav::Exception("Setting", place(setting) + why, std::nullopt, "", tav::util::SourceLocation::here());
+  throw tav::UserException(place(setting) + why);
 }
 
 // "inf" is the largest number that a solver takes for infinity.
-double finite(double value) {
-  constexpr double kSolverInfinity = 1e100;
-  return std::clamp(value, -kSolverInfinity, kSolverInfinity);
+std::optional<double> number(std::string_view text, const lib::RangeInfo<double>& /*info*/) {
+  const auto value = tav::util::toDouble(text);
+  return value ? std::optional(std::clamp(*value, -lib::kSolverInfinity, lib::kSolverInfinity)) : value;
 }
-int finite(int value) { return value; }
-
-template <class T>
-std::string allowed(const lib::RangeInfo<T>& info) {
-  return fmt::format("a {} from {} to {}", std::is_same_v<T, int> ? "whole number" : "number", info.lower(),
-                     info.upper());
-}
+std::optional<int> number(std::string_view text, const lib::RangeInfo<int>& /*info*/) { return tav::util::toInt(text); }
 
 template <class T>
 T checkedNumber(const kavo_setting& setting, const lib::RangeInfo<T>& info) {
-  T value{};
-  if (parse(setting.value, value) && info.accepts(finite(value))) return finite(value);
-  refuse(setting, fmt::format("{}={}: the value must be {}", info.name(), shortened(setting.value), allowed(info)));
+  const auto value = number(setting.value, info);
+  if (value && info.accepts(*value)) return *value;
+  refuse(setting,
+         fmt::format("{}={}: the value must be {}", info.name(), shortened(setting.value), lib::allowed(info)));
 }
 
 std::size_t longestText(const Row& row, const tav::opt::AbstractSolver& solver) {
@@ -156,7 +152,7 @@ void setDefault(const Row& row, const tav::attr::BaseItem& item) {
 std::string text(const std::string& value) { return fmt::format("\"{}\"", value); }
 template <class T>
 std::string text(const T& value) {
-  return fmt::format("{}", value);
+  return lib::shown(value);
 }
 
 template <class T>

@@ -5,10 +5,10 @@
 
 #include "brel/host.h"
 #include "brel/settings/near_names.h"
-#include "brel/settings/parse.h"
 #include "tav/attr/lib/range_info.h"
 #include "tav/opt/solver_services.h"
 #include "tav/util/ascii.h"
+#include "tav/util/number.h"
 
 namespace brel::settings {
 namespace {
@@ -21,16 +21,16 @@ std::optional<T> bound(double value) {
 }
 
 template <class T>
-std::shared_ptr<const tav::attr::AbstractBaseInfo> rangeInfo(const kavo_setting_info& told) {
-  T value{};
-  const bool hasDefault = told.default_text != nullptr && parse(told.default_text, value);
-  return std::make_shared<lib::RangeInfo<T>>(told.name, 1, true, hasDefault ? std::optional(value) : std::nullopt,
+std::shared_ptr<const tav::attr::AbstractBaseInfo> rangeInfo(const kavo_setting_info& told,
+                                                             std::optional<T> (*number)(std::string_view)) {
+  return std::make_shared<lib::RangeInfo<T>>(told.name, 1, true,
+                                             told.default_text == nullptr ? std::nullopt : number(told.default_text),
                                              bound<T>(told.lower), bound<T>(told.upper), std::nullopt, told.help);
 }
 
 std::shared_ptr<const tav::attr::AbstractBaseInfo> infoOf(const kavo_setting_info& told) {
-  if (told.type == KAVO_SETTING_INT) return rangeInfo<int>(told);
-  if (told.type == KAVO_SETTING_DOUBLE) return rangeInfo<double>(told);
+  if (told.type == KAVO_SETTING_INT) return rangeInfo<int>(told, tav::util::toInt);
+  if (told.type == KAVO_SETTING_DOUBLE) return rangeInfo<double>(told, tav::util::toDouble);
   const auto value = told.default_text == nullptr ? std::nullopt : std::optional<std::string>(told.default_text);
   return std::make_shared<lib::Info<std::string>>(told.name, 1, true, value, std::nullopt, told.help);
 }

@@ -43,8 +43,8 @@ constexpr NumberRow<int> kIntRows[] = {
 
 constexpr TextRow kFileRows[] = {
     {"readparams", nullptr,
-     "A Gurobi parameter file to read before the solve. It overrides settings made elsewhere; names that Gurobi does "
-     "not know are told in the log and skipped."},
+     "A Gurobi parameter file to read before the solve. It overrides settings made elsewhere; a value that is not "
+     "allowed is an error, names that Gurobi does not know are told in the log and skipped."},
     {"tuning", nullptr,
      "Names of model files: instead of solving, Gurobi looks for parameters that suit these models, and each set that "
      "it finds is written to an option file."},

@@ -1,30 +1,29 @@
 #pragma once
 
+#include <map>
 #include <string>
-#include <vector>
+#include <variant>
 
 #include "grb/gurobi/model.h"
 #include "tav/opt/log.h"
 
 namespace grb {
 
-// A name that a parameter file gives a value to, at its first line (counted from 1). A name in another case is the
-// same.
-struct NamedLine {
-  std::string name;
-  int line;
-};
+// Values of parameters, by name in lower case.
+using ParameterValues = std::map<std::string, std::variant<int, double, std::string>>;
 
-// The names in a parameter file, in its order: the first word of each line that is neither empty nor a comment (#),
-// ended by white space or an equals sign. Of a compressed file, which its extension tells, none. Raises tav::Exception
-// when the file cannot be read or is no text.
-std::vector<NamedLine> namesInParameterFile(const std::string& file);
+// Reads a parameter file into the parameters of the model, and adds to `before` what those it names were before, unless
+// it is known there. Gurobi passes over what it does not understand, so the file is looked at first: a name that Gurobi
+// does not know is told in the log with its line; a value that is not allowed is refused before anything is read. What
+// Gurobi has not taken after all, because it takes it only before it starts, is refused after the read. Raises
+// tav::UserException, which shows no text that may be secret, and GurobiException.
+void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file,
+                       ParameterValues& before);
 
-// Reads a parameter file into the parameters of the model. Gurobi skips names that it does not know; a warning with the
-// line is logged for each of them first. Raises as namesInParameterFile, and GurobiException.
-void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file);
+// Gives parameters their values back and forgets these.
+void putBack(GurobiModel& model, ParameterValues& before);
 
-// Raises tav::Exception when it can be told beforehand that a file of this name cannot be written.
+// Raises tav::UserException when it can be told beforehand that a file of this name cannot be written.
 void requireWritable(const std::string& file);
 
 }  // namespace grb

@@ -51,8 +51,9 @@ tav::opt::Termination solve(Data& data) {
   onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
   installCallbacks(data);
-  onFile(data, FileOption::readparams,
-         [&](const std::string& file) { readParameterFile(model, *data.callbacks.log, file); });
+  onFile(data, FileOption::readparams, [&](const std::string& file) {
+    readParameterFile(model, *data.callbacks.log, file, data.beforeParameterFile);
+  });
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
   listened(data, [&] { model.optimize(); });
   onFile(data, FileOption::writeparams, [&](const std::string& file) { model.writeParams(file.c_str()); });

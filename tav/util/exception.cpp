@@ -40,6 +40,9 @@ Exception::Exception(std::string tag, std::string message, std::optional<int> co
 Exception::Exception(std::string message, util::SourceLocation location)
     : Exception({}, std::move(message), std::nullopt, {}, location) {}
 
+UserException::UserException(std::string message, util::SourceLocation location)
+    : Exception({}, std::move(message), std::nullopt, {}, location) {}
+
 CheckException::CheckException(std::string message, util::SourceLocation location)
     : Exception("Check", std::move(message), std::nullopt, {}, location) {}
 

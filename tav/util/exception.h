@@ -41,6 +41,15 @@ class Exception : public std::exception {
   std::string what_;
 };
 
+// An error that its message tells a user how to mend, such as a wrong value of an option. what() is the message alone;
+// the place in the source is for others.
+class UserException : public Exception {
+ public:
+  explicit UserException(std::string message, util::SourceLocation location = util::SourceLocation::here());
+
+  const char* what() const noexcept override { return message().c_str(); }
+};
+
 // A violated precondition. Messages: "'<expression>' (which is <value>) must be <relation> <bound>.", where a bound
 // that has a name of its own reads "'<name>' (which is <value>)".
 class CheckException : public Exception {

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "tav/util/number.h"
 #include "tav/yaml/convert.h"
 
 namespace tav::yaml {
@@ -85,7 +86,7 @@ EventKind Parser::peek() {
 }
 
 Parser& Parser::operator>>(int& value) {
-  convertNext(*this, value, toInt, "int");
+  convertNext(*this, value, util::toInt, "int");
   return *this;
 }
 

@@ -114,10 +114,39 @@ class Parameters(cli.FolderCase):
         self.assertEqual(len(told), 161)
 
     def test_the_value_in_force_is_that_of_the_parameter_file(self):
-        self.write("a.prm", "MIPGap 0.2\n")
-        run = self.run_program("small.mps", "readparams=a.prm", "mipgap=0.3", "mipgap=?")
-        self.assertEqual((run.returncode, run.stderr), (0, ""))
-        self.assertIn("note: MIPGap=0.2 (default 0.0001)\n", run.stdout)
+        for text, name, value in [
+            ("MIPGap 0.3\nmipgap=.2 # of all\n", "MIPGap", 0.2),
+            ("Seed 1e1\n", "Seed", 10),
+            ("Cutoff -inf\n", "Cutoff", "-infinity"),
+            ("MIPGap 1e999\nNope 1\n", "MIPGap", "infinity"),
+            (f"NodefileDir  {self.folder}#x\r\n", "NodefileDir", f'"{self.folder}#x"'),
+        ]:
+            with self.subTest(text=text):
+                self.write("a.prm", text)
+                run = self.run_program("small.mps", "readparams=a.prm", f"{name}=7", f"{name}=?", "outlev=0")
+                self.assertEqual((run.returncode, run.stderr), (0, ""))
+                self.assertIn(f"note: {name}={value} (default ", run.stdout)
+
+    def test_what_gurobi_would_pass_over_in_a_parameter_file_is_an_error(self):
+        for line, told in [
+            ("TimeLimit abc", "TimeLimit=abc: the value must be a number from 0 to infinity"),
+            ("threads 1.5", "threads=1.5: the value must be a whole number from -1 to 1024"),
+            ("FeasibilityTol 5", "FeasibilityTol=5: the value must be a number from 1e-09 to 0.01"),
+            ("CSPriority 5000", "CSPriority=5000: the value must be a whole number from -100 to 100"),
+            ("Record 1", "Record: Gurobi has not taken the value"),
+            ("ServerPassword sEcr3t", "ServerPassword: Gurobi has not taken the value"),
+            ("NodefileDir sEcr3t places", "NodefileDir: a line has one value"),
+            ("LogToConsole 1", "LogToConsole: the log is up to the link"),
+        ]:
+            with self.subTest(line=line):
+                self.write("a.prm", f"Seed 3\n{line}\n")
+                run = self.run_program("small.mps", "readparams=a.prm", "--quiet", "--log", "log")
+                self.assertEqual((run.returncode, run.stdout), (1, ""))
+                self.assert_one_line(run.stderr, f"grblink: a.prm, line 2: {told}")
+                run = self.run_program("small", "-AMPL", "readparams=a.prm")
+                self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "", ""))
+                self.assertIn(f"error: a.prm, line 2: {told}", self.read("small.sol"))
+                self.assertNotIn("sEcr3t", self.read("log") + self.read("small.sol"))
 
     def test_help_and_refusals(self):
         run = self.run_program("--help-options", "MipGap")
@@ -126,7 +155,7 @@ class Parameters(cli.FolderCase):
         self.assertIn("\nMIPGapAbs\n", run.stdout)
         self.assertLessEqual(max(map(len, run.stdout.splitlines())), 80)
         for word, parts in [
-            ("mipgap=-2", ["MIPGap=-2", "a number from 0 to 1e+100"]),
+            ("mipgap=-2", ["MIPGap=-2", "a number from 0 to infinity"]),
             ("mipgpa=0.1", ["unknown option 'mipgpa'; did you mean MIPGap?"]),
             ("lim:time=3", ["did you mean TimeLimit?"]),
             ("miptrace=x", ["the option 'miptrace' has no effect in this version: it is for plug-in 9"]),

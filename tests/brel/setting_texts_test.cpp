@@ -1,15 +1,12 @@
-// Texts of settings: values, names that were meant, and the description of all settings.
+// Texts of settings: names that were meant, and the description of all settings.
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <optional>
 #include <sstream>
 
 #include "brel/settings/near_names.h"
-#include "brel/settings/parse.h"
 #include "grb/solver.h"
 #include "tav/attr/lib/info_registry.h"
 #include "tav/yaml/parser.h"
@@ -20,29 +17,6 @@ namespace {
 
 using brel::settings::nearNames;
 using testing::IsEmpty;
-
-template <class T>
-std::optional<T> parsed(std::string_view text) {
-  T value{};
-  return brel::settings::parse(text, value) ? std::optional(value) : std::nullopt;
-}
-
-TEST(SettingTexts, ValuesAreWholeNumbersOrNothing) {
-  for (const auto& [text, value] : {std::pair{"0", 0}, {"-3", -3}, {"+7", 7}, {"007", 7}, {"2147483647", 2147483647}}) {
-    EXPECT_EQ(parsed<int>(text), value) << text;
-    EXPECT_EQ(parsed<double>(text), value) << text;
-  }
-  for (const char* text : {"1.5", "1e3", "1.0", ".5", "inf"}) {
-    EXPECT_EQ(parsed<int>(text), std::nullopt) << text;
-    EXPECT_TRUE(parsed<double>(text)) << text;
-  }
-  EXPECT_EQ(parsed<double>("-inf"), -INFINITY);
-  for (const char* text :
-       {"", "+", "-", "+-3", "--3", "++3", " 1", "1 ", "0x10", "1,5", "two", "nan", "1e999", "1e", "1 2"}) {
-    EXPECT_EQ(parsed<int>(text), std::nullopt) << text;
-    EXPECT_EQ(parsed<double>(text), std::nullopt) << text;
-  }
-}
 
 TEST(SettingTexts, DistanceCountsTypingErrors) {
   struct Case {

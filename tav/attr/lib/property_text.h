@@ -7,6 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "tav/util/number.h"
 #include "tav/yaml/convert.h"
 
 // Properties of descriptions as text.
@@ -19,7 +20,7 @@ inline constexpr std::string_view kRangeProperties[] = {"name", "ref", "n_max", 
 template <class T>
 std::optional<T> parseText(std::string_view text) {
   if constexpr (std::is_same_v<T, int>) {
-    return yaml::toInt(text);
+    return util::toInt(text);
   } else if constexpr (std::is_same_v<T, double>) {
     return yaml::toDouble(text);
   } else {
