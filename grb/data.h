@@ -34,8 +34,8 @@ struct Data {
   std::shared_ptr<GurobiModel> model;
   CallbackContext callbacks;  // holds the framework's log and callback objects
 
-  std::mutex modelLock;  // serialises all changes of the Gurobi model
-  OptionSet options;     // stays as it is when the model starts anew
+  std::mutex modelLock;                 // serialises all changes of the Gurobi model
+  OptionSet options;                    // stays as it is when the model starts anew
   ParameterValues beforeParameterFile;  // what to put back when the model starts anew
 
   // Whoever adds an element registers it as soon as Gurobi has taken it, auxiliary ones too.
