@@ -56,3 +56,19 @@ function(grblink_add_test name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()
+
+# Gurobi's own reader gives a second opinion on a format: tests NAME_written_test and NAME_corpus_test run `script` of the
+# calling folder with the dump of a model and the word "written" or "corpus".
+function(grblink_add_second_opinion name script)
+  set(python ${Python_EXECUTABLE})
+  if(NOT python)
+    set(python ${PROJECT_SOURCE_DIR}/build/venv/bin/python)
+  endif()
+  foreach(models written corpus)
+    add_test(NAME ${name}_${models}_test
+      COMMAND ${python} ${CMAKE_CURRENT_SOURCE_DIR}/${script} $<TARGET_FILE:model_dump> ${models}
+      WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    set_tests_properties(${name}_${models}_test PROPERTIES TIMEOUT 300)
+  endforeach()
+  set_tests_properties(${name}_corpus_test PROPERTIES LABELS corpus)
+endfunction()

@@ -10,15 +10,8 @@ namespace {
 
 using testing::HasSubstr;
 
-struct Case {
-  std::string text, message;
-};
-
-void expectMessages(const std::vector<Case>& cases, kavo_status status = KAVO_FILE) {
-  for (const auto& [text, message] : cases) {
-    SCOPED_TRACE(text);
-    EXPECT_THAT(messageOf(text, status), testing::AllOf(HasSubstr("model.mps\": line"), HasSubstr(message)));
-  }
+void expectMessages(const std::vector<BadText>& texts, kavo_status status = KAVO_FILE) {
+  reader::expectMessages("model.mps", texts, status);
 }
 
 // COLUMNS begins on line 5, its first data line is 6.
@@ -243,7 +236,7 @@ TEST(MpsErrors, OfGeneralConstraints) {
 }
 
 TEST(MpsErrors, OfWhatIsNotTaken) {
-  std::vector<Case> cases = {
+  std::vector<BadText> cases = {
       {columns(" M 'MARKER' 'SOSORG'"), "line 6, section COLUMNS: the marker \"'SOSORG'\" is not"}};
   for (const char* name : {"CSECTION", "SOS1", "SOS2", "BRANCH", "SCENARIOS"}) {
     cases.push_back(

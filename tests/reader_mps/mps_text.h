@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "kavo/model/model.h"
+#include "tests/readers/model_text.h"
 
 namespace kavo::reader {
 
@@ -12,19 +12,8 @@ extern const std::string kSample, kBlankSample;
 // A model of every section that linear models do not have.
 extern const std::string kBeyondSample;
 
-// Reads a text as a file named after `name`; compressed when the name ends with ".gz".
-Model readText(std::string_view text, const std::string& name = "model.mps");
-
-// The message of the Error that reading ends with; fails the test when there is none or its status is another one.
-std::string messageOf(std::string_view text, kavo_status status = KAVO_FILE);
-
-// A model in one line per element:
-//   min obj: 1 x -2 y +3          objectives: sense, name, terms, constant if it is not 0
-//   c1 [-inf, 4]: 1 x 3 y         rows: name, sides, terms; behind those, where there are such:
-//     + 2 x*y  {x sin}  if b=1    quadratic terms, the expression in postfix order, the switch (objectives: as well)
-//   s S1: x 1, y 2                special ordered sets: name, type, members with weights
-//   x C [0, inf]                  columns: name, C, B, I, S or N, bounds
-std::string describe(const Model& model);
+inline Model readText(std::string_view text, const std::string& name = "model.mps") { return readAs(name, text); }
+inline std::string messageOf(std::string_view text) { return messageAs("model.mps", text, KAVO_FILE); }
 
 // A text with lines of some sections put into a small model: continuous columns x and y, an integer column i, rows l, g
 // and e of types L, G and E.

@@ -12,13 +12,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// The line of describe() that begins with this name.
-std::string lineOf(const Model& model, const std::string& name) {
-  const std::string text = fmt::format("\n{}", describe(model));
-  const std::size_t begin = text.find("\n" + name + " ") + 1;
-  return text.substr(begin, text.find('\n', begin) - begin);
-}
-
 TEST(MpsBounds, GiveTypeAndRange) {
   const std::pair<const char*, const char*> cases[] = {
       {" PL b y", "x C [0, inf]"},

@@ -92,7 +92,7 @@ Json dump(const kavo::Model& model) {
 
 int main(int argc, char** argv) {
   try {
-    for (int i = 1; i < argc; ++i) std::puts(dump(kavo::reader::readMps(argv[i])).dump().c_str());
+    for (int i = 1; i < argc; ++i) std::puts(dump(kavo::reader::read(argv[i])).dump().c_str());
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

@@ -304,7 +304,7 @@ class RandomModel:
         self.model.ModelSense = self.chance.choice([1, -1])
 
 
-def random_models(env, folder):
+def random_models(env, folder, ending):
     chance = random.Random(11)
     for number in range(60):
         with gp.Model(f"beyond{number}", env) as m:
@@ -318,6 +318,6 @@ def random_models(env, folder):
                 m.addSOS(chance.choice([1, 2]), members, chance.sample(range(-9, 99), len(members)))
             for i in range(chance.randint(0, 12)):
                 make.add_general(f"general{i}")
-            path = folder / f"beyond{number}.mps"
+            path = folder / f"beyond{number}{ending}"
             m.write(str(path))
             yield path
