@@ -20,10 +20,30 @@ class BoundReader {
   explicit BoundReader(Reading& reading) : reading_(reading), words_(reading.words) {}
 
   void read() {
-    while (!words_.atEnd() && headerAt(words_) == nullptr) reading_.isName() ? readBehindName() : readBehindNumber();
+    while (!words_.atEnd() && headerAt(words_) == nullptr) isNameFirst() ? readBehindName() : readBehindNumber();
   }
 
  private:
+  // Whether the variable comes before the relation. When it may be a number, there is one in every bound.
+  bool isNameFirst() {
+    if (!reading_.isName() || !reading_.isNumber()) return reading_.isName();
+    const Words start = words_;
+    const bool isFirstKnown = isKnown();
+    words_.next();
+    bool result = true;
+    if (isRelation(words_)) {
+      readRelation(reading_, "");
+      const bool isNumber = reading_.isNumber() || words_.first() == '-' || words_.first() == '+';
+      const bool isSecondKnown = isKnown();
+      words_.next();
+      result = isNumber && !isRelation(words_) && (isFirstKnown || !isSecondKnown);
+    }
+    words_ = start;
+    return result;
+  }
+
+  bool isKnown() const { return reading_.columnIndex.find(words_.word()) != NameIndex::kNone; }
+
   // x free, or x, a relation and a number.
   void readBehindName() {
     passName();
@@ -42,7 +62,7 @@ class BoundReader {
   void readBehindNumber() {
     const double first = reading_.number();
     const Relation relation = readRelation(reading_, "");
-    if (!reading_.isName()) reading_.failExpected("the name of a variable");
+    reading_.requireName();
     passName();
     set(flipped(relation), first);
     if (!isRelation(words_)) return;

@@ -167,7 +167,8 @@ class FunctionReader {
   void readList() {
     while (words_.first() != ')') {
       cutOperand();
-      if (reading_.isName()) {
+      const bool isKnown = reading_.columnIndex.find(words_.word()) != NameIndex::kNone;
+      if (isKnown || (reading_.isName() && !reading_.isNumber())) {
         constraint_.columns.push_back(operand());
       } else {
         constraint_.constants.push_back(reading_.number());
@@ -225,7 +226,8 @@ class FunctionReader {
       reading_.failExpected("+, - or \")\"");
     }
     double power = 0;
-    const double coefficient = sign * (reading_.isName() ? 1 : reading_.finite(true));
+    const bool isVariable = reading_.isName() && (!reading_.isNumber() || words_.following() == '^');
+    const double coefficient = sign * (isVariable ? 1 : reading_.finite(true));
     if (reading_.isName() && words_.first() != ')') power = readVariable();
     const auto position = static_cast<std::size_t>(power);
     if (position >= coefficients.size()) coefficients.resize(position + 1, kUnknown);

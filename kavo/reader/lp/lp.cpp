@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "kavo/reader/failure.h"
@@ -40,7 +41,7 @@ class Driver {
   explicit Driver(Reading& reading) : reading_(reading), words_(reading.words), objectives_(reading), rows_(reading) {}
 
   void read() {
-    while (!words_.atEnd()) {
+    for (words_.next(); !words_.atEnd();) {
       const Header& header = enter();
       if (header.section == Section::kEnd) return finish();
       readSection(header);
@@ -133,28 +134,45 @@ class Driver {
   bool typesFinished_ = false;
 };
 
+// What came of reading the file in one way.
+struct Attempt {
+  std::optional<Model> model;
+  std::optional<Error> error;  // what went wrong, when there is no model
+  std::size_t line = 0;        // and where
+  bool numberAsName = false;   // it was a number in the place of a name
+};
+
+Attempt attempt(const Input& input, bool numbersAreNames) {
+  Reading reading(input, numbersAreNames);
+  Attempt result;
+  try {
+    Driver(reading).read();
+    reading.model.file = input.path();
+    result.model = std::move(reading.model);
+  } catch (const Failure& failure) {
+    result.error = located(failure, input.path(), reading.section);
+    result.line = failure.line();
+    result.numberAsName = dynamic_cast<const NumberAsName*>(&failure) != nullptr;
+  }
+  return result;
+}
+
 }  // namespace
 
 }  // namespace lp
 
+// A number in the place of a variable is a constant, unless the file has one where only a name can stand: then it is
+// read again, with numbers as names. When that fails too, the way that came further tells what is wrong.
 Model readLp(const std::string& path) {
   const Input input(path);
-  std::string_view section;
-  try {
-    lp::Reading reading(input);
-    try {
-      lp::Driver(reading).read();
-    } catch (const Failure&) {
-      section = reading.section;
-      throw;
-    }
-    reading.model.file = path;
-    return std::move(reading.model);
-  } catch (const Failure& failure) {
-    throw Error(failure.status(),
-                fmt::format("cannot read \"{}\": line {}{}: {}", path, failure.line(),
-                            section.empty() ? std::string() : fmt::format(", section {}", section), failure.what()));
+  lp::Attempt first = lp::attempt(input, false);
+  if (first.model) return std::move(*first.model);
+  if (first.numberAsName) {
+    lp::Attempt second = lp::attempt(input, true);
+    if (second.model) return std::move(*second.model);
+    if (second.line > first.line) throw *second.error;
   }
+  throw *first.error;
 }
 
 }  // namespace kavo::reader

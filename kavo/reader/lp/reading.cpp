@@ -42,7 +42,9 @@ void Reading::finishNotes() {
     const std::string more = seen.count == 1 ? std::string() : fmt::format(" and {} more", seen.count - 1);
     model.readNotes.push_back(fmt::format("{} ({} on line {}{}) {}", what, seen.first, seen.line, more, consequence));
   };
-  note(bareNumbers, "numbers without a variable", "are constants; Gurobi takes them for names of variables");
+  note(bareNumbers, "numbers without a variable",
+       numbersAreNames ? "are names of variables, as other numbers of the file must be"
+                       : "are constants; Gurobi takes them for names of variables");
   note(oddNames, "names of variables", "hold numbers or operators; blanks must stand around what is no part of a name");
   note(undivided, "the quadratic part of the objective", "ends without / 2; it counts as it is written");
   note(repeatedBounds, "bounds of a variable", "are given twice; the last ones count");
@@ -96,16 +98,27 @@ double Reading::finite(bool inside) {
   return value;
 }
 
-bool Reading::isName() const {
-  if (words.atEnd() || std::string_view("+-<>=[]*:^").find(words.first()) != std::string_view::npos) return false;
-  if (!mayBeNumber(words.word())) return true;
+bool Reading::isNumber() const {
+  if (words.atEnd() || !mayBeNumber(words.word())) return false;
   const char *first = words.word().data(), *last = first + words.word().size();
   double value = 0;
-  return parseNumber(first, last, value) != last;
+  return parseNumber(first, last, value) == last;
+}
+
+bool Reading::isName() const {
+  if (words.atEnd() || std::string_view("+-<>=[]*:^").find(words.first()) != std::string_view::npos) return false;
+  return numbersAreNames || !isNumber();
+}
+
+void Reading::requireName() const {
+  if (isName()) return;
+  if (!isNumber()) failExpected("the name of a variable");
+  throw NumberAsName(KAVO_FILE, words.line(),
+                     fmt::format("expected the name of a variable, found {}", quoted(words.word())));
 }
 
 int Reading::column() {
-  if (!isName()) failExpected("the name of a variable");
+  requireName();
   const int result = columnOf(words.word());
   words.next();
   return result;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kavo/model/model.h"
+#include "kavo/reader/failure.h"
 #include "kavo/reader/lp/words.h"
 #include "kavo/reader/name_index.h"
 
@@ -21,9 +22,17 @@ struct Seen {
   void see(std::string_view word, std::size_t at);
 };
 
+// A number stands where only the name of a variable can: the file may use numbers as names throughout.
+class NumberAsName : public Failure {
+ public:
+  using Failure::Failure;
+};
+
 // What the sections of one file share while it is read. Views point into the file's text.
 struct Reading {
-  explicit Reading(const Input& input) : words(input) {}
+  // numbersAreNames: Gurobi takes a number that stands like a variable for the name of one. Most files mean a constant,
+  // so this is so only in files where numbers must be names.
+  Reading(const Input& input, bool numbersMayBeNames) : words(input), numbersAreNames(numbersMayBeNames) {}
   Reading(const Reading&) = delete;
   Reading& operator=(const Reading&) = delete;
 
@@ -40,8 +49,12 @@ struct Reading {
   double number(bool inside = false);
   // The same below 1e20 in size.
   double finite(bool inside = false);
-  // Whether the current word can be the name of a variable: no number, no sign, no relation.
+  // Whether the current word is a number without a sign.
+  bool isNumber() const;
+  // Whether the current word can be the name of a variable: no sign, no relation, and a number only if such are names.
   bool isName() const;
+  // Fails when it cannot.
+  void requireName() const;
   // Passes the name of a variable.
   int column();
   // The column of a name, for which isName holds. A variable is there by being mentioned.
@@ -53,6 +66,7 @@ struct Reading {
   void finishNotes();
 
   Words words;
+  const bool numbersAreNames;
   std::string_view section;  // the name of the current one, "" before the first
   bool isLate = false;       // whether a variable that is new now stands in no row and no objective
   Model model;

@@ -47,7 +47,13 @@ RowSections::Sides RowSections::readSides() {
   const bool isNumber = left.numbers > 0 && left.variables == 0;
   const Relation relation = readRelation(reading_, left.numbers + left.variables > 0 ? "+, -, " : "a term, ");
   const Side right = sum_.read(isNumber ? Place::kRightOfNumber : Place::kRight, -1);
+  if (left.bareNames > 0 && left.bareNames == left.variables && right.variables > 0) {
+    reading_.fail("the left side of the row may be a number or a variable whose name is a number");
+  }
   if (right.numbers + right.variables == 0) reading_.failExpected("a number or a variable");
+  if (isNumber && right.variables == 0) {
+    throw NumberAsName(KAVO_FILE, reading_.words.line(), "expected a variable in the row, found only numbers");
+  }
   if (isRelation(reading_.words)) {
     if (!isNumber || right.variables == 0) reading_.failExpected("the next row");
     return readRange(left.constant, relation, right.constant);

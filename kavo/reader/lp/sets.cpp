@@ -26,6 +26,7 @@ class SetReader {
   void readPart() {
     const std::string_view word = words_.word();
     if (words_.is(':')) reading_.failExpected("the name of a set or a variable");
+    const Words start = words_;
     words_.next();
     reading_.pass(':');
     if (words_.is(':')) return begin({}, word);
@@ -37,8 +38,10 @@ class SetReader {
       return begin(word, type);
     }
     if (type_ == 0) reading_.failExpected("S1 or S2");
+    words_ = start;
+    columns_.push_back(reading_.column());
+    reading_.pass(':');
     weights_.push_back(reading_.number());
-    columns_.push_back(reading_.columnOf(word));
   }
 
   // Stands at the second ':'.

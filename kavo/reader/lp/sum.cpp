@@ -74,31 +74,30 @@ double Sum::readSigns() {
 
 void Sum::readTerm(Side& side) {
   const double sign = readSigns();
-  if (words_.first() == '[') return readBracket(side, sign);
-  if (reading_.isName()) return addVariable(side, sign);
-  if (words_.atEnd() || isSign(words_.first()) || std::isnan(numberOrNan(words_.word()))) {
-    reading_.failExpected("a number, a variable or \"[\"");
-  }
   const std::string_view word = words_.word();
-  const double value = reading_.number();
-  if (!isVariableOfNumber()) {
-    ++side.numbers;
-    side.constant += sign * value;
-    if (place_ == Place::kObjective || (place_ == Place::kLeft && side.variables > 0)) {
-      reading_.bareNumbers.see(word, words_.line());
-    }
-    return;
+  if (words_.first() == '[') return readBracket(side, sign);
+  if (!reading_.isNumber()) {
+    if (!reading_.isName()) reading_.failExpected("a number, a variable or \"[\"");
+    addVariable(side, word, sign);
+    return words_.next();
   }
+  const double value = reading_.number();
+  if (!isVariableOfNumber()) return addBareNumber(side, word, value, sign);
   if (!(std::abs(value) < kInfinity)) {
     reading_.fail(
         fmt::format("expected a number below 1e20 in size before {}, found {}", quoted(words_.word()), quoted(word)));
   }
-  addVariable(side, sign * value);
+  addVariable(side, words_.word(), sign * value);
+  words_.next();
 }
 
 bool Sum::isVariableOfNumber() const {
-  if (!reading_.isName() || words_.following() == ':') return false;
-  if (words_.beginsLine() && place_ == Place::kRight) return false;
+  const bool isRight = place_ == Place::kRight || place_ == Place::kRightOfNumber;
+  if (words_.following() == ':' || (words_.beginsLine() && place_ == Place::kRight)) return false;
+  if (!reading_.isName()) {
+    if (!isRight && reading_.isNumber()) reading_.requireName();
+    return false;
+  }
   if (headerAt(words_) != nullptr) return false;
   if (words_.beginsLine() && place_ == Place::kRightOfNumber) {
     reading_.fail(
@@ -109,41 +108,52 @@ bool Sum::isVariableOfNumber() const {
   return true;
 }
 
-void Sum::addVariable(Side& side, double coefficient) {
-  ++side.variables;
-  if (!addSpecial(coefficient)) {
-    requireNoNumber();
-    linear_.add(reading_.columnOf(words_.word()), factor_ * coefficient);
+// A number that no variable follows.
+void Sum::addBareNumber(Side& side, std::string_view word, double value, double sign) {
+  const bool isSum = place_ == Place::kObjective || place_ == Place::kLeft;
+  if (isSum && reading_.numbersAreNames) {
+    reading_.bareNumbers.see(word, words_.line());
+    ++side.bareNames;
+    return addVariable(side, word, sign);
   }
-  words_.next();
+  if (place_ == Place::kObjective || (place_ == Place::kLeft && side.variables > 0)) {
+    reading_.bareNumbers.see(word, words_.line());
+  }
+  ++side.numbers;
+  side.constant += sign * value;
+}
+
+void Sum::addVariable(Side& side, std::string_view name, double coefficient) {
+  ++side.variables;
+  if (addSpecial(name, coefficient)) return;
+  requireNoNumber(name);
+  linear_.add(reading_.columnOf(name), factor_ * coefficient);
 }
 
 // Behind a relation a number is more likely than a new variable whose name begins with one, as in ">= 2;" or ">= 2x".
-void Sum::requireNoNumber() const {
-  const std::string_view word = words_.word();
+void Sum::requireNoNumber(std::string_view name) const {
   const bool isRight = place_ == Place::kRight || place_ == Place::kRightOfNumber;
-  if (isRight && word.find_first_of("0123456789") <= (word[0] == '.' ? 1U : 0U) &&
-      reading_.columnIndex.find(word) == NameIndex::kNone) {
+  if (isRight && name.find_first_of("0123456789") <= (name[0] == '.' ? 1U : 0U) &&
+      reading_.columnIndex.find(name) == NameIndex::kNone) {
     reading_.failExpected("a number or a variable");
   }
 }
 
 // What only Gurobi writes, and into objectives.
-bool Sum::addSpecial(double coefficient) {
-  const std::string_view word = words_.word();
+bool Sum::addSpecial(std::string_view name, double coefficient) {
   const bool isObjective = place_ == Place::kObjective;
-  if (isObjective && word == kConstantName && !reading_.severalObjectives &&
-      reading_.columnIndex.find(word) == NameIndex::kNone) {
+  if (isObjective && name == kConstantName && !reading_.severalObjectives &&
+      reading_.columnIndex.find(name) == NameIndex::kNone) {
     reading_.constant.isThere = true;
     reading_.constant.coefficient += coefficient;
     return true;
   }
-  if (!word.starts_with(kPiecesBegin) || !word.ends_with(')') || word.size() < kPiecesBegin.size() + 2) return false;
+  if (!name.starts_with(kPiecesBegin) || !name.ends_with(')') || name.size() < kPiecesBegin.size() + 2) return false;
   if (!isObjective || coefficient != 1) {
-    reading_.fail(fmt::format("{} stands in objectives, without a coefficient", quoted(word)));
+    reading_.fail(fmt::format("{} stands in objectives, without a coefficient", quoted(name)));
   }
-  const std::string_view name = word.substr(kPiecesBegin.size(), word.size() - kPiecesBegin.size() - 1);
-  reading_.announced.emplace_back(reading_.columnOf(name), words_.line());
+  const std::string_view column = name.substr(kPiecesBegin.size(), name.size() - kPiecesBegin.size() - 1);
+  reading_.announced.emplace_back(reading_.columnOf(column), words_.line());
   return true;
 }
 
@@ -166,7 +176,8 @@ void Sum::readBracket(Side& side, double sign) {
 
 void Sum::readProduct(double sign) {
   double coefficient = factor_ * sign * readSigns();
-  if (!reading_.isName()) coefficient *= reading_.finite();
+  const bool isFactor = words_.following() == '^' || words_.following() == '*';
+  if (reading_.isNumber() && !isFactor) coefficient *= reading_.finite();
   const std::string_view word = words_.word();
   const int first = columnInBracket();
   int second = first;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "kavo/reader/lp/linear_terms.h"
@@ -16,6 +17,7 @@ enum class Place { kObjective, kLeft, kRight, kRightOfNumber };
 struct Side {
   double constant = 0;
   std::size_t numbers = 0, variables = 0;  // terms of either kind
+  std::size_t bareNames = 0;               // variables that could be numbers
 };
 
 // A sum of terms over several sides, with the sign that each side has.
@@ -40,9 +42,10 @@ class Sum {
   void readTerm(Side& side);
   double readSigns();
   bool isVariableOfNumber() const;
-  void addVariable(Side& side, double coefficient);
-  bool addSpecial(double coefficient);
-  void requireNoNumber() const;
+  void addVariable(Side& side, std::string_view name, double coefficient);
+  bool addSpecial(std::string_view name, double coefficient);
+  void requireNoNumber(std::string_view name) const;
+  void addBareNumber(Side& side, std::string_view word, double value, double sign);
   void readBracket(Side& side, double sign);
   void readProduct(double sign);
   int columnInBracket();

@@ -35,8 +35,6 @@ Byte kindOf(char c) { return kTable[static_cast<unsigned char>(c)]; }
 Words::Words(const Input& input)
     : input_(&input), at_(input.text().data()), end_(at_ + input.text().size()), given_(at_), lineBegin_(at_) {
   if (input.text().starts_with(kByteOrderMark)) at_ += kByteOrderMark.size();
-  next();
-  beginsLine_ = true;
 }
 
 void Words::skip() {
@@ -66,7 +64,7 @@ void Words::skipComment() {
 
 void Words::next() {
   if (at_ - given_ > kGiveBack) giveBack();
-  beginsLine_ = false;
+  beginsLine_ = word_.empty();
   skip();
   const char* const begin = at_;
   while (at_ != end_ && kindOf(*at_) == Byte::kInWord) ++at_;

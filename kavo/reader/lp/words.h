@@ -12,7 +12,7 @@ namespace kavo::reader::lp {
 // names may hold nearly any character: who knows what is expected cuts a word further.
 class Words {
  public:
-  // The input must outlive this object. Stands at the first word then.
+  // The input must outlive this object. Stands before the first word then.
   explicit Words(const Input& input);
 
   // Goes to the next word.
