@@ -38,7 +38,9 @@ std::string warnings(const Session& session) {
   };
   constexpr Row kRows[] = {{KAVO_CHECK_ROW, KAVO_ROW, "row", "row"},
                            {KAVO_CHECK_BOUND, KAVO_COLUMN, "bound", "variable"},
-                           {KAVO_CHECK_INTEGRALITY, KAVO_COLUMN, "integrality", "variable"}};
+                           {KAVO_CHECK_INTEGRALITY, KAVO_COLUMN, "integrality", "variable"},
+                           {KAVO_CHECK_LOGICAL, KAVO_LOGICAL, "logical", "constraint"},
+                           {KAVO_CHECK_SET, KAVO_SET, "ordered set", "set"}};
   std::string lines;
   for (const Row& row : kRows) {
     const auto found = session.violation(row.check);

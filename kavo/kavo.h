@@ -350,8 +350,9 @@ KAVO_API int kavo_own_setting_at(const trpRec* model, size_t index, kavo_setting
 KAVO_API int kavo_open_link(trpRec* model, const char* path);
 /* What the link says of its solver, such as "Gurobi 13.0.2 through gurobipy". "" without a link. */
 KAVO_API int kavo_solver_text(const trpRec* model, const char** text);
-/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. The results of the solve
- * before are gone, also when this one fails. */
+/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. KAVO_NOT_SUPPORTED for
+ * complementarity conditions, which a .nl file may hold. The results of the solve before are gone, also when this one
+ * fails. */
 KAVO_API int kavo_solve(trpRec* model);
 /* Closes the link; results stay. */
 KAVO_API int kavo_close_link(trpRec* model);
@@ -405,7 +406,8 @@ typedef enum kavo_quantity {
   KAVO_DUAL = 3,         /* rows */
   KAVO_SLACK = 4         /* rows */
 } kavo_quantity;
-/* One value per column or row; KAVO_NO_RESULT (and NULL, 0) when the solve has not given this quantity. */
+/* One value per column or row, NaN where there is none (the dual of a row that is neither linear nor quadratic);
+ * KAVO_NO_RESULT (and NULL, 0) when the solve has not given this quantity at all. */
 KAVO_API int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count);
 
 typedef enum kavo_basis { KAVO_BASIS_LOWER = 1, KAVO_BASIS_UPPER = 2, KAVO_BASIC = 3, KAVO_SUPERBASIC = 4 } kavo_basis;
@@ -413,9 +415,16 @@ typedef enum kavo_basis { KAVO_BASIS_LOWER = 1, KAVO_BASIS_UPPER = 2, KAVO_BASIC
  * lower side is KAVO_BASIS_LOWER, at its upper side KAVO_BASIS_UPPER. */
 KAVO_API int kavo_result_basis(const trpRec* model, int kind, const int** statuses, size_t* count);
 
-typedef enum kavo_check { KAVO_CHECK_ROW = 0, KAVO_CHECK_BOUND = 1, KAVO_CHECK_INTEGRALITY = 2 } kavo_check;
-/* The largest violation of the model's own rows, bounds or integrality at the returned point, and the element that has
- * it; 0 and -1 when nothing is violated at all. KAVO_NO_RESULT without a point. */
+typedef enum kavo_check {
+  KAVO_CHECK_ROW = 0,         /* by how much a row's activity is beyond a side; infinite when it is no number there */
+  KAVO_CHECK_BOUND = 1,       /* by how much a column is beyond a bound */
+  KAVO_CHECK_INTEGRALITY = 2, /* how far an integer column is from a whole number */
+  KAVO_CHECK_LOGICAL = 3,     /* 1 for a logical constraint that is not true */
+  KAVO_CHECK_SET = 4          /* the largest value of a member that a special ordered set wants to be 0 */
+} kavo_check;
+/* The largest violation of the model's own elements at the returned point, and the row, column, logical constraint or
+ * set that has it; 0 and -1 when nothing is violated at all. A row that is switched counts where it is on. Comparisons
+ * inside expressions hold within 1e-6. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_violation(const trpRec* model, int check, double* value, long long* element);
 
 /* Notes of the last solve for the user, one line each: what is odd about the model, what was left out; also those of a

@@ -77,7 +77,7 @@ int kavo_result_basis(const trpRec* model, int kind, const int** statuses, size_
 
 int kavo_violation(const trpRec* model, int check, double* value, long long* element) {
   return guard([&] {
-    if (check < KAVO_CHECK_ROW || check > KAVO_CHECK_INTEGRALITY)
+    if (check < KAVO_CHECK_ROW || check > KAVO_CHECK_SET)
       throw Error(KAVO_INVALID, fmt::format("there is no check {}", check));
     const auto& violation = resultsOf(model).violations[static_cast<std::size_t>(check)];
     if (!violation) throw Error(KAVO_NO_RESULT, "the last solve gave no point to check");

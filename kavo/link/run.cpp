@@ -78,9 +78,9 @@ int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* coun
 int kavo_link_violation(trpRec* model, int check, double value, long long element) {
   return guard([&] {
     kavo::Results& results = filling(model);
-    if (check < KAVO_CHECK_ROW || check > KAVO_CHECK_INTEGRALITY)
+    if (check < KAVO_CHECK_ROW || check > KAVO_CHECK_SET)
       throw Error(KAVO_INVALID, fmt::format("there is no check {}", check));
-    const auto kind = check == KAVO_CHECK_ROW ? KAVO_ROW : KAVO_COLUMN;
+    const auto kind = kavo::kCheckedKind[static_cast<std::size_t>(check)];
     if (element >= static_cast<long long>(kavo::elementCount(model->model, kind))) {
       throw Error(KAVO_INVALID, fmt::format("there is no element {} to be violated", element));
     }

@@ -9,6 +9,9 @@
 
 namespace kavo {
 
+// The kind of element that each kavo_check looks at.
+inline constexpr std::array kCheckedKind{KAVO_ROW, KAVO_COLUMN, KAVO_COLUMN, KAVO_LOGICAL, KAVO_SET};
+
 struct Violation {
   double value = 0;
   long long element = -1;
@@ -23,7 +26,7 @@ struct Results {
   double seconds = 0;                                        // the whole run, as the host measured it
   std::array<std::optional<std::vector<double>>, 5> values;  // by kavo_quantity
   std::optional<std::vector<int>> columnBasis, rowBasis;     // a kavo_basis each
-  std::array<std::optional<Violation>, 3> violations;        // by kavo_check
+  std::array<std::optional<Violation>, 5> violations;        // by kavo_check
 
   // A model without columns has a point too: the empty one.
   bool hasPoint() const { return values[KAVO_PRIMAL].has_value(); }

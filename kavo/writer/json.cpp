@@ -56,15 +56,16 @@ void writeRows(JsonText& json, const Model& model, const Results& results) {
   json.endObject();
 }
 
-void writeViolation(JsonText& json, const Model& model, int kind, const char* key,
-                    const std::optional<Violation>& found) {
+void writeViolation(JsonText& json, const Model& model, const Results& results, std::size_t check, const char* key) {
+  const std::optional<Violation>& found = results.violations[check];
   json.key(key);
   if (!found) return json.null();
   json.beginObject();
   json.key("value");
   json.value(found->value);
   json.key("name");
-  found->element < 0 ? json.null() : json.value(elementName(model, kind, static_cast<std::size_t>(found->element)));
+  found->element < 0 ? json.null()
+                     : json.value(elementName(model, kCheckedKind[check], static_cast<std::size_t>(found->element)));
   json.endObject();
 }
 
@@ -72,9 +73,10 @@ void writeViolations(JsonText& json, const Model& model, const Results& results)
   json.key("violations");
   if (!results.hasPoint()) return json.null();
   json.beginObject();
-  writeViolation(json, model, KAVO_ROW, "rows", results.violations[KAVO_CHECK_ROW]);
-  writeViolation(json, model, KAVO_COLUMN, "bounds", results.violations[KAVO_CHECK_BOUND]);
-  writeViolation(json, model, KAVO_COLUMN, "integrality", results.violations[KAVO_CHECK_INTEGRALITY]);
+  constexpr const char* kKeys[] = {"rows", "bounds", "integrality", "logical", "ordered_sets"};
+  for (std::size_t check = 0; check < std::size(kKeys); ++check) {
+    writeViolation(json, model, results, check, kKeys[check]);
+  }
   json.endObject();
 }
 

@@ -99,9 +99,10 @@ void writeSuffixes(Text& text, const Model& model, const Results& results, std::
   writeAbout(text, model, objective, "absmipgap", std::fabs(results.finish.objective - results.finish.bound));
 }
 
+// The protocol has no word for an unknown number.
 void writeValues(Text& text, const std::optional<std::vector<double>>& values) {
   if (!values) return;
-  for (const double value : *values) text.number(value) << '\n';
+  for (const double value : *values) text.number(std::isnan(value) ? 0 : value) << '\n';
 }
 
 std::size_t sizeOf(const std::optional<std::vector<double>>& values) { return values ? values->size() : 0; }
