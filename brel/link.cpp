@@ -85,6 +85,8 @@ void Link::run() {
     log->writeLine(line);
     kavo_link_note(model_, line.c_str());
   }
+  load::TranslatedModel model =
+      load::translate(model_, *solver_);  // what cannot be taken is refused before a licence is
   if (solver_->hasModel()) {
     solver_->clear();
   } else {
@@ -95,13 +97,13 @@ void Link::run() {
   inForce_.clear();
   for (const settings::Checked& setting : given.settings) inForce_.emplace_back(setting.row->name());
   settings::apply(given.settings, *solver_);
-  const load::LoadedModel loaded = load::load(model_, *solver_);
+  load::send(model, *solver_);
   {
     const InterruptHook hook(model_, *solver_);
     solver_->solve();
   }
   settings::answer(model_, given.questions, *solver_);  // a parameter file read by the solve has its say in them
-  result::writeBack(model_, *solver_, loaded);
+  result::writeBack(model_, *solver_, model);
 }
 
 }  // namespace brel

@@ -124,9 +124,6 @@ KAVO_API int kavo_link_suffix(const trpRec* model, int kind, const char* name, k
 KAVO_API int kavo_link_starts(const trpRec* model, const double** primal, const double** dual);
 /* The model's name, "" when it has none. */
 KAVO_API int kavo_link_model_name(const trpRec* model, const char** name);
-/* What of the model only later links can take: a sentence that names the first row or objective with an expression,
- * quadratic terms or an indicator, a logical constraint or a special ordered set; NULL when the model is linear. */
-KAVO_API int kavo_link_beyond_linear(const trpRec* model, const char** what);
 
 /* What was given to the link, in the order in which it was given. */
 KAVO_API int kavo_link_settings(const trpRec* model, const kavo_setting** first, size_t* count);

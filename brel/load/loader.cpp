@@ -4,14 +4,15 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 
 #include "brel/host.h"
+#include "brel/load/beyond_blocks.h"
 #include "brel/load/model_views.h"
 #include "brel/load/names.h"
+#include "brel/load/objective_block.h"
 #include "brel/load/own_group.h"
+#include "brel/rewrite/rewrite_beyond.h"
 #include "tav/attr/lib/span_container.h"
-#include "tav/math/symbol.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/support_exception.h"
 #include "tav/opt/tags.h"
@@ -20,16 +21,14 @@ namespace brel::load {
 namespace {
 
 namespace tag = tav::opt::tag;
-using tav::attr::lib::viewOf;
 using tav::opt::BlockGroup;
-using Symbol = tav::math::Symbol<double>;
+using tav::opt::SupportException;
 
 // A solver without the adder for a part of the model does not support that part.
 template <class Adder>
-std::shared_ptr<Adder> requireAdder(std::shared_ptr<Adder> adder, const char* part) {
+std::shared_ptr<Adder> require(std::shared_ptr<Adder> adder, const char* part) {
   if (adder) return adder;
-  throw tav::opt::SupportException(fmt::format("The solver does not take {}.", part),
-                                   tav::util::SourceLocation::here());
+  throw SupportException(fmt::format("The solver does not take {}.", part), tav::util::SourceLocation::here());
 }
 
 void noteWithheldNames(trpRec* host, const SentNames& names, const char* kind) {
@@ -42,144 +41,183 @@ void noteWithheldNames(trpRec* host, const SentNames& names, const char* kind) {
 }
 
 void addNames(BlockGroup& group, int key, const SentNames& names) {
-  if (!names.names.empty()) group.set(key, "name", viewOf<const char*>(names.names));
+  if (!names.names.empty()) group.set(key, "name", tav::attr::lib::viewOf<const char*>(names.names));
 }
 
 void addValues(BlockGroup& group, int key, const char* name, const std::vector<double>& values) {
-  if (!values.empty()) group.set(key, name, viewOf<double>(values));
+  if (!values.empty()) group.set(key, name, tav::attr::lib::viewOf<double>(values));
 }
 
-void sendColumns(trpRec* host, tav::opt::AbstractSolver& solver, const LoadedModel& loaded,
-                 const rewrite::Starts& starts) {
-  using Q = tav::opt::VariableQuantity;
-  const rewrite::SolverModel& sent = loaded.sent;
-  const auto adder = requireAdder(solver.makeVariableAdder(tag::kIntervalDomain, std::nullopt), "variables");
-  const SentNames names = sentNames(loaded.columns.names, loaded.columns.count, sent.auxiliaryNames());
-  noteWithheldNames(host, names, "variable");
-  const auto group = std::make_shared<BlockGroup>();
-  group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<ColumnTypes>(sent)));
-  group->set(Q::lower, "lower", viewOf<double>(sent.lower()));
-  group->set(Q::upper, "upper", viewOf<double>(sent.upper()));
-  addNames(*group, Q::name, names);
-  addValues(*group, Q::level, "level", starts.column);
-  tav::opt::VariableContainer block;
-  block.setGroup(tag::kVariable, group);
-  block.setGroup(solver.shortName(), columnGroup({host, KAVO_COLUMN, {}, sent.columnCount()}));
-  adder->add(block);
-}
-
-// The names of the rows that are sent, in their order.
-SentNames rowNames(const LoadedModel& loaded) {
-  const SentNames all = sentNames(loaded.rows.names, loaded.rows.count, {});
-  SentNames result;
-  result.withheld = all.withheld;
-  if (all.names.empty()) return result;
-  const std::size_t count = loaded.sent.rowCount();
-  result.names.reserve(count);
-  for (std::size_t r = 0; r < count; ++r) result.names.push_back(all.names[loaded.sent.userRow(r)]);
-  return result;
-}
-
-// Where each of the host's rows went, -1 for one that was dropped; empty when all went to their own place.
-std::vector<int> rowPositions(const LoadedModel& loaded) {
-  if (loaded.sent.rowCount() == loaded.rows.count) return {};
-  std::vector<int> position(loaded.rows.count, -1);
-  for (std::size_t r = 0; r < loaded.sent.rowCount(); ++r) position[loaded.sent.userRow(r)] = static_cast<int>(r);
-  return position;
-}
-
-void sendRows(trpRec* host, tav::opt::AbstractSolver& solver, LoadedModel& loaded, const rewrite::Starts& starts) {
-  using Q = tav::opt::RowQuantity;
-  const rewrite::SolverModel& sent = loaded.sent;
-  if (sent.rowCount() == 0) return;
-  const auto adder =
-      requireAdder(solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kLinearFunction), "linear rows");
-  const SentNames names = rowNames(loaded);
-  noteWithheldNames(host, names, "row");
-  const auto group = std::make_shared<BlockGroup>();
-  group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<RowTypes>(sent)));
-  group->set(Q::function, "function", rowFunctions(sent, loaded.rows, adder->variableSpace()));
-  addNames(*group, Q::name, names);
-  addValues(*group, Q::marginal, "marginal", starts.row);
-  const std::vector<int> positions = rowPositions(loaded);
-  tav::opt::ConstraintContainer block;
-  block.setGroup(tag::kConstraint, group);
-  block.setGroup(solver.shortName(), rowGroup({host, KAVO_ROW, positions, sent.rowCount()}));
-  adder->add(block);
-  loaded.rowAdder = adder;
-}
-
-void sendObjective(const kavo_objective& objective, tav::opt::AbstractConstraintAdder& adder) {
-  using Q = tav::opt::ObjectiveQuantity;
-  tav::math::LinearFunction<double> function;
-  function.space = adder.variableSpace();
-  function.positions = {objective.column, objective.terms};
-  function.coefficients = {objective.value, objective.terms};
-  function.constant = objective.constant;
-  const std::vector<Symbol> functions{Symbol::ofLinear(function)};
-  const std::vector<int> sense{objective.sense};
-  const auto group = std::make_shared<BlockGroup>();
-  group->set(Q::sense, "sense", viewOf<int>(sense));
-  group->set(Q::function, "function", viewOf<Symbol>(functions));
-  tav::opt::ConstraintContainer block;
-  block.setGroup(tag::kConstraint, group);
-  adder.add(block);
-}
-
-// Which of the host's objectives is solved, if any.
-std::optional<kavo_objective> chosenObjective(trpRec* host) {
-  int number = 0;
-  checkHost(kavo_link_objective_number(host, &number));
-  kavo_objective objective{};
-  if (number == 0 || kavo_link_objective(host, static_cast<std::size_t>(number) - 1, &objective) != KAVO_OK) {
-    return std::nullopt;
+// One model on its way: everything that its blocks need, and the adders for all of them.
+class Sender {
+ public:
+  Sender(TranslatedModel& model, tav::opt::AbstractSolver& solver)
+      : model_(model),
+        user_(model.user),
+        sent_(model.sent),
+        beyond_(model.sent.beyond()),
+        solver_(solver),
+        ownTag_(solver.shortName()) {
+    findAdders();
   }
-  return objective;
-}
 
-rewrite::Starts startsOf(trpRec* host, const LoadedModel& loaded) {
-  const double* primal = nullptr;
-  const double* dual = nullptr;
-  checkHost(kavo_link_starts(host, &primal, &dual));
-  constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-  rewrite::Starts starts;
-  if (primal != nullptr) {
-    starts.userColumn = {primal, loaded.columns.count};
-    starts.column.assign(loaded.sent.columnCount(), kUnknown);
-    std::copy(starts.userColumn.begin(), starts.userColumn.end(), starts.column.begin());
+  void send() {
+    const rewrite::Starts starts = startsOf();
+    sendColumns(starts);
+    sendRows(starts);
+    if (beyond_ != nullptr) sendBeyondRows(starts);
+    if (user_.sets.count > 0) sets_->add(setBlock(viewOf(user_.sets), space_));
+    if (beyond_ != nullptr) sendBeyondConstraints();
+    if (user_.objective) objective_->add(objectiveBlock(*user_.objective, beyond_, space_));
   }
-  if (dual != nullptr) {
-    starts.userRow = {dual, loaded.rows.count};
-    for (std::size_t r = 0; r < loaded.sent.rowCount(); ++r) starts.row.push_back(dual[loaded.sent.userRow(r)]);
-  }
-  loaded.trail.startsForward(starts);
-  return starts;
-}
 
-void requireLinear(trpRec* host) {
-  const char* beyond = nullptr;
-  checkHost(kavo_link_beyond_linear(host, &beyond));
-  if (beyond != nullptr) throw tav::opt::SupportException(beyond, tav::util::SourceLocation::here());
-}
+ private:
+  using ConstraintAdder = std::shared_ptr<tav::opt::AbstractConstraintAdder>;
+
+  ConstraintAdder rowAdder(std::string_view function, const char* part) {
+    return require(solver_.makeConstraintAdder(tag::kStaticBoundedDomain, function), part);
+  }
+
+  void findAdders() {
+    variables_ = require(solver_.makeVariableAdder(tag::kIntervalDomain, std::nullopt), "variables");
+    space_ = variables_->variableSpace();
+    const std::size_t rows = sent_.rowCount() + (beyond_ != nullptr ? beyond_->linear.heads.size() : 0);
+    const std::size_t sets = user_.sets.count + (beyond_ != nullptr ? beyond_->sets.type.size() : 0);
+    if (rows > 0) model_.rowAdder = rows_ = rowAdder(tag::kLinearFunction, "linear rows");
+    if (sets > 0) {
+      sets_ = require(solver_.makeConstraintAdder(tag::kSosDomain, tag::kIdentityFunction), "special ordered sets");
+    }
+    if (beyond_ != nullptr) findBeyondAdders();
+    // Results are asked for by the adder of linear objectives, whatever the objective is.
+    model_.objectiveAdder = require(solver_.makeConstraintAdder(tag::kSenseDomain, tag::kLinearFunction), "objectives");
+    objective_ =
+        require(solver_.makeConstraintAdder(tag::kSenseDomain, objectiveFunction(beyond_)), "such an objective");
+  }
+
+  void findBeyondAdders() {
+    if (beyond_->quadratic.heads.size() > 0) {
+      model_.quadraticRowAdder = quadraticRows_ = rowAdder(tag::kQuadraticFunction, "quadratic rows");
+    }
+    if (beyond_->indicator.heads.size() > 0) {
+      indicators_ = require(
+          solver_.makeLinkAdder(tag::kStaticBoundedDomain, tag::kLinearFunction, tag::kConstraintLink), "indicators");
+    }
+    if (beyond_->nonlinear.heads.size() > 0) {
+      nonlinearRows_ = rowAdder(tag::kIdentityFunction, "nonlinear rows");
+    }
+  }
+
+  rewrite::Starts startsOf() const {
+    const double* primal = nullptr;
+    const double* dual = nullptr;
+    checkHost(kavo_link_starts(user_.host, &primal, &dual));
+    rewrite::Starts starts;
+    if (primal != nullptr) {
+      starts.userColumn = {primal, user_.columns.count};
+      starts.column.assign(sent_.columnCount(), std::numeric_limits<double>::quiet_NaN());
+      std::copy(starts.userColumn.begin(), starts.userColumn.end(), starts.column.begin());
+    }
+    if (dual != nullptr) {
+      starts.userRow = {dual, user_.rows.count};
+      for (std::size_t r = 0; r < sent_.rowCount(); ++r) starts.row.push_back(dual[sent_.userRow(r)]);
+    }
+    model_.trail.startsForward(starts);
+    return starts;
+  }
+
+  void sendColumns(const rewrite::Starts& starts) {
+    using Q = tav::opt::VariableQuantity;
+    const SentNames names = sentNames(user_.columns.names, user_.columns.count, sent_.auxiliaryNames());
+    noteWithheldNames(user_.host, names, "variable");
+    const auto group = std::make_shared<BlockGroup>();
+    group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<ColumnTypes>(sent_)));
+    group->set(Q::lower, "lower", tav::attr::lib::viewOf<double>(sent_.lower()));
+    group->set(Q::upper, "upper", tav::attr::lib::viewOf<double>(sent_.upper()));
+    addNames(*group, Q::name, names);
+    addValues(*group, Q::level, "level", starts.column);
+    tav::opt::VariableContainer block;
+    block.setGroup(tag::kVariable, group);
+    block.setGroup(ownTag_, columnGroup({user_.host, KAVO_COLUMN, {}, sent_.columnCount()}));
+    variables_->add(block);
+  }
+
+  // The names of the rows that are sent, in their order.
+  SentNames rowNames() const {
+    const SentNames all = sentNames(user_.rows.names, user_.rows.count, {});
+    SentNames result;
+    result.withheld = all.withheld;
+    if (all.names.empty()) return result;
+    result.names.reserve(sent_.rowCount());
+    for (std::size_t r = 0; r < sent_.rowCount(); ++r) result.names.push_back(all.names[sent_.userRow(r)]);
+    return result;
+  }
+
+  // The user's rows that are sent; empty when they are all of them.
+  std::vector<int> sentUserRows() const {
+    if (sent_.rowCount() == user_.rows.count) return {};
+    std::vector<int> rows;
+    for (std::size_t r = 0; r < sent_.rowCount(); ++r) rows.push_back(static_cast<int>(sent_.userRow(r)));
+    return rows;
+  }
+
+  void sendRows(const rewrite::Starts& starts) {
+    using Q = tav::opt::RowQuantity;
+    const SentNames names = rowNames();
+    noteWithheldNames(user_.host, names, "row");
+    if (sent_.rowCount() == 0) return;
+    const auto group = std::make_shared<BlockGroup>();
+    group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<RowTypes>(sent_)));
+    group->set(Q::function, "function", rowFunctions(sent_, user_.rows, space_));
+    addNames(*group, Q::name, names);
+    addValues(*group, Q::marginal, "marginal", starts.row);
+    const std::vector<int> users = sentUserRows();
+    tav::opt::ConstraintContainer block;
+    block.setGroup(tag::kConstraint, group);
+    block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, users, sent_.rowCount()}));
+    rows_->add(block);
+  }
+
+  void sendBeyondRows(const rewrite::Starts& starts) {
+    if (const auto& rows = beyond_->linear; rows.heads.size() > 0) {
+      tav::opt::ConstraintContainer block = linearBlock(rows, space_, starts.userRow);
+      block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, rows.heads.user, rows.heads.size()}));
+      rows_->add(block);
+    }
+    if (quadraticRows_) quadraticRows_->add(quadraticBlock(beyond_->quadratic, space_));
+  }
+
+  void sendBeyondConstraints() {
+    if (!beyond_->sets.type.empty()) sets_->add(setBlock(viewOf(beyond_->sets), space_));
+    if (indicators_) indicators_->add(indicatorBlock(beyond_->indicator, space_));
+    if (nonlinearRows_) nonlinearRows_->add(nonlinearBlock(beyond_->nonlinear, ownTag_));
+  }
+
+  TranslatedModel& model_;
+  const UserModel& user_;
+  const rewrite::SolverModel& sent_;
+  const rewrite::Beyond* beyond_;
+  tav::opt::AbstractSolver& solver_;
+  std::string ownTag_;
+  std::uint64_t space_ = 0;
+  std::shared_ptr<tav::opt::AbstractVariableAdder> variables_;
+  ConstraintAdder rows_, quadraticRows_, sets_, nonlinearRows_, objective_;
+  std::shared_ptr<tav::opt::AbstractLinkedConstraintAdder> indicators_;
+};
 
 }  // namespace
 
-LoadedModel load(trpRec* host, tav::opt::AbstractSolver& solver) {
-  requireLinear(host);
-  kavo_columns columns{};
-  kavo_rows rows{};
-  checkHost(kavo_link_columns(host, &columns));
-  checkHost(kavo_link_rows(host, &rows));
+TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver) {
+  const UserModel user = userModel(host);
+  std::shared_ptr<const rewrite::Beyond> beyond;
+  if (user.isBeyondLinear()) {
+    const auto adder = require(solver.makeVariableAdder(tag::kIntervalDomain, std::nullopt), "variables");
+    beyond = rewrite::rewriteBeyond(user, adder->variableSpace(), {});
+  }
   rewrite::Trail trail;
-  rewrite::SolverModel sent = rewrite::rewrite(columns, rows, trail);
-  LoadedModel loaded{columns, rows, std::move(sent), std::move(trail), nullptr, nullptr};
-  const rewrite::Starts starts = startsOf(host, loaded);
-  sendColumns(host, solver, loaded, starts);
-  sendRows(host, solver, loaded, starts);
-  const auto adder = requireAdder(solver.makeConstraintAdder(tag::kSenseDomain, tag::kLinearFunction), "objectives");
-  if (const auto objective = chosenObjective(host)) sendObjective(*objective, *adder);
-  loaded.objectiveAdder = adder;
-  return loaded;
+  rewrite::SolverModel sent = rewrite::rewrite(user, std::move(beyond), trail);
+  return {user, std::move(sent), std::move(trail), nullptr, nullptr, nullptr};
 }
+
+void send(TranslatedModel& model, tav::opt::AbstractSolver& solver) { Sender(model, solver).send(); }
 
 }  // namespace brel::load

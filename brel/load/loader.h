@@ -4,23 +4,27 @@
 
 #include "brel/rewrite/solver_model.h"
 #include "brel/rewrite/trail.h"
-#include "kavo/link.h"
+#include "brel/user_model.h"
 #include "tav/opt/solver.h"
 
 namespace brel::load {
 
-// A model inside the solver: what was sent, how it came about, and the adders that took it in, by which results are
-// asked for. The host's arrays are borrowed.
-struct LoadedModel {
-  kavo_columns columns;
-  kavo_rows rows;
+// The host's model as the solver takes it, how it came about, and, once it is sent, the adders that took it in, by
+// which results are asked for.
+struct TranslatedModel {
+  UserModel user;
   rewrite::SolverModel sent;
   rewrite::Trail trail;
-  std::shared_ptr<const tav::opt::AbstractAdder> rowAdder, objectiveAdder;
+  std::shared_ptr<const tav::opt::AbstractAdder> rowAdder, quadraticRowAdder, objectiveAdder;
 };
 
-// Loads the host's model, block by block: variables, linear rows, the chosen objective. The solver must have an empty
-// model. Raises SupportException and what the solver raises.
-LoadedModel load(trpRec* host, tav::opt::AbstractSolver& solver);
+// Rewrites the host's model. Asks the solver for nothing but its variable space, so that a model that cannot be taken
+// is refused before a licence is. Raises SupportException that names the element.
+TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver);
+
+// Sends the model block by block: variables, linear rows, quadratic rows, ordered sets, indicators, nonlinear rows, the
+// chosen objective. The solver must have an empty model. Raises SupportException, for a kind of element that the solver
+// does not take before the first block, and what the solver raises.
+void send(TranslatedModel& model, tav::opt::AbstractSolver& solver);
 
 }  // namespace brel::load

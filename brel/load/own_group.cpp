@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <type_traits>
+#include <unordered_map>
 
 #include "brel/host.h"
 #include "tav/attr/lib/optional_container.h"
@@ -32,10 +33,14 @@ tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, 
   if (given.count == 0) return {};
   const auto container = std::make_shared<tav::attr::lib::OptionalContainer<T>>(otherwise);
   container->growTo(source.count);
+  std::unordered_map<int, T> byElement;
   for (std::size_t k = 0; k < given.count; ++k) {
-    const auto element = static_cast<std::size_t>(given.index[k]);
-    const int position = source.position.empty() ? given.index[k] : source.position[element];
-    if (position >= 0) container->set(position, convert<T>(source, name, given.index[k], given.value[k]), 0);
+    const T value = convert<T>(source, name, given.index[k], given.value[k]);
+    source.element.empty() ? container->set(given.index[k], value, 0) : void(byElement[given.index[k]] = value);
+  }
+  for (std::size_t position = 0; position < source.element.size(); ++position) {
+    const auto found = byElement.find(source.element[position]);
+    if (found != byElement.end()) container->set(static_cast<int>(position), found->second, 0);
   }
   return tav::attr::BaseContainer(container);
 }

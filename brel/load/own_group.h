@@ -9,12 +9,12 @@
 namespace brel::load {
 
 // The solver's own group of a block: the host's named values that the solver takes, by position of the block's
-// elements. position: the place in the block of each of the host's elements, -1 for one that is not sent; empty: the
-// same place. count: number of elements in the block.
+// elements. element: the host's element that each of the block's stands for, -1: none; empty: the first element stands
+// for the first, and so on. count: number of elements in the block.
 struct OwnGroupSource {
   const trpRec* host;
   int kind;  // a kavo_kind
-  std::span<const int> position;
+  std::span<const int> element;
   std::size_t count;
 };
 

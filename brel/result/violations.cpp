@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <vector>
 
 #include "brel/host.h"
-#include "brel/rewrite/evaluate.h"
 
 namespace brel::result {
 namespace {
@@ -37,20 +38,66 @@ double boundViolation(const kavo_columns& columns, std::size_t j, double value) 
 
 bool isWhole(unsigned char type) { return type == KAVO_BINARY || type == KAVO_INTEGER || type == KAVO_SEMIINTEGER; }
 
+// Whether the column that switches a row has the value at which the row holds.
+bool isOn(const kavo_rows& rows, std::size_t i, std::span<const double> point) {
+  constexpr double kIntegralityTolerance = 1e-5;
+  if (rows.indicator == nullptr || rows.indicator[i] < 0) return true;
+  const double value = point[static_cast<std::size_t>(rows.indicator[i])];
+  return std::abs(value - rows.indicator_value[i]) <= kIntegralityTolerance;
+}
+
+// The largest size of a member outside [first, last).
+double largestOutside(std::span<const double> sizes, std::size_t first, std::size_t last) {
+  double largest = 0;
+  for (std::size_t k = 0; k < sizes.size(); ++k) {
+    if (k < first || k >= last) largest = std::max(largest, sizes[k]);
+  }
+  return largest;
+}
+
+// The largest member that should be 0, when those that may differ from 0 are chosen best: among them is the largest.
+double setViolation(unsigned char type, std::span<const double> sizes) {
+  const auto top = static_cast<std::size_t>(std::max_element(sizes.begin(), sizes.end()) - sizes.begin());
+  if (type == 1) return largestOutside(sizes, top, top + 1);
+  return std::min(largestOutside(sizes, top, top + 2), largestOutside(sizes, top == 0 ? 0 : top - 1, top + 1));
+}
+
+Largest worstSet(const kavo_sets& sets, std::span<const double> point) {
+  Largest worst;
+  std::vector<double> sizes;
+  for (std::size_t s = 0; s < sets.count; ++s) {
+    sizes.clear();
+    for (std::size_t k = sets.start[s]; k < sets.start[s + 1]; ++k) {
+      sizes.push_back(std::abs(point[static_cast<std::size_t>(sets.column[k])]));
+    }
+    worst.take(setViolation(sets.type[s], sizes), s);
+  }
+  return worst;
+}
+
 }  // namespace
 
-void checkPoint(trpRec* host, const kavo_columns& columns, const kavo_rows& rows, std::span<const double> point) {
-  Largest row, bound, integrality;
+void checkPoint(const UserModel& user, const rewrite::UserPoint& at) {
+  const kavo_columns& columns = user.columns;
+  const kavo_rows& rows = user.rows;
+  const std::span<const double> point = at.point();
+  Largest row, bound, integrality, logical;
   for (std::size_t i = 0; i < rows.count; ++i) {
-    row.take(outside(rewrite::activity(rows, i, point), rows.lower[i], rows.upper[i]), i);
+    if (isOn(rows, i, point)) row.take(outside(at.activity(i), rows.lower[i], rows.upper[i]), i);
   }
   for (std::size_t j = 0; j < columns.count; ++j) {
     bound.take(boundViolation(columns, j, point[j]), j);
     if (isWhole(columns.type[j])) integrality.take(std::abs(point[j] - std::round(point[j])), j);
   }
-  checkHost(kavo_link_violation(host, KAVO_CHECK_ROW, row.value, row.element));
-  checkHost(kavo_link_violation(host, KAVO_CHECK_BOUND, bound.value, bound.element));
-  checkHost(kavo_link_violation(host, KAVO_CHECK_INTEGRALITY, integrality.value, integrality.element));
+  for (std::size_t k = 0; k < user.logical.count; ++k) logical.take(at.logical(k) == 1 ? 0 : 1, k);
+  const auto tell = [&user](int check, const Largest& found) {
+    checkHost(kavo_link_violation(user.host, check, found.value, found.element));
+  };
+  tell(KAVO_CHECK_ROW, row);
+  tell(KAVO_CHECK_BOUND, bound);
+  tell(KAVO_CHECK_INTEGRALITY, integrality);
+  tell(KAVO_CHECK_LOGICAL, logical);
+  tell(KAVO_CHECK_SET, worstSet(user.sets, point));
 }
 
 }  // namespace brel::result

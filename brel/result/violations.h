@@ -1,13 +1,12 @@
 #pragma once
 
-#include <span>
-
-#include "kavo/link.h"
+#include "brel/rewrite/evaluate.h"
+#include "brel/user_model.h"
 
 namespace brel::result {
 
-// Evaluates the user's own rows, bounds and integrality at a point and tells the host the largest violation of each
-// kind, with the element that has it.
-void checkPoint(trpRec* host, const kavo_columns& columns, const kavo_rows& rows, std::span<const double> point);
+// Evaluates the user's own rows, bounds, integrality, logical constraints and ordered sets at a point and tells the
+// host the largest violation of each kind, with the element that has it.
+void checkPoint(const UserModel& user, const rewrite::UserPoint& at);
 
 }  // namespace brel::result

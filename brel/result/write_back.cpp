@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <tuple>
 #include <vector>
 
 #include "brel/host.h"
 #include "brel/result/violations.h"
+#include "brel/rewrite/evaluate.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/solver_services.h"
 #include "tav/opt/tags.h"
@@ -31,47 +34,51 @@ void giveColumns(const std::vector<T>& values, T* target, std::size_t count) {
 
 class Writer {
  public:
-  Writer(trpRec* host, tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded)
-      : host_(host), solver_(solver), loaded_(loaded) {}
+  Writer(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model)
+      : host_(host), solver_(solver), model_(model) {}
 
   // hasPoint: a point was found; without one no value that belongs to a point is read.
   void writeColumns(bool hasPoint) {
     using Q = tav::opt::VariableQuantity;
     const auto part = solver_.makeVariableContainers({});
     columnBasis_ = available<int>(part, Q::basis);
-    if (!columnBasis_.empty()) giveColumns(columnBasis_, basis(KAVO_COLUMN).data(), loaded_.columns.count);
+    if (!columnBasis_.empty()) giveColumns(columnBasis_, basis(KAVO_COLUMN).data(), model_.user.columns.count);
     if (!hasPoint) return;
     primal_ = available<double>(part, Q::level);
-    giveColumns(primal_, values(KAVO_PRIMAL).data(), loaded_.columns.count);
+    giveColumns(primal_, values(KAVO_PRIMAL).data(), model_.user.columns.count);
     const auto reducedCosts = available<double>(part, Q::reducedCost);
     if (reducedCosts.size() == primal_.size() && !reducedCosts.empty()) {
-      giveColumns(reducedCosts, values(KAVO_REDUCED_COST).data(), loaded_.columns.count);
+      giveColumns(reducedCosts, values(KAVO_REDUCED_COST).data(), model_.user.columns.count);
     }
   }
 
-  void writeRows(bool hasPoint) {
+  void writeRows(const rewrite::UserPoint* point) {
     using Q = tav::opt::RowQuantity;
-    const auto part = solver_.makeConstraintContainers(loaded_.rowAdder, std::nullopt, {}).first;
+    const auto part = solver_.makeConstraintContainers(model_.rowAdder, std::nullopt, {}).first;
     const auto rowBasis = available<int>(part, Q::basis);
-    const auto slack = hasPoint ? available<double>(part, Q::slack) : std::vector<double>();
-    const auto duals = hasPoint ? available<double>(part, Q::marginal) : std::vector<double>();
-    std::vector<double> activity(slack.size());
-    for (std::size_t r = 0; r < slack.size(); ++r) activity[r] = slack[r] + loaded_.sent.side(r);
+    const auto slack = point != nullptr ? available<double>(part, Q::slack) : std::vector<double>();
+    const auto duals = point != nullptr ? available<double>(part, Q::marginal) : std::vector<double>();
+    const auto quadraticDuals = point != nullptr ? quadraticDual() : std::vector<double>();
+    std::vector<double> activity(std::min(slack.size(), model_.sent.rowCount()));
+    for (std::size_t r = 0; r < activity.size(); ++r) activity[r] = slack[r] + model_.sent.side(r);
 
     rewrite::RowResults results;
+    results.point = point;
     results.solverPrimal = primal_;
     results.solverColumnBasis = columnBasis_;
     results.solverActivity = activity;
-    results.solverDual = duals;
-    results.solverRowBasis = rowBasis;
+    std::tie(results.solverDual, results.linearDual) = split(duals);
+    std::tie(results.solverRowBasis, results.linearBasis) = split(rowBasis);
+    results.quadraticDual = quadraticDuals;
     // A quantity of rows exists when the solver has it for the rows that it got; without any, the point tells.
-    const bool noneSent = loaded_.sent.rowCount() == 0;
-    const bool hasActivity = hasPoint && (noneSent || !activity.empty());
+    const bool hasActivity = point != nullptr && (model_.sent.rowCount() == 0 || !activity.empty());
+    const bool noneSent = model_.rowAdder == nullptr && model_.quadraticRowAdder == nullptr;
+    const bool hasDuals = !duals.empty() || !quadraticDuals.empty() || (noneSent && point && hasReducedCosts());
     if (hasActivity) results.activity = values(KAVO_ACTIVITY);
-    if (!duals.empty() || (noneSent && hasPoint && hasReducedCosts())) results.dual = values(KAVO_DUAL);
+    if (hasDuals) results.dual = values(KAVO_DUAL);
     if (!columnBasis_.empty() && (noneSent || !rowBasis.empty())) results.basis = basis(KAVO_ROW);
     scatter(results);
-    loaded_.trail.resultsBack(results);
+    model_.trail.resultsBack(results);
     if (hasActivity) writeSlacks(results.activity);
   }
 
@@ -97,11 +104,28 @@ class Writer {
     return part.get(tav::opt::VariableQuantity::reducedCost).solutionCount() > 0;
   }
 
+  // Values of the linear rows that were sent: of those that are the user's own, and of those that rules made. The
+  // solver may have more, of its own.
+  template <class T>
+  std::pair<std::span<const T>, std::span<const T>> split(const std::vector<T>& values) const {
+    if (values.empty()) return {};
+    const std::span<const T> all(values);
+    const rewrite::Beyond* beyond = model_.sent.beyond();
+    const std::size_t own = model_.sent.rowCount();
+    return {all.first(own), all.subspan(own, beyond == nullptr ? 0 : beyond->linear.heads.size())};
+  }
+
+  std::vector<double> quadraticDual() const {
+    if (model_.quadraticRowAdder == nullptr) return {};
+    const auto part = solver_.makeConstraintContainers(model_.quadraticRowAdder, std::nullopt, {}).first;
+    return available<double>(part, tav::opt::RowQuantity::marginal);
+  }
+
   // Every row that was sent stands for a row of the user's; where a rule changed more than that, the trail mends it.
   void scatter(const rewrite::RowResults& results) const {
     const auto give = [this](const auto& from, const auto& to) {
       if (to.empty()) return;
-      for (std::size_t r = 0; r < from.size(); ++r) to[loaded_.sent.userRow(r)] = from[r];
+      for (std::size_t r = 0; r < from.size(); ++r) to[model_.sent.userRow(r)] = from[r];
     };
     give(results.solverActivity, results.activity);
     give(results.solverDual, results.dual);
@@ -113,8 +137,8 @@ class Writer {
     const auto slack = values(KAVO_SLACK);
     constexpr double kInfinite = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < slack.size(); ++i) {
-      const double lower = loaded_.rows.lower[i];
-      const double upper = loaded_.rows.upper[i];
+      const double lower = model_.user.rows.lower[i];
+      const double upper = model_.user.rows.upper[i];
       const double below = lower <= -rewrite::kUserInfinity ? kInfinite : activity[i] - lower;
       const double above = upper >= rewrite::kUserInfinity ? kInfinite : upper - activity[i];
       slack[i] = std::min(below, above);
@@ -123,7 +147,7 @@ class Writer {
 
   trpRec* host_;
   tav::opt::AbstractSolver& solver_;
-  const load::LoadedModel& loaded_;
+  const load::TranslatedModel& model_;
   std::vector<double> primal_;
   std::vector<int> columnBasis_;
 };
@@ -147,10 +171,10 @@ double gapOf(double objective, double bound) {
 // What Gurobi holds as its bound then bounds nothing.
 bool isUnboundedOrInfeasible(int status) { return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED; }
 
-kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded) {
+kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
   using A = tav::opt::ModelAttribute;
   const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
-  const auto objectives = solver.makeConstraintContainers(loaded.objectiveAdder, std::nullopt, {}).first;
+  const auto objectives = solver.makeConstraintContainers(model.objectiveAdder, std::nullopt, {}).first;
   const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
   kavo_finish finish{};
   finish.bound = kUnknown;
@@ -172,12 +196,14 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::LoadedModel& 
 
 }  // namespace
 
-void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded) {
-  const kavo_finish finish = finishOf(solver, loaded);
-  Writer writer(host, solver, loaded);
+void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
+  const kavo_finish finish = finishOf(solver, model);
+  Writer writer(host, solver, model);
   writer.writeColumns(finish.solutions > 0);
-  writer.writeRows(finish.solutions > 0);
-  if (finish.solutions > 0) checkPoint(host, loaded.columns, loaded.rows, writer.primal());
+  std::optional<rewrite::UserPoint> point;
+  if (finish.solutions > 0) point.emplace(model.user, model.sent.beyond(), writer.primal());
+  writer.writeRows(point ? &*point : nullptr);
+  if (point) checkPoint(model.user, *point);
   checkHost(kavo_link_finish(host, &finish));
 }
 

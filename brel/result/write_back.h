@@ -10,6 +10,6 @@ namespace brel::result {
 // elements; then the checks of the point against the user's own model; then the finish, which closes the results.
 //
 // Signs: duals are Gurobi's, the change of the objective per unit of right-hand side, for minimise and maximise alike.
-void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::LoadedModel& loaded);
+void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model);
 
 }  // namespace brel::result

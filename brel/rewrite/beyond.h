@@ -79,10 +79,10 @@ struct OrderedSets {
   LinearTerms members;              // values: the weights, which rise within a set
 };
 
-// Columns behind those of the user. `definition`: the node of the graph that the column stands for; its value at a point
-// is the column's. It was made before the column's own node and may use auxiliary columns before this one, so that one
-// sweep over the graph in which every auxiliary column takes its value from its definition gives all of them. -1 when
-// the column follows from no expression.
+// Columns behind those of the user. `definition`: the node of the graph that the column stands for; its value at a
+// point is the column's. It was made before the column's own node and may use auxiliary columns before this one, so
+// that one sweep over the graph in which every auxiliary column takes its value from its definition gives all of them.
+// -1 when the column follows from no expression.
 struct AuxiliaryColumns {
   std::vector<double> lower, upper;
   std::vector<unsigned char> isInteger;
@@ -102,6 +102,12 @@ struct BeyondObjective {
   std::vector<tav::math::ExpressionView<double>> function;  // one, when kind is nonlinear: linear part and constant too
 };
 
+// What the user's own elements are in the graph: by them the user's rows and constraints are evaluated at a point.
+struct UserNodes {
+  std::vector<expr::NodeId> row;      // per user row: the node of its expression, -1: none; empty: no row has one
+  std::vector<expr::NodeId> logical;  // per logical constraint
+};
+
 struct Beyond {
   explicit Beyond(std::size_t userRows) : moved(userRows, 0) {}
 
@@ -116,6 +122,7 @@ struct Beyond {
   BeyondObjective objective;
   std::shared_ptr<tav::math::Expression<double>> expressions = std::make_shared<tav::math::Expression<double>>();
   std::shared_ptr<const expr::Graph> graph;  // of the user's expressions and of what the rules made of them
+  UserNodes nodes;
 };
 
 }  // namespace brel::rewrite

@@ -31,16 +31,12 @@ bool isFree(const kavo_rows& rows, std::size_t i) {
 }  // namespace
 
 void freeRows(const kavo_rows& rows, SolverModel& model, Trail& trail) {
-  std::vector<int> dropped;
-  for (std::size_t i = 0; i < rows.count; ++i) {
-    if (isFree(rows, i)) dropped.push_back(static_cast<int>(i));
+  std::vector<int> dropped, kept;
+  for (std::size_t r = 0; r < model.rowCount(); ++r) {
+    const std::size_t user = model.userRow(r);
+    (isFree(rows, user) ? dropped : kept).push_back(static_cast<int>(user));
   }
   if (dropped.empty()) return;
-  std::vector<int> kept;
-  kept.reserve(rows.count - dropped.size());
-  for (std::size_t i = 0; i < rows.count; ++i) {
-    if (!isFree(rows, i)) kept.push_back(static_cast<int>(i));
-  }
   model.keepRows(std::move(kept));
   trail.push(std::make_unique<FreeRowsStep>(rows, std::move(dropped)));
 }

@@ -18,12 +18,13 @@ bool areAllPlain(const kavo_rows& rows) {
 
 }  // namespace
 
-SolverModel rewrite(const kavo_columns& columns, const kavo_rows& rows, Trail& trail) {
-  SolverModel model(columns, rows);
-  binaryColumns(columns, model, trail);
-  if (areAllPlain(rows)) return model;
-  freeRows(rows, model, trail);
-  rangedRows(rows, model, trail);
+SolverModel rewrite(const UserModel& user, std::shared_ptr<const Beyond> beyond, Trail& trail) {
+  SolverModel model(user.columns, user.rows, std::move(beyond));
+  if (model.beyond() != nullptr) movedRows(user, model, trail);
+  binaryColumns(user.columns, model, trail);
+  if (areAllPlain(user.rows)) return model;
+  freeRows(user.rows, model, trail);
+  rangedRows(user.rows, model, trail);
   return model;
 }
 

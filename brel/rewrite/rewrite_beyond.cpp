@@ -207,6 +207,7 @@ void BeyondRewrite::markTryNonlinear() {
 }
 
 void BeyondRewrite::collectRows() {
+  if (rows_.expression != nullptr) beyond_->nodes.row.assign(rows_.count, kNoNode);
   for (std::size_t i = 0; i < rows_.count; ++i) {
     if (!isMoved(i)) continue;
     beyond_->moved[i] = 1;
@@ -220,6 +221,7 @@ void BeyondRewrite::collectRows() {
     const NodeId linear = sumOf(rows_.start[i + 1] - first, rows_.column + first, rows_.value + first, 0);
     const int quadratic = has(rows_.quadratic, i) ? rows_.quadratic[i] : -1;
     const int expression = has(rows_.expression, i) ? rows_.expression[i] : -1;
+    if (expression >= 0) beyond_->nodes.row[i] = expressions_.number(expression, "row " + element);
     rowWork_.push_back({i, element, withBeyond(linear, quadratic, expression, "row " + element)});
   }
 }
@@ -229,6 +231,7 @@ void BeyondRewrite::collectLogical() {
     const std::string element = elementName(user_.logical.names, "_slogcon", i);
     const NodeId node = expressions_.truth(user_.logical.expression[i], "logical constraint " + element);
     logicalWork_.push_back({i, element, node});
+    beyond_->nodes.logical.push_back(node);
   }
 }
 

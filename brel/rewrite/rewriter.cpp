@@ -162,14 +162,10 @@ void Rewriter::addFunction(Op op, NodeId result, std::span<const NodeId> argumen
   auto& target = *beyond_.expressions;
   target.addVariable(space_, graph_.column(result));
   int count = static_cast<int>(arguments.size());
+  for (const NodeId argument : arguments) target.addVariable(space_, graph_.column(argument));
   if (takesVector(op)) {
-    std::vector<int> positions;
-    for (const NodeId argument : arguments) positions.push_back(graph_.column(argument));
-    std::vector<double> ones(positions.size(), 1.0);
-    target.addLinearCall(tav::math::LinearFunction<double>::owning(space_, std::move(positions), std::move(ones), 0));
+    target.addCall(fn::the<fn::Vectorize>(), count);
     count = 1;
-  } else {
-    for (const NodeId argument : arguments) target.addVariable(space_, graph_.column(argument));
   }
   target.addCall(functionOf(op), count);
   target.addCall(fn::the<fn::Subtract>(), 2);

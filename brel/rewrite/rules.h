@@ -5,6 +5,10 @@
 // The rules, each in a file of its own. A rule changes the solver's model and pushes one step on the trail.
 namespace brel::rewrite {
 
+// Takes columns and rows from `model.beyond()`: the user's start gives values to the columns, and rows that were moved
+// get their results from their own functions and from the rows that are sent for them.
+void movedRows(const UserModel& user, const SolverModel& model, Trail& trail);
+
 // Binary columns become integer ones with bounds tightened to [0, 1].
 void binaryColumns(const kavo_columns& columns, SolverModel& model, Trail& trail);
 

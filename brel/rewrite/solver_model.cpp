@@ -4,10 +4,22 @@ namespace brel::rewrite {
 
 using tav::opt::VariableType;
 
-SolverModel::SolverModel(const kavo_columns& columns, const kavo_rows& rows) : columns_(columns), rows_(rows) {}
+SolverModel::SolverModel(const kavo_columns& columns, const kavo_rows& rows, std::shared_ptr<const Beyond> beyond)
+    : columns_(columns), rows_(rows), beyond_(std::move(beyond)) {
+  if (!beyond_) return;
+  const AuxiliaryColumns& made = beyond_->columns;
+  for (std::size_t k = 0; k < made.size(); ++k) {
+    addColumn(made.lower[k], made.upper[k], made.names.empty() ? std::string() : made.names[k]);
+  }
+  std::vector<int> kept;
+  for (std::size_t i = 0; i < rows_.count; ++i) {
+    if (beyond_->moved[i] == 0) kept.push_back(static_cast<int>(i));
+  }
+  if (kept.size() < rows_.count) keepRows(std::move(kept));
+}
 
 VariableType SolverModel::columnType(std::size_t column) const {
-  if (column >= columns_.count) return VariableType::continuous;
+  if (column >= columns_.count) return auxiliaryType(column - columns_.count);
   switch (columns_.type[column]) {
     case KAVO_BINARY:
     case KAVO_INTEGER:
@@ -19,6 +31,11 @@ VariableType SolverModel::columnType(std::size_t column) const {
     default:
       return VariableType::continuous;
   }
+}
+
+VariableType SolverModel::auxiliaryType(std::size_t auxiliary) const {
+  const bool isInteger = beyond_ && auxiliary < beyond_->columns.size() && beyond_->columns.isInteger[auxiliary] != 0;
+  return isInteger ? VariableType::integer : VariableType::continuous;
 }
 
 void SolverModel::ownBounds() {

@@ -1,26 +1,32 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "brel/rewrite/beyond.h"
 #include "brel/rewrite/trail.h"
-#include "kavo/link.h"
+#include "brel/user_model.h"
 #include "tav/opt/codes.h"
 
 namespace brel::rewrite {
 
 inline constexpr double kUserInfinity = 1e20;  // from here on a user's bound or side is none
 
-// What is sent to the solver: the user's columns and then those that rules made, and the rows that rules left. Whatever
-// no rule has touched stays where the host has it; only changes are kept here, so that a plain model costs nothing.
+// What is sent to the solver: the user's columns and then those that rules made, the linear rows that rules left to the
+// user, and what goes beyond them. Whatever no rule has touched stays where the host has it; only changes are kept
+// here, so that a plain model costs nothing.
 class SolverModel {
  public:
-  // The host's arrays must outlive the model.
-  SolverModel(const kavo_columns& columns, const kavo_rows& rows);
+  // The host's arrays must outlive the model. beyond: null for a model that has nothing beyond linear rows. Its columns
+  // come directly behind the user's, and the rows that it has moved are left out.
+  SolverModel(const kavo_columns& columns, const kavo_rows& rows, std::shared_ptr<const Beyond> beyond = nullptr);
 
-  // ---- columns: the user's, then auxiliary ones ----
+  const Beyond* beyond() const { return beyond_.get(); }
+
+  // ---- columns: the user's, those of `beyond`, other auxiliary ones ----
   std::size_t columnCount() const { return columns_.count + auxiliaryNames_.size(); }
   tav::opt::VariableType columnType(std::size_t column) const;
   std::span<const double> lower() const { return bounds(ownLower_, columns_.lower); }
@@ -31,7 +37,7 @@ class SolverModel {
   // Appends a continuous column and returns its position. name: "" for none.
   int addColumn(double lower, double upper, std::string name);
 
-  // ---- rows ----
+  // ---- the user's linear rows, as they are sent; those of `beyond` come behind them ----
   std::size_t rowCount() const { return droppedAny_ ? userRow_.size() : rows_.count; }
   // The user's row that a row stands for.
   std::size_t userRow(std::size_t row) const { return droppedAny_ ? static_cast<std::size_t>(userRow_[row]) : row; }
@@ -63,7 +69,7 @@ class SolverModel {
   // Whether the rows are the user's, all of them and in their order, with their own terms.
   bool areRowsUntouched() const { return !droppedAny_ && ownTerms_.empty(); }
 
-  // Keeps these of the user's rows only.
+  // Keeps these of the user's rows only; in rising order.
   void keepRows(std::vector<int> userRows);
   // Makes a row an equality with side 0: the user's terms minus a column.
   void subtractColumn(std::size_t row, int column);
@@ -72,6 +78,7 @@ class SolverModel {
   std::span<const double> bounds(const std::vector<double>& own, const double* user) const {
     return own.empty() ? std::span<const double>(user, columns_.count) : std::span<const double>(own);
   }
+  tav::opt::VariableType auxiliaryType(std::size_t auxiliary) const;
   void ownBounds();
   Terms changedTerms(std::size_t row) const;
   bool isChanged(std::size_t row) const { return !ownTerms_.empty() && ownTerms_[row] >= 0; }
@@ -79,6 +86,7 @@ class SolverModel {
   kavo_columns columns_;
   kavo_rows rows_;
   std::vector<double> ownLower_, ownUpper_;  // all columns, once one was changed or added
+  std::shared_ptr<const Beyond> beyond_;
   std::vector<std::string> auxiliaryNames_;
   bool droppedAny_ = false;
   std::vector<int> userRow_;   // per row, once rows were dropped
@@ -88,7 +96,7 @@ class SolverModel {
   std::vector<double> value_;
 };
 
-// Applies all rules to the model that the host has.
-SolverModel rewrite(const kavo_columns& columns, const kavo_rows& rows, Trail& trail);
+// Applies all rules to the model that the host has. beyond: see SolverModel. `user` must outlive the trail.
+SolverModel rewrite(const UserModel& user, std::shared_ptr<const Beyond> beyond, Trail& trail);
 
 }  // namespace brel::rewrite

@@ -16,6 +16,8 @@ struct Starts {
   std::vector<double> column, row;
 };
 
+class UserPoint;
+
 // Values on their way back. A span is empty when the solve has not given the quantity. The solver's spans are read, the
 // user's filled.
 struct RowResults {
@@ -25,6 +27,10 @@ struct RowResults {
   std::span<const int> solverRowBasis;
   std::span<double> activity, dual;  // per user row
   std::span<int> basis;
+  // Of the rows that are sent besides those of the user's (Beyond), in their order.
+  std::span<const double> linearDual{}, quadraticDual{};
+  std::span<const int> linearBasis{};
+  const UserPoint* point = nullptr;  // the user's own functions at the point; null without one
 };
 
 // One applied rule of rewriting: knows the road in both directions. A rule that lacks a direction does not compile.

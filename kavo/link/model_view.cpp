@@ -4,7 +4,6 @@
 
 #include "kavo/api/guard.h"
 #include "kavo/link.h"
-#include "kavo/link/beyond_linear.h"
 
 using kavo::api::guard;
 using kavo::api::need;
@@ -133,14 +132,6 @@ int kavo_link_starts(const trpRec* model, const double** primal, const double** 
 
 int kavo_link_model_name(const trpRec* model, const char** name) {
   return guard([&] { need(name, "name") = need(model).model.name.c_str(); });
-}
-
-int kavo_link_beyond_linear(const trpRec* model, const char** what) {
-  return guard([&] {
-    const trpRec& record = need(model);
-    record.beyondLinear = kavo::beyondLinear(record.model, record.objectiveNumber);
-    need(what, "what") = record.beyondLinear.empty() ? nullptr : record.beyondLinear.c_str();
-  });
 }
 
 }  // extern "C"

@@ -36,7 +36,6 @@ struct trpRec {
   std::string solverText;
   std::string linkError;                 // the failure that the link reported last
   std::string nameBuffer;                // what kavo_name lends
-  mutable std::string beyondLinear;      // what kavo_link_beyond_linear lends
   std::optional<kavo::Results> results;  // of the last solve that finished
   kavo::Results filling;                 // what the running solve has given so far
   std::vector<std::string> notes;        // of the last solve, whether it finished or failed

@@ -30,7 +30,7 @@ class Rewritten {
     for (std::size_t j = 0; j < model.columnCount(); ++j) {
       result += fmt::format("x{} in [{:g}, {:g}] type {}", j, model.lower()[j], model.upper()[j],
                             static_cast<int>(model.columnType(j)));
-      if (j >= columns_.count) result += fmt::format(" \"{}\"", model.auxiliaryNames()[j - columns_.count]);
+      if (j >= user_.columns.count) result += fmt::format(" \"{}\"", model.auxiliaryNames()[j - user_.columns.count]);
       result += '\n';
     }
     constexpr const char* kSigns[]{">=", "<=", "="};
@@ -46,14 +46,12 @@ class Rewritten {
  private:
   SolverModel made(const std::vector<Column>& columns, const std::vector<Row>& rows) {
     host_.add(columns, rows);
-    EXPECT_EQ(kavo_link_columns(host_, &columns_), KAVO_OK);
-    EXPECT_EQ(kavo_link_rows(host_, &rows_), KAVO_OK);
-    return rewrite(columns_, rows_, trail);
+    user_ = userModel(host_);
+    return rewrite(user_, nullptr, trail);
   }
 
   HostModel host_;
-  kavo_columns columns_{};
-  kavo_rows rows_{};
+  UserModel user_;
 
  public:
   Trail trail;

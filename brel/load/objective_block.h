@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "brel/rewrite/beyond.h"
+#include "kavo/link.h"
+#include "tav/opt/block.h"
+
+namespace brel::load {
+
+// The function tag of the adder that takes the objective.
+std::string_view objectiveFunction(const rewrite::Beyond* beyond);
+
+// The block of the user's objective, or of what the rules made of it. Views the arrays of both.
+tav::opt::ConstraintContainer objectiveBlock(const kavo_objective& user, const rewrite::Beyond* beyond,
+                                             std::uint64_t space);
+
+}  // namespace brel::load

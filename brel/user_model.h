@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+
+#include "kavo/link.h"
+
+namespace brel {
+
+// The host's model as it is now. The arrays are the host's.
+struct UserModel {
+  trpRec* host = nullptr;
+  kavo_columns columns{};
+  kavo_rows rows{};
+  kavo_quadratics quadratics{};
+  kavo_sets sets{};
+  kavo_logical logical{};
+  std::optional<kavo_objective> objective;  // the one that is solved, if any
+
+  // Whether something is more than columns, linear rows, ordered sets and a linear objective.
+  bool isBeyondLinear() const;
+};
+
+// Raises what the host refuses.
+UserModel userModel(trpRec* host);
+
+}  // namespace brel
