@@ -59,7 +59,7 @@ TEST_F(NonlinearObjectiveTest, IsTheOnlyOneAndSoundBeforeAnyCall) {
       {objectives(0, {sine, sine}), kOnlyOne},
       {objectives(2, {sine}), "Domain type not supported."},
       {objective(0, "Add(lin(1 x0), Sin(lin(1 x0)), Abs(x1))"), "Function not supported: tav:function:basic:Abs"},
-      {objective(0, "Sin(y0)"), "Input expression contains unsupported variable."},
+      {objective(0, "Add(y0, Sin(x0))"), "Input expression contains unsupported variable."},
       {objectives(0, {Symbol<double>::ofVariable(data->variableSpace() + 1, 0)}), "Input not supported"},
       {objectives(0, {Symbol<double>::ofVector(std::make_shared<tav::math::Vector<double>>())}), "Input not supported"},
       {objectives(0, {Symbol<double>::ofVariable(data->variableSpace(), 4)}),

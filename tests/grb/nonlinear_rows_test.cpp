@@ -140,6 +140,7 @@ TEST_F(NonlinearRowsTest, RecognisesDefinitionsHoweverTheyAreWritten) {
   for (const char* text : {
            "Add(x0, Exp(x1))",
            "Subtract(Multiply(2, x0), Exp(x1))",
+           "Subtract(Multiply(2, x0), Multiply(2, Exp(x1)))",
            "Subtract(lin(1 x0 1), Exp(x1))",
            "Subtract(lin(1 x0 1 x2), Exp(x1))",
            "Add(Negate(x0), Exp(x1), 1)",
@@ -219,7 +220,7 @@ TEST_F(NonlinearRowsTest, RefusesWhatATemplateCannotTakeInTheOrderOfTheChecks) {
       {{2, "Subtract(x0, Norm2(terms(2 x1)))"}, kInput},
       {{2, "Subtract(x0, Norm2(terms(1 x1 3)))"}, kInput},
       {{2, "Subtract(x0, Norm2(Vectorize(x1, 4)))"}, kInput},
-      {{2, "Subtract(x0, Norm2(Vectorize(x1, y2)))"}, kInput},
+      {{2, "Subtract(x0, Norm2(Vectorize(y1, x2)))"}, kInput},
       {{2, "Subtract(x0, Norm2([1 2]))"}, kInput},
       {{2, "Subtract(x0, Max(x1, 3))"}, kInput},
       {{1, "Subtract(x0, Power(x1, x2))"}, kParameter},

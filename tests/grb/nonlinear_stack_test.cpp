@@ -55,7 +55,10 @@ TEST_F(NonlinearStackTest, ListsEachNodeBeforeItsArgumentsAndTheseInTheirOrder) 
        {-1, 0, -1, -1, 1, 7, -1, 2}},
       {"Power(x0, 2)", {12, 1, 0}, {-1, 0, 0}, {-1, 0, 2}},
       {"Power0(2, x0)", {12, 0, 1}, {-1, 0, 0}, {-1, 2, 0}},
-      {"Power(x0, Add(1, 1))", {12, 1, 2, 0, 0}, {-1, 0, 0, 2, 2}, {-1, 0, -1, 1, 1}},
+      {"Multiply(Power(x0, Add(1, 1)), Sin(x1))",
+       {4, 12, 1, 2, 0, 0, 9, 1},
+       {-1, 0, 1, 1, 3, 3, 0, 6},
+       {-1, -1, 0, -1, 1, 1, -1, 1}},
       {"SignPower(x0, 1.5)", {19, 1, 0}, {-1, 0, 0}, {-1, 0, 1.5}},
       {"tanh(Sigmoid(Log10(Log2(Log(x0)))))", {18, 17, 16, 15, 14, 1}, {-1, 0, 1, 2, 3, 4}, {-1, -1, -1, -1, -1, 0}},
       // exp(exponent * log(base)) for a whole exponent that is not negative, a power for any other
