@@ -63,20 +63,25 @@ def nl(names="c1\ncost\n", **parts):
     return {"model.nl": NL.format(**linear | parts), "model.row": names}
 
 
-SQUARE = "o5\nv0\nn2"
-LOGICAL = "L0\no28\nv0\nn1\n"
 SECTIONS = ("SOS1", "SOS2", "CSECTION", "PWLNAM", "PWLCON", "BRANCH", "SCENARIOS")
+
+
+def row(tree, **parts):
+    """A model whose row c1 has this expression besides its linear terms."""
+    return nl(row=tree, nonlinear="1 0", variables="1 0 0", **parts)
+
 
 # Files that are refused; the model is the first one.
 REFUSED = [
-    nl(row=SQUARE, nonlinear="1 0", variables="1 0 0"),
-    nl(objective=SQUARE, nonlinear="0 1", variables="0 1 0"),
-    nl(head="F0 0 1 f\n", functions=1, row="f0 1\nv0", nonlinear="1 0", variables="1 0 0"),
-    nl(head=LOGICAL, logical=1, names=""),
-    nl(head=LOGICAL, logical=1, names="c1\nl1\ncost\n"),
-    nl(head="S4 2 sosno\n0 1\n1 1\nS4 2 ref\n0 1\n1 2\n"),
+    row("f0 1\nv0", head="F0 0 1 f\n", functions=1),
+    row("o56\nv0\nn3"),
+    row("o61\n2\nh1:a\no65\nv0\nh1:a\nh1:b"),
+    row("o57\nv0\nv0"),
+    row("o3\nv0\nn0"),
+    row("o5\nn0\nn0"),
+    row("o5\nn-2\nv0"),
     nl(side="5 1 1", nonlinear="0 0 1 0 0 0"),
-    {"model.lp": "Minimize\n x\nEnd\n"},
+    {"model.txt": "Minimize\n x\nEnd\n"},
     mps(end="CSECTION\n"),
     mps(end="CONES\n"),
     mps(columns=" m 'MARKER' 'SOSORG'\n"),

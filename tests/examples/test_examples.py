@@ -5,10 +5,13 @@ The diet: with Oats at its limit of 4 the demands for protein and calcium bind,
 The duals price Milk and Beans: 4p + 6c = 0.48, 8p + 2c = 0.56, so p = 0.06, c = 0.04; Oats are 0.15 - 3p - c = -0.07
 from that, so that more of them would save money. Cost: 0.15 * 4 + 0.48 * 2 + 0.56 = 2.12 = 28p + 18c - 0.07 * 4.
 
+The can: at the least surface of a volume V the height is twice the radius, V = 2 pi r^3, and the surface is 6 pi r^2.
+
 The knapsack: of 2*2*2*2*2*4 choices the only one of value 15 or more that weighs 9 or less is tent and stove.
 """
 
 import json
+import math
 import os
 import pathlib
 import subprocess
@@ -21,6 +24,7 @@ EXAMPLES = ROOT / "examples"
 TOLERANCE = 1e-6
 
 OBJECTIVE = 2.12
+CAN_RADIUS = (330 / (2 * math.pi)) ** (1 / 3)
 COLUMNS = {"Oats": {"value": 4, "reduced_cost": -0.07, "basis": "upper"},
            "Milk": {"value": 2, "reduced_cost": 0, "basis": "basic"},
            "Beans": {"value": 1, "reduced_cost": 0, "basis": "basic"}}
@@ -92,6 +96,18 @@ class Programs(Case):
                 done = run(*command, "/no/such/link.so")
                 self.assertEqual((done.returncode, done.stdout), (1, ""))
                 self.assertIn("cannot load the link: /no/such/link.so", done.stderr)
+
+    def test_a_model_that_is_not_linear(self):
+        done = run(os.environ["CAN_C"])
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertTrue(done.stdout.startswith("optimal finished objective "), done.stdout)
+        objective = float(done.stdout.splitlines()[0].split()[-1])
+        columns = parse(done.stdout, "column")
+        radius, height = (columns[name]["value"] for name in ("radius", "height"))
+        self.assertAlmostEqual(objective, 6 * math.pi * CAN_RADIUS**2, delta=0.03)  # a gap of 1e-4 counts as optimal
+        self.assertAlmostEqual(objective, 2 * math.pi * radius * (radius + height), delta=1e-2)
+        self.assertGreater(math.pi * radius**2 * height, 330 - 1e-2)  # six digits are printed
+        self.assertAlmostEqual(radius, CAN_RADIUS, delta=0.1)
 
     def test_pyomo(self):
         done = run(sys.executable, "-B", EXAMPLES / "pyomo_diet.py", os.environ["GRBLINK"])
