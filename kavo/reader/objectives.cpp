@@ -37,8 +37,7 @@ void addPiecewiseParts(Model& model, const std::vector<PiecewisePart>& parts) {
   }
   if (kept == objective.column.size()) return;
   model.readNotes.push_back(
-      fmt::format("the objective has coefficients of {} columns that have piecewise-linear parts; the coefficients are "
-                  "left out",
+      fmt::format("coefficients of variables with a piecewise-linear part ({} of them) are left out of the objective",
                   objective.column.size() - kept));
   objective.column.resize(kept);
   objective.value.resize(kept);

@@ -90,8 +90,7 @@ TEST(MpsBeyondLinear, NotesTellWhatIsLeftOut) {
   EXPECT_EQ(named.objectives[0].name, "goal");
   EXPECT_TRUE(named.suffixes.empty());
   EXPECT_THAT(named.readNotes,
-              ElementsAre("the coefficients of columns with points in section PWLOBJ (1 of them) are left out of the "
-                          "objective \"goal\"",
+              ElementsAre(HasSubstr("coefficients of variables with a piecewise-linear part (1 of them) are left out"),
                           HasSubstr("FuncPieces"), HasSubstr("1 row of type N besides the objective \"goal\"")));
   const Model sets = readText(withSections("SOS\n S1 s\n x 1\n S2\n y 3\n S2 t\n x 1\n y 2\n"));
   EXPECT_THAT(describe(sets), HasSubstr("\nt S2: x 1, y 2\n"));

@@ -128,7 +128,7 @@ class ConstraintReader {
       readPair();
       readConstants(form);
     }
-    Reading::forLine(header_, [this] { appendGeneralConstraint(reading_.model, constraint_, name_); });
+    forLine(header_, [this] { appendGeneralConstraint(reading_.model, constraint_, name_); });
   }
 
   void readOperands() {
@@ -202,7 +202,7 @@ class ConstraintReader {
     readResult();
     NodeTree tree(reading_.model);
     for (; more_ && line_.count() == 3 && !isWord(line_[0], "NORM"); next()) readNode(tree);
-    Reading::forLine(header_, [&] {
+    forLine(header_, [&] {
       tree.finish();
       appendFunctionRow(reading_.model, constraint_.result, name_);
     });
@@ -213,7 +213,7 @@ class ConstraintReader {
     const bool isColumn = isWord(line_[0], "VARIABLE");
     const int operand = isColumn ? column(1) : 0;
     const double value = isColumn ? 0 : reading_.number(line_[1]);
-    Reading::forLine(line_.number(), [&] {
+    forLine(line_.number(), [&] {
       if (isColumn) {
         tree.addColumn(operand, parent);
       } else if (isWord(line_[0], "CONSTANT")) {

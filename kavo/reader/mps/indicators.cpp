@@ -19,7 +19,7 @@ void readIndicators(Reading& reading) {
       reading.fail(fmt::format("row {} is switched already", quoted(line[1])));
     }
     const auto on = static_cast<unsigned char>(value);
-    Reading::forLine(line.number(), [&] { setIndicators(reading.model, {1, &row, &column, &on}); });
+    forLine(line.number(), [&] { setIndicators(reading.model, {1, &row, &column, &on}); });
   }
 }
 

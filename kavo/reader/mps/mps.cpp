@@ -242,25 +242,13 @@ class Driver {
     if (model.objectives.empty()) {
       model.readNotes.emplace_back("there is no objective (a row of type N): any feasible point is a solution");
     }
-    if (!reading_.ranks.empty()) return rankObjectives();
+    if (!reading_.ranks.empty()) return rankObjectives(model, reading_.ranks);
     const std::size_t others = reading_.otherObjectives.size();
     if (others > 0) {
       model.readNotes.push_back(fmt::format("{} row{} of type N besides the objective {} {} left out: {}{}", others,
                                             &"s"[others == 1], quoted(reading_.objectiveName),
                                             others == 1 ? "is" : "are", quoted(reading_.otherObjectives.at(0)),
                                             others == 1 ? "" : ", ..."));
-    }
-  }
-
-  // Several objectives are told apart by suffixes.
-  void rankObjectives() {
-    constexpr std::array<const char*, 4> kNames = {"objpriority", "objweight", "objabstol", "objreltol"};
-    for (std::size_t k = 0; k < kNames.size(); ++k) {
-      Suffix& suffix = reading_.model.suffixes.emplace_back(Suffix{KAVO_OBJECTIVE, kNames[k], k > 0, {}, {}});
-      for (std::size_t i = 0; i < reading_.ranks.size(); ++i) {
-        suffix.index.push_back(static_cast<int>(i));
-        suffix.value.push_back(reading_.ranks[i][k]);
-      }
     }
   }
 
@@ -289,9 +277,7 @@ Attempt attempt(const Input& input, Layout layout) {
     reading.model.file = input.path();
     result.model = std::move(reading.model);
   } catch (const Failure& failure) {
-    const std::string section = reading.section.empty() ? std::string() : fmt::format(", section {}", reading.section);
-    result.error = Error(failure.status(), fmt::format("cannot read \"{}\": line {}{}: {}", input.path(),
-                                                       failure.line(), section, failure.what()));
+    result.error = located(failure, input.path(), reading.section);
     result.line = failure.line();
     result.nameWithBlank = Lines::hasNameWithBlank(input, failure.line());
   }

@@ -75,8 +75,7 @@ class SetReader {
     const std::string name(name_);
     const char* const names[] = {name.c_str()};
     const std::size_t start[] = {0, column_.size()};
-    Reading::forLine(header_,
-                     [&] { appendSets(reading_.model, {1, &type_, start, column_.data(), weight_.data(), names}); });
+    forLine(header_, [&] { appendSets(reading_.model, {1, &type_, start, column_.data(), weight_.data(), names}); });
   }
 
   Reading& reading_;

@@ -27,7 +27,7 @@ class QuadraticReader {
       if (count == 5) add(line[3], line[4]);
     }
     const std::size_t start[] = {0, value_.size()};
-    Reading::forLine(header, [&] {
+    forLine(header, [&] {
       if (form_ != QuadraticForm::kTriangle) requireSymmetry();
       appendQuadratics(reading_.model, {kind_, 1, &element_, start, first_.data(), second_.data(), value_.data()});
     });

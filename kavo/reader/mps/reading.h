@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "kavo/reader/failure.h"
 #include "kavo/reader/mps/lines.h"
 #include "kavo/reader/name_index.h"
+#include "kavo/reader/objectives.h"
 #include "kavo/reader/text.h"
 
 namespace kavo::reader::mps {
@@ -46,18 +46,6 @@ struct Reading {
   // The number of the model's objective of that name, kNone when it has no such one.
   int objectiveOf(std::string_view name) const;
 
-  // Does a piece of work that checks what the file says but knows nothing of its lines; errors belong to this line.
-  template <class Work>
-  static void forLine(std::size_t line, Work&& work) {
-    try {
-      work();
-    } catch (const Failure&) {
-      throw;
-    } catch (const Error& error) {
-      throw Failure(error.status() == KAVO_INVALID ? KAVO_FILE : error.status(), line, error.what());
-    }
-  }
-
   Model model;
   Lines lines;
   std::string_view section;  // the name of the current one, "" before the first
@@ -72,7 +60,7 @@ struct Reading {
   std::string_view wantedObjective;  // what OBJNAME says
   // Priority, weight, absolute and relative tolerance of every objective, when the file gives them: then all rows of
   // type N are objectives of the model, otherwise only the one is.
-  std::vector<std::array<double, 4>> ranks;
+  std::vector<Rank> ranks;
 
   // Per row: 'E', 'L' or 'G'.
   std::vector<char> rowType;
