@@ -1,5 +1,6 @@
-"""The model corpus: every linear model has the answer of its manifest, every other one is refused with a clean error,
-and on plain linear models all results are gurobipy's own.
+"""The model corpus: every model has the answer of its manifest or is refused with a clean error where the manifest says
+so, and on plain linear models all results are gurobipy's own. Prints how many columns each model has and how many the
+solver gets, so that growth by rewriting is seen.
 
 The corpus is a folder of its own (GRBLINK_MODELS, otherwise ../shared/models beside the project). Without it this says
 so and checks the models of the examples only; where CI is true its absence is a failure.
@@ -8,6 +9,8 @@ so and checks the models of the examples only; where CI is true its absence is a
 import csv
 import os
 import pathlib
+import re
+import tempfile
 import unittest
 
 import gurobipy
@@ -16,8 +19,9 @@ from harness import ROOT, KavoError, Model
 
 CORPUS = pathlib.Path(os.environ.get("GRBLINK_MODELS") or ROOT.parent / "shared" / "models")
 FOLDERS = ("lp", "mip", "nl")
-LINEAR = ("lp", "mip")
-TAKEN = (".mps", ".mps.gz", ".nl")
+# Where the manifest is mistaken: constraint c_acosh says acosh((ONE + e^2) / (2 e)) = 0 and c_log that ONE is 1, which
+# makes the left side 1; there is no point.
+WITHOUT_A_POINT = ("py_small14_ampl.nl", "py_small14_pyomo.nl")
 # Worked out beside the examples.
 OWN = {"examples/diet.mps": 2.12, "examples/diet.nl": 2.12, "examples/knapsack.mps": 15}
 
@@ -31,6 +35,11 @@ def manifests():
         with open(CORPUS / name / "manifest.csv", encoding="utf-8", newline="") as file:
             for row in csv.DictReader(file):
                 yield CORPUS / name, row
+
+
+def is_unproven(row):
+    """Whether Gurobi itself ends without a proof."""
+    return row["gurobipy_check"].split(" ")[0] in ("suboptimal", "time")
 
 
 class Own(unittest.TestCase):
@@ -51,41 +60,65 @@ class Corpus(unittest.TestCase):
         else:
             print(f"The model corpus was not run: there is no folder {CORPUS} (set GRBLINK_MODELS).")
 
-    def test_linear_models_have_the_known_answers(self):
-        solved = 0
+    def test_models_have_the_known_answers(self):
+        held, sizes = 0, []
         for folder, row in self.models:
-            if row["class"] in LINEAR and row["file"].endswith(TAKEN):
-                with self.subTest(row["file"]), Model(folder / row["file"]) as model:
-                    self.assert_answer(model, row, model.solve(timelimit=30, threads=2))
-                    solved += 1
-        self.assertTrue(solved > 40 or not self.models, solved)
+            with self.subTest(row["file"]):
+                if row["expected_status"] == "error":
+                    self.assert_refused(folder / row["file"])
+                else:
+                    sizes.append(self.assert_answer(folder / row["file"], row))
+                held += 1
+        for name, columns, sent in sizes:
+            if columns != sent:
+                print(f"{name}: {columns} columns, {sent} sent")
+        self.assertTrue(held > 180 or not self.models, held)
 
-    def assert_answer(self, model, row, found):
-        expected = row["expected_status"]
+    def assert_refused(self, path):
+        with self.assertRaises(KavoError) as raised, Model(path) as model:
+            model.solve(timelimit=10)
+        self.assertRegex(str(raised.exception), r"\A[^\n]{20,400}\Z")
+
+    def assert_answer(self, path, row):
+        """Name, columns of the model, columns that the solver got."""
+        with Model(path) as model:
+            log = []
+            model.log(log.append)
+            found = model.solve(timelimit=10, threads=2)
+            self.assert_outcome(model, row, found)
+            sent = re.search(rb"(\d+) columns", b"".join(log))
+            return row["file"], model.counts()[0], int(sent[1]) if sent else 0
+
+    def assert_outcome(self, model, row, found):
+        expected = "infeasible" if row["file"] in WITHOUT_A_POINT else row["expected_status"]
         if expected != "optimal":
-            self.assertIn(found.status, (expected, "infeasible_or_unbounded"))
+            self.assertIn(found.status, (expected, "locally_" + expected, "infeasible_or_unbounded"))
             return
-        self.assertEqual((found.status, found.termination), ("optimal", "finished"))
+        if not is_unproven(row):
+            self.assertIn(found.status, ("optimal", "locally_optimal"))
         if row["expected_objective"]:
-            wanted, tolerance = float(row["expected_objective"]), float(row["tolerance"])
-            self.assertAlmostEqual(found.objective, wanted, delta=tolerance * max(1, abs(wanted)))
+            wanted, tolerance = float(row["expected_objective"]), float(row["tolerance"] or 1e-6)
+            self.assertAlmostEqual(found.objective, wanted, delta=tolerance * max(1, abs(wanted)) + 1e-9)
         self.assertLess(model.violation(), 1e-4)
         self.assertEqual((len(found.values), len(found.activities)), model.counts())
         if row["class"] == "mip":
             self.assertIsNone(found.duals)
 
-    def test_other_models_are_refused_in_one_line(self):
-        refused = 0
-        for folder, row in self.models:
-            if row["class"] not in LINEAR or not row["file"].endswith(TAKEN):
+    def test_what_is_written_has_the_same_optimum(self):
+        """Each model as Gurobi writes it, in .lp and from that in .mps, read back."""
+        with tempfile.TemporaryDirectory() as folder:
+            lp, mps = str(pathlib.Path(folder, "model.lp")), str(pathlib.Path(folder, "model.mps"))
+            for path, row in self.models:
+                if row["expected_status"] != "optimal" or is_unproven(row) or row["file"] in WITHOUT_A_POINT:
+                    continue
                 with self.subTest(row["file"]):
-                    try:
-                        with Model(folder / row["file"]) as model:
-                            self.assert_answer(model, row, model.solve(timelimit=30))  # linear after all
-                    except KavoError as error:
-                        self.assertRegex(str(error), r"\A[^\n]{20,400}\Z")
-                        refused += 1
-        self.assertTrue(refused > 100 or not self.models, refused)
+                    found = [self.objective(path / row["file"], lp), self.objective(lp, mps), self.objective(mps, "")]
+                    tolerance = 1e-4 * max(1, abs(found[0]))
+                    self.assertLess(max(found) - min(found), tolerance, found)
+
+    def objective(self, path, written):
+        with Model(path) as model:
+            return model.solve(timelimit=10, writeprob=written).objective if written else model.solve(timelimit=10).objective
 
     def test_results_are_those_of_gurobipy(self):
         by_name = {row["file"]: folder for folder, row in self.models}
