@@ -1,9 +1,9 @@
-// Every call of Gurobi fails once, in an LP and in a MIP.
+// Every call of Gurobi fails once, in an LP, in a MIP and in a model with elements of every kind.
 #include <gmock/gmock.h>
 
 #include <set>
 
-#include "tests/brel/host.h"
+#include "tests/brel/every_kind.h"
 
 namespace brel_test {
 namespace {
@@ -17,11 +17,20 @@ using testing::IsEmpty;
 const std::set<Fn> kUncheckedWrites{Fn::GRBupdatemodel, Fn::GRBsetdblattrarray, Fn::GRBsetintattrarray};
 const std::set<Fn> kBulkReads{Fn::GRBgetdblattrarray, Fn::GRBgetintattrarray, Fn::GRBgetcharattrarray};
 
-class EveryCall : public testing::TestWithParam<unsigned char> {
+enum class Kind { lp, mip, everyKind };
+
+class EveryCall : public testing::TestWithParam<Kind> {
  protected:
-  void script(LinkOverDouble& link) {
+  static void build(HostModel& model) {
+    if (GetParam() == Kind::everyKind) return fillEveryKind(model);
+    fill(model, GetParam() == Kind::mip ? KAVO_INTEGER : KAVO_CONTINUOUS);
+  }
+
+  static void script(LinkOverDouble& link) {
     const std::vector<double> point{1, 2, 2, 5}, slacks{-1, 0, 2};
-    GetParam() == KAVO_INTEGER ? link.scriptMip(point, slacks) : link.scriptLp(point, slacks);
+    if (GetParam() == Kind::lp) link.scriptLp(point, slacks);
+    if (GetParam() == Kind::mip) link.scriptMip(point, slacks);
+    if (GetParam() == Kind::everyKind) link.scriptMip(std::vector<double>(9), std::vector<double>(5));
     link.gurobi->defineParam({"TimeLimit", 1e100, 0, 1e100});
   }
 
@@ -32,7 +41,7 @@ class EveryCall : public testing::TestWithParam<unsigned char> {
     if (nth > 0) link.gurobi->failAnyCall(nth, 10001, "made to fail");
     {
       HostModel model;
-      fill(model, GetParam());
+      build(model);
       EXPECT_EQ(kavo_set_option(model, "timelimit", "9", nullptr, 0), KAVO_OK);
       const int status = openAndSolve(model);
       if (link.gurobi->failurePending()) return false;
@@ -79,8 +88,9 @@ TEST_P(EveryCall, FailsWithAClearErrorAndTheNextSolveIsSound) {
   EXPECT_GT(nth, 40);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, EveryCall, testing::Values(KAVO_CONTINUOUS, KAVO_INTEGER),
-                         [](const auto& type) { return type.param == KAVO_INTEGER ? "Mip" : "Lp"; });
+INSTANTIATE_TEST_SUITE_P(Of, EveryCall, testing::Values(Kind::lp, Kind::mip, Kind::everyKind), [](const auto& kind) {
+  return kind.param == Kind::lp ? "Lp" : kind.param == Kind::mip ? "Mip" : "EveryKind";
+});
 
 }  // namespace
 }  // namespace brel_test

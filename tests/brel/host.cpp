@@ -105,7 +105,7 @@ std::string HostModel::results() const {
   appendValues(text, handle_, KAVO_DUAL, "duals");
   appendValues(text, handle_, KAVO_SLACK, "slacks");
   appendBasis(text, handle_, KAVO_ROW, "rows' basis");
-  for (int check = KAVO_CHECK_ROW; check <= KAVO_CHECK_INTEGRALITY; ++check) {
+  for (int check = KAVO_CHECK_ROW; check <= KAVO_CHECK_SET; ++check) {
     double value = 0;
     long long element = -1;
     if (kavo_violation(handle_, check, &value, &element) != KAVO_OK || element < 0) continue;

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <limits>
 
+#include "brel/rewrite/rewrite_beyond.h"
 #include "brel/rewrite/solver_model.h"
-#include "kavo/link.h"
-#include "tests/brel/host.h"
+#include "tests/brel/every_kind.h"
 
 namespace brel::rewrite {
 namespace {
@@ -162,6 +162,26 @@ TEST(Rewrite, WorksOutStartsOfItsColumns) {
   EXPECT_THAT(startsOf({2, 1}), ElementsAre(2, 1, 3, 2));
   EXPECT_THAT(startsOf({kUnknown, 1}), ElementsAre(IsNan(), 1, IsNan(), 2)) << "unknown where a column of the row is";
   EXPECT_THAT(startsOf({}), IsEmpty());
+}
+
+TEST(Rewrite, WorksOutStartsOfColumnsThatStandForExpressions) {
+  constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+  HostModel host;
+  brel_test::fillEveryKind(host);
+  const UserModel user = userModel(host);
+  Trail trail;
+  const SolverModel sent = rewrite(user, rewriteBeyond(user, 1, {}), trail);
+  const auto startsOf = [&](const std::vector<double>& given) {
+    Starts starts;
+    starts.userColumn = given;
+    starts.column = given;
+    starts.column.resize(sent.columnCount(), kUnknown);
+    trail.startsForward(starts);
+    return std::vector(starts.column.begin() + 4, starts.column.end());
+  };
+  // |y|, x <= 1, y >= 3, |y| again for the row with two sides
+  EXPECT_THAT(startsOf({0.5, -1.5, 1, 0}), ElementsAre(1.5, 1, 0, 1.5));
+  EXPECT_THAT(startsOf({0.5, kUnknown, 1, 0}), ElementsAre(IsNan(), 1, IsNan(), IsNan()));
 }
 
 }  // namespace
