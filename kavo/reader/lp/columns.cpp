@@ -67,7 +67,8 @@ class BoundReader {
     set(flipped(relation), first);
     if (!isRelation(words_)) return;
     const Relation second = readRelation(reading_, "");
-    if (second != relation || second == Relation::kEqual) reading_.fail("expected <= twice or >= twice in one bound");
+    if (second != relation || second == Relation::kEqual)
+      reading_.failBefore("expected <= twice or >= twice in one bound");
     set(second, reading_.number());
   }
 
@@ -97,12 +98,12 @@ class BoundReader {
   void setSide(ColumnFlag flag, double value) {
     const bool isLower = flag == kLowerFlag;
     if (value == (isLower ? kInfinite : -kInfinite)) {
-      reading_.fail(
+      reading_.failBefore(
           fmt::format("no value satisfies the {} bound {} of {}", isLower ? "lower" : "upper", value, quoted(name_)));
     }
     double& side = isLower ? *lower_ : *upper_;
     if ((*flags_ & flag) != 0 && std::isfinite(side) && side != value) {
-      reading_.repeatedBounds.see(name_, words_.line());
+      reading_.repeatedBounds.see(name_, words_.lineBefore());
     }
     *flags_ |= flag;
     side = value;

@@ -82,7 +82,8 @@ class FunctionReader {
     name_ = reading_.label();
     if (words_.first() == '(') readAttributes();
     constraint_.result = reading_.column();
-    if (readRelation(reading_, "") != Relation::kEqual) reading_.fail("expected = behind the result of a function");
+    if (readRelation(reading_, "") != Relation::kEqual)
+      reading_.failBefore("expected = behind the result of a function");
     const std::string_view word = words_.word();
     if (const std::size_t length = word.find('('); length != std::string_view::npos && length > 0) words_.cut(length);
     const Form form = readWord();
@@ -212,7 +213,7 @@ class FunctionReader {
     do {
       readPower(coefficients);
     } while (words_.first() != ')');
-    if (constraint_.columns.empty()) reading_.fail("expected a variable in POLY");
+    if (constraint_.columns.empty()) reading_.failBefore("expected a variable in POLY");
     constants.assign(coefficients.rbegin(), coefficients.rend());
     std::replace_if(constants.begin(), constants.end(), [](double value) { return std::isnan(value); }, 0.0);
   }
@@ -231,7 +232,7 @@ class FunctionReader {
     if (reading_.isName() && words_.first() != ')') power = readVariable();
     const auto position = static_cast<std::size_t>(power);
     if (position >= coefficients.size()) coefficients.resize(position + 1, kUnknown);
-    if (!std::isnan(coefficients[position])) reading_.fail(fmt::format("POLY has the power {} twice", power));
+    if (!std::isnan(coefficients[position])) reading_.failBefore(fmt::format("POLY has the power {} twice", power));
     coefficients[position] = coefficient;
   }
 
@@ -239,13 +240,13 @@ class FunctionReader {
   double readVariable() {
     const int column = operand();
     if (constraint_.columns.empty()) constraint_.columns.push_back(column);
-    if (column != constraint_.columns[0]) reading_.fail("POLY takes powers of one variable");
+    if (column != constraint_.columns[0]) reading_.failBefore("POLY takes powers of one variable");
     if (!words_.is('^')) return 1;
     words_.next();
     const std::string_view word = words_.word();
     const double power = reading_.number(true);
     if (power != std::floor(power) || power < 0 || power > kHighestPower) {
-      reading_.fail(fmt::format("expected a power from 0 to {}, found {}", kHighestPower, quoted(word)));
+      reading_.failBefore(fmt::format("expected a power from 0 to {}, found {}", kHighestPower, quoted(word)));
     }
     return power;
   }

@@ -65,7 +65,8 @@ void Objectives::readSum(std::string_view name) {
   if (!reading_.words.atEnd() && headerAt(reading_.words) == nullptr && !isNext) {
     reading_.failExpected("+, - or the next section");
   }
-  if (!(std::abs(side.constant) < kInfinity)) reading_.fail("the constant of the objective is 1e20 or more in size");
+  if (!(std::abs(side.constant) < kInfinity))
+    reading_.failBefore("the constant of the objective is 1e20 or more in size");
   Objective objective;
   objective.sense = sense_;
   objective.constant = side.constant;

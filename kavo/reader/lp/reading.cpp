@@ -57,6 +57,8 @@ void Reading::finishNotes() {
 
 void Reading::fail(const std::string& text) const { throw Failure(KAVO_FILE, words.line(), text); }
 
+void Reading::failBefore(const std::string& text) const { throw Failure(KAVO_FILE, words.lineBefore(), text); }
+
 void Reading::failExpected(std::string_view expected) const {
   fail(fmt::format("expected {}, found {}", expected,
                    words.atEnd() ? std::string("the end of the file") : quoted(words.word())));
@@ -94,7 +96,8 @@ double Reading::number(bool inside) {
 double Reading::finite(bool inside) {
   const std::string_view word = words.word();
   const double value = number(inside);
-  if (!(std::abs(value) < kInfinity)) fail(fmt::format("expected a number below 1e20 in size, found {}", quoted(word)));
+  if (!(std::abs(value) < kInfinity))
+    failBefore(fmt::format("expected a number below 1e20 in size, found {}", quoted(word)));
   return value;
 }
 
@@ -140,7 +143,7 @@ void Reading::addColumn(std::string_view name) {
   columns.lower.push_back(0);
   columns.upper.push_back(std::numeric_limits<double>::infinity());
   columns.type.push_back(0);
-  if (isOdd(name)) oddNames.see(name, words.line());
+  if (isOdd(name) && std::isnan(numberOrNan(name))) oddNames.see(name, words.line());
   if (isLate) lateColumns.see(name, words.line());
 }
 

@@ -36,8 +36,9 @@ struct Reading {
   Reading(const Reading&) = delete;
   Reading& operator=(const Reading&) = delete;
 
-  // Ends the reading at the current line. text: what is wrong and what was expected.
+  // Ends the reading at the current line, or at that of the word before. text: what is wrong and what was expected.
   [[noreturn]] void fail(const std::string& text) const;
+  [[noreturn]] void failBefore(const std::string& text) const;
   // Ends it at the current word, which is not what was expected.
   [[noreturn]] void failExpected(std::string_view expected) const;
 

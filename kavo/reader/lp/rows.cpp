@@ -37,7 +37,8 @@ void RowSections::readRow() {
       return setRangeOfRow(static_cast<std::size_t>(row), sides);
     }
   }
-  if (lazy_ != 0 && (isSwitched || sum_.hasProducts())) reading_.fail("only linear rows can stand in this section");
+  if (lazy_ != 0 && (isSwitched || sum_.hasProducts()))
+    reading_.failBefore("only linear rows can stand in this section");
   append(name, sides);
 }
 
@@ -48,11 +49,11 @@ RowSections::Sides RowSections::readSides() {
   const Relation relation = readRelation(reading_, left.numbers + left.variables > 0 ? "+, -, " : "a term, ");
   const Side right = sum_.read(isNumber ? Place::kRightOfNumber : Place::kRight, -1);
   if (left.bareNames > 0 && left.bareNames == left.variables && right.variables > 0) {
-    reading_.fail("the left side of the row may be a number or a variable whose name is a number");
+    reading_.failBefore("the left side of the row may be a number or a variable whose name is a number");
   }
   if (right.numbers + right.variables == 0) reading_.failExpected("a number or a variable");
   if (isNumber && right.variables == 0) {
-    throw NumberAsName(KAVO_FILE, reading_.words.line(), "expected a variable in the row, found only numbers");
+    throw NumberAsName(KAVO_FILE, reading_.words.lineBefore(), "expected a variable in the row, found only numbers");
   }
   if (isRelation(reading_.words)) {
     if (!isNumber || right.variables == 0) reading_.failExpected("the next row");
@@ -74,9 +75,11 @@ RowSections::Sides RowSections::readSides() {
 // The rest of a row with two relations; the sum stands between them.
 RowSections::Sides RowSections::readRange(double first, Relation relation, double middle) {
   const Relation second = readRelation(reading_, "");
-  if (second != relation || relation == Relation::kEqual) reading_.fail("expected <= twice or >= twice in one row");
+  if (second != relation || relation == Relation::kEqual)
+    reading_.failBefore("expected <= twice or >= twice in one row");
   const Side last = sum_.read(Place::kRight);
-  if (last.variables > 0 || last.numbers == 0) reading_.fail("expected a number behind the second relation of a row");
+  if (last.variables > 0 || last.numbers == 0)
+    reading_.failBefore("expected a number behind the second relation of a row");
   sum_.negate();
   const bool isUp = relation == Relation::kLess;
   Sides sides{(isUp ? first : last.constant) - middle, (isUp ? last.constant : first) - middle, kNoSwitch};
@@ -93,13 +96,13 @@ void RowSections::checkSides(Sides& sides) const {
   sides.lower = withInfinity(sides.lower);
   sides.upper = withInfinity(sides.upper);
   if (std::isnan(sides.lower) || std::isnan(sides.upper) || sides.lower == kInfinite || sides.upper == -kInfinite) {
-    reading_.fail("no point can satisfy a row with such an infinite side");
+    reading_.failBefore("no point can satisfy a row with such an infinite side");
   }
 }
 
 // b = 0 -> or b = 1 ->, the row follows.
 void RowSections::readSwitch(const Sides& sides) {
-  if (sides.switchValue == kNoSwitch) reading_.fail("expected a variable = 0 or a variable = 1 before \"->\"");
+  if (sides.switchValue == kNoSwitch) reading_.failBefore("expected a variable = 0 or a variable = 1 before \"->\"");
   switches_.push_back({static_cast<int>(reading_.model.rows.size()), sum_.linear().column(0),
                        static_cast<unsigned char>(sides.switchValue), reading_.words.line()});
   reading_.pass('-');
@@ -129,14 +132,14 @@ void RowSections::setRangeOfRow(std::size_t row, const Sides& sides) {
   const auto set = [&](double& side, double value) {
     if (std::isinf(value)) return;
     if (std::isfinite(side) && side != value) {
-      reading_.fail(fmt::format("row {} has the side {} there already, now {}", quoted(name), side, value));
+      reading_.failBefore(fmt::format("row {} has the side {} there already, now {}", quoted(name), side, value));
     }
     side = value;
   };
   set(reading_.model.rows.lower[row], lower);
   set(reading_.model.rows.upper[row], upper);
   reading_.takeBackColumn();
-  ranges_.push_back({name, reading_.words.line()});
+  ranges_.push_back({name, reading_.words.lineBefore()});
 }
 
 void RowSections::append(std::string_view name, const Sides& sides) {
@@ -144,7 +147,7 @@ void RowSections::append(std::string_view name, const Sides& sides) {
   Rows& rows = model.rows;
   const std::size_t row = rows.size();
   if (row == static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-    reading_.fail("more rows than this program can count");
+    reading_.failBefore("more rows than this program can count");
   }
   sum_.moveLinear(rows.column, rows.value);
   rows.start.push_back(rows.column.size());

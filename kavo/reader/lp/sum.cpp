@@ -77,7 +77,9 @@ void Sum::readTerm(Side& side) {
   const std::string_view word = words_.word();
   if (words_.first() == '[') return readBracket(side, sign);
   if (!reading_.isNumber()) {
-    if (!reading_.isName()) reading_.failExpected("a number, a variable or \"[\"");
+    if (!reading_.isName() || (words_.beginsLine() && headerAt(words_) != nullptr)) {
+      reading_.failExpected("a number, a variable or \"[\"");
+    }
     addVariable(side, word, sign);
     return words_.next();
   }
@@ -112,12 +114,12 @@ bool Sum::isVariableOfNumber() const {
 void Sum::addBareNumber(Side& side, std::string_view word, double value, double sign) {
   const bool isSum = place_ == Place::kObjective || place_ == Place::kLeft;
   if (isSum && reading_.numbersAreNames) {
-    reading_.bareNumbers.see(word, words_.line());
+    reading_.bareNumbers.see(word, words_.lineBefore());
     ++side.bareNames;
     return addVariable(side, word, sign);
   }
   if (place_ == Place::kObjective || (place_ == Place::kLeft && side.variables > 0)) {
-    reading_.bareNumbers.see(word, words_.line());
+    reading_.bareNumbers.see(word, words_.lineBefore());
   }
   ++side.numbers;
   side.constant += sign * value;
@@ -150,7 +152,7 @@ bool Sum::addSpecial(std::string_view name, double coefficient) {
   }
   if (!name.starts_with(kPiecesBegin) || !name.ends_with(')') || name.size() < kPiecesBegin.size() + 2) return false;
   if (!isObjective || coefficient != 1) {
-    reading_.fail(fmt::format("{} stands in objectives, without a coefficient", quoted(name)));
+    reading_.failBefore(fmt::format("{} stands in objectives, without a coefficient", quoted(name)));
   }
   const std::string_view column = name.substr(kPiecesBegin.size(), name.size() - kPiecesBegin.size() - 1);
   reading_.announced.emplace_back(reading_.columnOf(column), words_.line());
@@ -215,7 +217,7 @@ void Sum::moveLinear(std::vector<int>& column, std::vector<double>& value) const
   for (std::size_t k = 0; k < linear_.size(); ++k) {
     if (linear_.value(k) == 0) continue;
     if (!(std::abs(linear_.value(k)) < kInfinity)) {
-      reading_.fail(
+      reading_.failBefore(
           fmt::format("the coefficients of {} sum up to 1e20 or more in size",
                       quoted(elementName(reading_.model, KAVO_COLUMN, static_cast<std::size_t>(linear_.column(k))))));
     }
@@ -228,7 +230,7 @@ void Sum::moveProducts(int kind, std::size_t element) const {
   if (value_.empty()) return;
   const auto number = static_cast<int>(element);
   const std::size_t start[] = {0, value_.size()};
-  forLine(words_.line(), [&] {
+  forLine(words_.lineBefore(), [&] {
     appendQuadratics(reading_.model, {kind, 1, &number, start, first_.data(), second_.data(), value_.data()});
   });
 }

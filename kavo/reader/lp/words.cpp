@@ -65,6 +65,7 @@ void Words::skipComment() {
 void Words::next() {
   if (at_ - given_ > kGiveBack) giveBack();
   beginsLine_ = word_.empty();
+  lineBefore_ = line_;
   skip();
   const char* const begin = at_;
   while (at_ != end_ && kindOf(*at_) == Byte::kInWord) ++at_;

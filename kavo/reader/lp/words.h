@@ -24,8 +24,9 @@ class Words {
   std::string_view word() const { return word_; }           // "" at the end
   char first() const { return atEnd() ? '\0' : word_[0]; }  // its first byte
   bool is(char only) const { return word_.size() == 1 && word_[0] == only; }
-  bool beginsLine() const { return beginsLine_; }  // whether it is the first one of its line
-  std::size_t line() const { return line_; }       // counted from 1
+  bool beginsLine() const { return beginsLine_; }         // whether it is the first one of its line
+  std::size_t line() const { return line_; }              // counted from 1
+  std::size_t lineBefore() const { return lineBefore_; }  // of the word before
 
   // The first byte behind the word, on the same line, that is no blank; '\n' when there is none.
   char following() const;
@@ -42,7 +43,7 @@ class Words {
   const char* end_;
   const char* given_;  // what is before was given back
   const char* lineBegin_;
-  std::size_t line_ = 1;
+  std::size_t line_ = 1, lineBefore_ = 1;
   bool beginsLine_ = true;
   std::string_view word_;
 };
