@@ -6,6 +6,7 @@
 #include "brel/load/loader.h"
 #include "brel/result/write_back.h"
 #include "brel/settings/publish.h"
+#include "brel/settings/rewrite_settings.h"
 #include "brel/settings/settings.h"
 #include "tav/opt/solver_services.h"
 
@@ -85,8 +86,8 @@ void Link::run() {
     log->writeLine(line);
     kavo_link_note(model_, line.c_str());
   }
-  load::TranslatedModel model =
-      load::translate(model_, *solver_);  // what cannot be taken is refused before a licence is
+  // What cannot be taken is refused before a licence is.
+  load::TranslatedModel model = load::translate(model_, *solver_, settings::rewriteOptions(given));
   if (solver_->hasModel()) {
     solver_->clear();
   } else {
@@ -102,7 +103,7 @@ void Link::run() {
     const InterruptHook hook(model_, *solver_);
     solver_->solve();
   }
-  settings::answer(model_, given.questions, *solver_);  // a parameter file read by the solve has its say in them
+  settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
   result::writeBack(model_, *solver_, model);
 }
 

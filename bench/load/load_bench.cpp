@@ -78,7 +78,7 @@ void measure(std::size_t n) {
     gurobi_double::resetSink();
     const long before = bench::allocations();
     double start = now();
-    brel::load::TranslatedModel model = brel::load::translate(host, solver);
+    brel::load::TranslatedModel model = brel::load::translate(host, solver, {});
     brel::load::send(model, solver);
     ours.push_back(now() - start);
     allocations = bench::allocations() - before;

@@ -206,12 +206,12 @@ class Sender {
 
 }  // namespace
 
-TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver) {
+TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrite::RewriteOptions options) {
   const UserModel user = userModel(host);
   std::shared_ptr<const rewrite::Beyond> beyond;
   if (user.isBeyondLinear()) {
     const auto adder = require(solver.makeVariableAdder(tag::kIntervalDomain, std::nullopt), "variables");
-    beyond = rewrite::rewriteBeyond(user, adder->variableSpace(), {});
+    beyond = rewrite::rewriteBeyond(user, adder->variableSpace(), options);
   }
   rewrite::Trail trail;
   rewrite::SolverModel sent = rewrite::rewrite(user, std::move(beyond), trail);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "brel/rewrite/rewriter.h"
 #include "brel/rewrite/solver_model.h"
 #include "brel/rewrite/trail.h"
 #include "brel/user_model.h"
@@ -20,7 +21,7 @@ struct TranslatedModel {
 
 // Rewrites the host's model. Asks the solver for nothing but its variable space, so that a model that cannot be taken
 // is refused before a licence is. Raises SupportException that names the element.
-TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver);
+TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrite::RewriteOptions options);
 
 // Sends the model block by block: variables, linear rows, quadratic rows, ordered sets, indicators, nonlinear rows, the
 // chosen objective. The solver must have an empty model. Raises SupportException, for a kind of element that the solver

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "brel/host.h"
+#include "brel/settings/rewrite_settings.h"
 #include "brel/settings/text.h"
 #include "tav/attr/lib/allowed.h"
 #include "tav/attr/lib/range_info.h"
@@ -156,9 +157,9 @@ std::string text(const T& value) {
 }
 
 template <class T>
-std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
+std::string answerTo(const Row& row, const T& value) {
   const auto& info = dynamic_cast<const tav::attr::AbstractInfo<T>&>(*row.info);
-  std::string line = fmt::format("{}={}", row.name(), text(item.as<T>().get()));
+  std::string line = fmt::format("{}={}", row.name(), text(value));
   if (info.hasDefault()) line += fmt::format(" (default {})", text(info.getDefault()));
   return line;
 }
@@ -166,11 +167,11 @@ std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
 std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
   switch (row.info->valueType()) {
     case tav::attr::ValueType::kInt:
-      return answerTo<int>(row, item);
+      return answerTo(row, item.as<int>().get());
     case tav::attr::ValueType::kDouble:
-      return answerTo<double>(row, item);
+      return answerTo(row, item.as<double>().get());
     default:
-      return answerTo<std::string>(row, item);
+      return answerTo(row, item.as<std::string>().get());
   }
 }
 
@@ -225,9 +226,12 @@ void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solve
   }
 }
 
-void answer(trpRec* host, const std::vector<const Row*>& questions, tav::opt::AbstractSolver& solver) {
+void answer(trpRec* host, const Given& given, tav::opt::AbstractSolver& solver) {
   const auto dictionary = solver.makeModelAttributes(solver.shortName(), {});
-  for (const Row* row : questions) {
+  for (const Row* row : given.questions) {
+    if (row->owner == Owner::framework) {
+      kavo_link_note(host, answerTo(*row, rewriteOptions(given).strictStep).c_str());
+    }
     if (row->owner == Owner::solver) kavo_link_note(host, answerTo(*row, dictionary->get(row->key)).c_str());
   }
 }

@@ -40,7 +40,7 @@ void apply(const std::vector<Checked>& settings, tav::opt::AbstractSolver& solve
 void withdraw(const std::vector<std::string>& earlier, const std::vector<Checked>& given, const Table& table,
               tav::opt::AbstractSolver& solver);
 
-// Tells the host the values in force, a note each.
-void answer(trpRec* host, const std::vector<const Row*>& questions, tav::opt::AbstractSolver& solver);
+// Tells the host the values in force of what was asked for, a note each.
+void answer(trpRec* host, const Given& given, tav::opt::AbstractSolver& solver);
 
 }  // namespace brel::settings

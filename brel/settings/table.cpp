@@ -5,6 +5,7 @@
 
 #include "brel/host.h"
 #include "brel/settings/near_names.h"
+#include "brel/settings/rewrite_settings.h"
 #include "tav/attr/lib/range_info.h"
 #include "tav/opt/solver_services.h"
 #include "tav/util/ascii.h"
@@ -41,6 +42,9 @@ Table::Table(const trpRec* host, tav::opt::AbstractSolver& solver, const LinkDef
     : plugins_(pluginSettings(definition)) {
   addHost(host);
   addSolver(solver);
+  for (std::size_t i = 0; i < rewriteSettings().size(); ++i) {
+    add({Owner::framework, static_cast<int>(i), "Rewriting", rewriteSettings()[i]});
+  }
   for (std::size_t i = 0; i < plugins_.size(); ++i) {
     add({Owner::plugin, static_cast<int>(i), "Plug-ins", plugins_[i].info});
   }

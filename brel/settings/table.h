@@ -14,11 +14,13 @@
 namespace brel::settings {
 
 // Who acts on a setting.
-enum class Owner { host, solver, plugin };
+enum class Owner { host, solver, framework, plugin };
 
 struct Row {
   Owner owner;
-  int key;  // of the solver's: in its dictionary; of a plug-in's: the place in Table::plugins()
+  // Of the solver's: in its dictionary; of the framework's: the place in rewriteSettings(); of a plug-in's: the place
+  // in Table::plugins().
+  int key;
   std::string group;
   std::shared_ptr<const tav::attr::AbstractBaseInfo> info;
 
@@ -28,8 +30,8 @@ struct Row {
 // Every setting that can be given: the one source of checks, suggestions, help and descriptions.
 class Table {
  public:
-  // The settings that the host has declared, then those of the solver, then those of the link's plug-ins. Of several of
-  // one name the first counts. Takes no licence.
+  // The settings that the host has declared, then those of the solver, of the framework and of the link's plug-ins. Of
+  // several of one name the first counts. Takes no licence.
   Table(const trpRec* host, tav::opt::AbstractSolver& solver, const LinkDef& definition);
 
   const std::vector<Row>& rows() const { return rows_; }

@@ -54,7 +54,7 @@ class Parameters(cli.FolderCase):
         """Names and values that are not the default, in the order of the catalogue."""
         texts = {"NodefileDir": str(self.folder), "SolFiles": "found", "WorkerPassword": "open sesame",
                  "ResultFile": "result.sol"}
-        own = {"Link", "Command line", "Plug-ins"}
+        own = {"Link", "Command line", "Rewriting", "Plug-ins"}
         names = [name for name, setting in self.settings.items() if setting["group"] not in own]
         self.assertEqual(len(names), 161)
         return {name: texts[name] if name in texts else other_value(self.settings[name]) for name in names}
@@ -179,7 +179,7 @@ class Parameters(cli.FolderCase):
         unnamed = [f"plugin-attribute-{number}" for number in (3, 7, 8, 9, 11, 13, 14, 15, 16)]
         self.assertEqual({name for name, setting in self.settings.items() if setting["group"] == "Plug-ins"},
                          {*plugins, *unnamed})
-        self.assertEqual(len(self.settings), 4 + 15 + 161 + 26)
+        self.assertEqual(len(self.settings), 4 + 15 + 161 + 1 + 26)
         for name, setting in self.settings.items():
             self.assertTrue(setting["group"], name)
 

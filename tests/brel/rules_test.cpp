@@ -77,7 +77,7 @@ const Case kNumeric[] = {
     {"norm2", "(norm2 x0 x1)", -kInfinite, 5,
      "x7 in [0, 14.1421]\n"
      "x7 <= 5  (row 0)\n"
-     "Subtract(x7, Norm2(x0 + x1)) = 0\n"},
+     "Subtract(x7, Norm2(Vectorize(x0, x1))) = 0\n"},
     {"logBase", "(logarithm_to_a_base (plus x0 5) 3)", -kInfinite, 2,
      "Add( + -2, Multiply(0.910239, Log(Add(x0, 5)))) <= 0  (row 0)\n"},
     {"sinh", "(sinh x0)", -kInfinite, 2,

@@ -67,7 +67,8 @@ TEST(SettingTexts, NamesThatWereMeant) {
 
 // Everything that an info says, by property.
 std::map<std::string, std::string> said(const tav::attr::AbstractBaseInfo& info) {
-  std::map<std::string, std::string> all{{"kind", info.documentedKind()}};
+  std::map<std::string, std::string> all{{"kind", info.documentedKind()},
+                                         {"has default", info.hasDefault() ? "yes" : "no"}};
   for (const std::string_view property : info.properties()) all.emplace(property, info.propertyText(property));
   return all;
 }
@@ -112,7 +113,8 @@ TEST(SettingTexts, DescriptionReadsBackAsTheCatalogue) {
   EXPECT_EQ(found["plugin-attribute-3"], (std::map<std::string, std::string>{})) << "its plug-in is off";
   EXPECT_EQ(found["outlev"]["doc"], own.help);
   EXPECT_EQ(found["outlev"]["kind"], "RangeInfo_Int32");
-  EXPECT_EQ(found.size(), 176U + 3 + 1 + 1) << "Gurobi's, the plug-in's, the host's, and the empty one made by asking";
+  EXPECT_EQ(found.size(), 176U + 1 + 3 + 1 + 1)
+      << "Gurobi's, the framework's, the plug-in's, the host's, and the empty one made by asking";
 }
 
 }  // namespace
