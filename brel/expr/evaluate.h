@@ -15,7 +15,8 @@ namespace brel::expr {
 // number than the node of its column.
 //
 // tolerance: how far above 0 a comparison takes a value for 0. Of e <= 0 and e > 0 always one is true: e <= 0 is true
-// up to the tolerance, e = 0 within it, e < 0 only below its negative. 0: comparisons are exact.
+// up to the tolerance, e = 0 within it, e < 0 only below its negative. floor, ceil, trunc, mod and integer division
+// take what is that near to a whole number for it. 0: all is exact.
 void evaluate(const Graph& graph, std::span<const double> point, std::vector<double>& values, double tolerance = 0,
               std::span<const NodeId> definitions = {});
 

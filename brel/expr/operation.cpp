@@ -42,6 +42,12 @@ double piecewise(std::span<const Point> points, double x) {
   return x > b.x ? b.y + (x - b.x) * slope : a.y + (x - a.x) * slope;
 }
 
+double truncated(double x, double tolerance) { return x < 0 ? std::ceil(x - tolerance) : std::floor(x + tolerance); }
+
+double remainder(Values x, double tolerance) {
+  return tolerance == 0 ? std::fmod(x[0], x[1]) : x[0] - x[1] * truncated(x[0] / x[1], tolerance);
+}
+
 double allDifferent(Values values, double tolerance) {
   std::vector<double> sorted(values.begin(), values.end());
   if (std::any_of(sorted.begin(), sorted.end(), [](double x) { return std::isnan(x); })) return kNaN;
@@ -74,7 +80,7 @@ double applyTruth(Op op, Values x, double tolerance) {
 }
 
 // Functions of one argument.
-double applyFunction(Op op, double value, Values x) {
+double applyFunction(Op op, double value, Values x, double tolerance) {
   switch (op) {
     case Op::sqrt:
       return std::sqrt(x[0]);
@@ -117,13 +123,13 @@ double applyFunction(Op op, double value, Values x) {
     case Op::abs:
       return std::fabs(x[0]);
     case Op::floor:
-      return std::floor(x[0]);
+      return std::floor(x[0] + tolerance);
     case Op::ceil:
-      return std::ceil(x[0]);
+      return std::ceil(x[0] - tolerance);
     case Op::round:
       return std::round(x[0]);
     case Op::trunc:
-      return std::trunc(x[0]);
+      return truncated(x[0], tolerance);
     default:
       return kNaN;
   }
@@ -214,15 +220,15 @@ double apply(Op op, double value, Values x, std::span<const Point> points, doubl
     case Op::normInf:
       return of<fn::NormInf>(x);
     case Op::mod:
-      return std::fmod(x[0], x[1]);
+      return remainder(x, tolerance);
     case Op::integerDivide:
-      return std::trunc(x[0] / x[1]);
+      return truncated(x[0] / x[1], tolerance);
     case Op::piecewise:
       return piecewise(points, x[0]);
     case Op::ifThenElse:
       return std::isnan(x[0]) ? kNaN : isTrue(x[0]) ? x[1] : x[2];
     default:
-      return isTruthOperation(op) ? applyTruth(op, x, tolerance) : applyFunction(op, value, x);
+      return isTruthOperation(op) ? applyTruth(op, x, tolerance) : applyFunction(op, value, x, tolerance);
   }
 }
 

@@ -153,19 +153,21 @@ TEST(EveryKind, CountsViolationsWhereARowHolds) {
            Case{{3, 0.9999, 1}, "violation of kind 2: 9.999999999998899e-05 at 1\n"},  // neither on nor off
            Case{{1, 0, -1},
                 "violation of kind 0: inf at 1\nviolation of kind 3: 1 at 0\n"},  // log of a negative number
-           Case{{1, 0, 0.9999995}, ""},                                           // within the tolerance
+           Case{{0.9999995, 0, 0.9999995}, ""},                                   // within the tolerance
        }) {
     LinkOverDouble link;
     HostModel model;
-    model.add({{"", 0, 4}, {"", 0, 1, KAVO_BINARY}, {"", -2, 2}}, {{"", -kNone, {{0, 1}}, 2}, {"", -kNone, {}, 5}});
-    const int switched = 0, column = 1, nonlinear = 1;
+    model.add({{"", 0, 4}, {"", 0, 1, KAVO_BINARY}, {"", -2, 2}},
+              {{"", -kNone, {{0, 1}}, 2}, {"", -kNone, {}, 5}, {"", 1, {}, kNone}});
+    const int switched = 0, column = 1, nonlinear[] = {1, 2};
     ASSERT_EQ(kavo_set_indicators(model, 1, &switched, &column, nullptr), KAVO_OK);
-    const int logarithm = addFormula(model, "(log x2)"), atLeast = addFormula(model, "(>= x2 1)");
-    ASSERT_EQ(kavo_set_expressions(model, KAVO_ROW, 1, &nonlinear, &logarithm), KAVO_OK);
+    const int functions[] = {addFormula(model, "(log x2)"), addFormula(model, "(floor x0)")};
+    const int atLeast = addFormula(model, "(>= x2 1)");
+    ASSERT_EQ(kavo_set_expressions(model, KAVO_ROW, 2, nonlinear, functions), KAVO_OK);
     ASSERT_EQ(kavo_add_logical(model, 1, &atLeast, nullptr), KAVO_OK);
     std::vector<double> point = c.point;
-    point.push_back(0);  // a column of Gurobi's own
-    link.scriptMip(point, {0, 0});
+    point.resize(5);  // the whole number of floor, and a column of Gurobi's own
+    link.scriptMip(point, std::vector<double>(5));
     ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
     EXPECT_THAT(model.results(), testing::EndsWith(std::string("\n") + c.violations)) << c.point[0];
   }
