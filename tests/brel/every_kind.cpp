@@ -10,9 +10,16 @@ void setExpression(trpRec* model, int row, const char* formula) {
   EXPECT_EQ(kavo_set_expressions(model, KAVO_ROW, 1, &row, &expression), KAVO_OK) << kavo_last_error();
 }
 
-void addProducts(trpRec* model, int kind, int element, const std::vector<int>& first, const std::vector<int>& second,
-                 const std::vector<double>& value) {
-  const std::size_t start[] = {0, first.size()};
+struct Product {
+  int first, second;
+  double value;
+};
+
+void addProducts(trpRec* model, int kind, int element, const std::vector<Product>& products) {
+  const std::size_t start[] = {0, products.size()};
+  std::vector<int> first, second;
+  std::vector<double> value;
+  for (const Product& p : products) first.push_back(p.first), second.push_back(p.second), value.push_back(p.value);
   EXPECT_EQ(kavo_add_quadratic_terms(model, kind, 1, &element, start, first.data(), second.data(), value.data()),
             KAVO_OK)
       << kavo_last_error();
@@ -29,7 +36,7 @@ void fillEveryKind(HostModel& model) {
              {"sine", 1, {{3, 1}}, 1},
              {"size", 1, {}, 2}});
   setExpression(model, 1, "(plus x1 3)");
-  addProducts(model, KAVO_ROW, 2, {0, 1}, {1, 1}, {1, 2});
+  addProducts(model, KAVO_ROW, 2, {{0, 1, 1}, {1, 1, 2}});
   const int switched = 3, switching = 2;
   const unsigned char off = 0;
   EXPECT_EQ(kavo_set_indicators(model, 1, &switched, &switching, &off), KAVO_OK) << kavo_last_error();
@@ -47,7 +54,7 @@ void fillEveryKind(HostModel& model) {
   const double weight[] = {2, 5, 1, 2, 3};
   EXPECT_EQ(kavo_add_sets(model, 2, type, start, column, weight, nullptr), KAVO_OK) << kavo_last_error();
   model.addObjective(KAVO_MAXIMIZE, {1, 1}, 10);
-  addProducts(model, KAVO_OBJECTIVE, 0, {0}, {0}, {-1});
+  addProducts(model, KAVO_OBJECTIVE, 0, {{0, 0, -1}});
 }
 
 }  // namespace brel_test

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <fstream>
 #include <limits>
 
 #include "tests/brel/formula.h"
@@ -122,6 +123,11 @@ TEST(EveryKind, KnowsDualsOfRowsThatWereSentAsSuch) {
   link.gurobi->scriptElements("QCPi", {70});
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   EXPECT_THAT(model.results(), HasSubstr("duals: 1 3 70 nan nan 4\n"));
+  const std::string path = testing::TempDir() + "every_kind.sol";
+  ASSERT_EQ(kavo_write_sol(model, path.c_str(), "solved", -1), KAVO_OK) << kavo_last_error();
+  std::ifstream file(path);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_THAT(text, HasSubstr("\n1\n3\n70\n0\n0\n4\n")) << "the format has no word for what is unknown";
 }
 
 // A model whose expressions turn out to be linear has a basis, as any linear one.
