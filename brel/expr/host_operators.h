@@ -5,7 +5,7 @@
 
 #include "brel/expr/graph.h"
 #include "brel/expr/refusal.h"
-#include "kavo/kavo.h"
+#include "kavo/link.h"
 
 namespace brel::expr {
 
@@ -14,6 +14,6 @@ NodeId makeOperator(Graph& graph, const Refusal& refusal, kavo_operator op, std:
 
 // The points of the continuous piecewise-linear function with slope, breakpoint, slope, ..., slope that is 0 at x = 0.
 // Empty slopes between equal breakpoints are left out. At least two points.
-std::vector<Point> pointsOfSlopes(std::span<const double> slopesAndBreakpoints);
+std::vector<Point> pointsOfSlopes(std::span<const double> given);
 
 }  // namespace brel::expr

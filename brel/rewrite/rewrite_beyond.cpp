@@ -46,7 +46,7 @@ class BeyondRewrite {
         graph_(std::make_shared<Graph>()),
         expressions_(user.host, columns_, allExpressions_, *graph_),
         hasNames_(columns_.names.start != nullptr || rows_.names.start != nullptr),
-        rewriter_(*graph_, *beyond_, space, static_cast<int>(columns_.count), hasNames_, options) {}
+        rewriter_(*graph_, *beyond_, {space, static_cast<int>(columns_.count)}, hasNames_, options) {}
 
   std::shared_ptr<const Beyond> run();
 

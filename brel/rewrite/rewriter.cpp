@@ -48,15 +48,8 @@ void pushTerms(QuadraticTerms& terms, const expr::Parts& parts) {
 
 }  // namespace
 
-Rewriter::Rewriter(Graph& graph, Beyond& beyond, std::uint64_t space, int firstColumn, bool hasNames,
-                   RewriteOptions options)
-    : graph_(graph),
-      beyond_(beyond),
-      space_(space),
-      firstColumn_(firstColumn),
-      hasNames_(hasNames),
-      options_(options),
-      splitter_(graph) {}
+Rewriter::Rewriter(Graph& graph, Beyond& beyond, ColumnPlace place, bool hasNames, RewriteOptions options)
+    : graph_(graph), beyond_(beyond), place_(place), hasNames_(hasNames), options_(options), splitter_(graph) {}
 
 std::string Rewriter::nameFor(std::string_view what) {
   return hasNames_ ? fmt::format("{}_{}{}", element_, what, ++named_) : std::string();
@@ -66,7 +59,7 @@ RowOrigin Rewriter::helping(std::string_view what) { return {kNoUserRow, nameFor
 
 NodeId Rewriter::addColumn(Interval bounds, bool isInteger, NodeId definition, std::string_view what) {
   AuxiliaryColumns& columns = beyond_.columns;
-  const int position = firstColumn_ + static_cast<int>(columns.size());
+  const int position = place_.firstColumn + static_cast<int>(columns.size());
   columns.lower.push_back(bounds.lower);
   columns.upper.push_back(bounds.upper);
   columns.isInteger.push_back(isInteger ? 1 : 0);
@@ -139,10 +132,10 @@ Rewriter::View Rewriter::emitNonlinear(const expr::Parts& parts) {
   std::vector<double> values;
   for (const auto& [column, value] : parts.linear) positions.push_back(column), values.push_back(value);
   target.addLinearCall(
-      tav::math::LinearFunction<double>::owning(space_, std::move(positions), std::move(values), parts.constant));
+      tav::math::LinearFunction<double>::owning(place_.space, std::move(positions), std::move(values), parts.constant));
   for (const auto& [node, coefficient] : parts.rest) {
     if (coefficient != 1 && coefficient != -1) target.addConstant(coefficient);
-    expr::emit(graph_, node, space_, target);
+    expr::emit(graph_, node, place_.space, target);
     if (coefficient == -1) target.addCall(fn::the<fn::Negate>(), 1);
     if (coefficient != 1 && coefficient != -1) target.addCall(fn::the<fn::Multiply>(), 2);
   }
@@ -160,9 +153,9 @@ void Rewriter::addIndicator(Literal when, NodeId node, RowType type, const RowOr
 
 void Rewriter::addFunction(Op op, NodeId result, std::span<const NodeId> arguments) {
   auto& target = *beyond_.expressions;
-  target.addVariable(space_, graph_.column(result));
+  target.addVariable(place_.space, graph_.column(result));
   int count = static_cast<int>(arguments.size());
-  for (const NodeId argument : arguments) target.addVariable(space_, graph_.column(argument));
+  for (const NodeId argument : arguments) target.addVariable(place_.space, graph_.column(argument));
   if (takesVector(op)) {
     target.addCall(fn::the<fn::Vectorize>(), count);
     count = 1;

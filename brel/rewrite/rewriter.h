@@ -25,6 +25,12 @@ struct RewriteOptions {
   double strictStep = 1e-4;  // a < b of real values is sent as a <= b - strictStep
 };
 
+// Where the solver's columns are, and where auxiliary ones begin.
+struct ColumnPlace {
+  std::uint64_t space;  // the variable space of the solver's adders
+  int firstColumn;      // the position of the first auxiliary column
+};
+
 // A binary column, or its complement.
 struct Literal {
   int column;
@@ -41,8 +47,8 @@ struct RowOrigin {
 // operators that the solver knows in nonlinear functions; a rule gets its children in this form.
 class Rewriter {
  public:
-  // firstColumn: the position of the first auxiliary column. The graph, and what is filled, must outlive this.
-  Rewriter(Graph& graph, Beyond& beyond, std::uint64_t space, int firstColumn, bool hasNames, RewriteOptions options);
+  // The graph, and what is filled, must outlive this.
+  Rewriter(Graph& graph, Beyond& beyond, ColumnPlace place, bool hasNames, RewriteOptions options);
 
   Graph& graph() { return graph_; }
 
@@ -90,8 +96,7 @@ class Rewriter {
 
   Graph& graph_;
   Beyond& beyond_;
-  std::uint64_t space_;
-  int firstColumn_;
+  ColumnPlace place_;
   bool hasNames_;
   RewriteOptions options_;
   expr::Splitter splitter_;
