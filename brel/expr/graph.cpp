@@ -51,7 +51,7 @@ bool sameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == st
 Graph::Graph() : slots_(kFirstSlots) {}
 
 NodeId Graph::constant(double value) {
-  return intern({.op = Op::constant, .value = value == 0 ? 0.0 : value});  // no negative zero
+  return intern(Key(Op::constant, value == 0 ? 0.0 : value));  // no negative zero
 }
 
 NodeId Graph::variable(int column, double lower, double upper, bool isInteger) {
@@ -61,7 +61,9 @@ NodeId Graph::variable(int column, double lower, double upper, bool isInteger) {
   Interval bounds{lower, upper};
   if (isInteger) bounds = wholeBounds(bounds);
   if (!(bounds.lower <= bounds.upper)) bounds = kEverything;
-  const NodeId node = append({.op = Op::variable, .extra = column});
+  Key key(Op::variable);
+  key.column = column;
+  const NodeId node = append(key);
   Node& made = nodes_.back();
   made.lower = bounds.lower;
   made.upper = bounds.upper;
@@ -87,7 +89,8 @@ NodeId Graph::call(Op op, std::span<const NodeId> children) { return make(op, 0,
 NodeId Graph::piecewise(std::span<const Point> points, NodeId a) {
   if (points.size() == 1) return constant(points[0].y);
   const std::vector<Point> copy(points.begin(), points.end());  // they may be those of another node
-  const Key key{.op = Op::piecewise, .children = {&a, 1}, .points = copy};
+  Key key(Op::piecewise, 0, {&a, 1});
+  key.points = copy;
   const NodeId known = folded(key);
   return known == kAsItStands ? intern(key) : known;
 }
@@ -95,10 +98,10 @@ NodeId Graph::piecewise(std::span<const Point> points, NodeId a) {
 NodeId Graph::make(Op op, double value, std::span<const NodeId> children) {
   Borrowed list(nodeList_);  // a copy: the caller's span may be one of ours, which moves when nodes are made
   list->assign(children.begin(), children.end());
-  NodeId simpler = folded({.op = op, .value = value, .children = *list});
+  NodeId simpler = folded(Key(op, value, *list));
   if (simpler != kAsItStands) return simpler;
   simpler = isTruthOperation(op) ? simplifyTruth(*this, op, *list) : simplifyNumber(*this, op, value, *list);
-  return simpler == kAsItStands ? intern({.op = op, .value = value, .children = *list}) : simpler;
+  return simpler == kAsItStands ? intern(Key(op, value, *list)) : simpler;
 }
 
 NodeId Graph::folded(const Key& key) {
@@ -152,7 +155,7 @@ NodeId Graph::append(const Key& key) {
             .isInteger = isInteger,
             .count = static_cast<int>(key.children.size()),
             .first = children_.size(),
-            .extra = key.extra,
+            .extra = key.column,
             .value = key.value,
             .lower = interval.lower,
             .upper = interval.upper,
@@ -246,7 +249,9 @@ NodeId Graph::internSum(double value, std::span<const Term> terms) {
     nodes->push_back(term.node);
     numbers->push_back(term.coefficient);
   }
-  return intern({.op = Op::sum, .value = value == 0 ? 0.0 : value, .children = *nodes, .coefficients = *numbers});
+  Key key(Op::sum, value == 0 ? 0.0 : value, *nodes);
+  key.coefficients = *numbers;
+  return intern(key);
 }
 
 }  // namespace brel::expr

@@ -170,12 +170,13 @@ class Graph {
   };
   // What tells a node from others.
   struct Key {
+    explicit Key(Op o, double v = 0, std::span<const NodeId> of = {}) : op(o), value(v), children(of) {}
     Op op;
-    double value = 0;
-    int extra = -1;
-    std::span<const NodeId> children{};
-    std::span<const double> coefficients{};  // of a sum, as many as children
-    std::span<const Point> points{};         // of a piecewise-linear function
+    double value;
+    int column = -1;  // of a variable
+    std::span<const NodeId> children;
+    std::span<const double> coefficients;  // of a sum, as many as children
+    std::span<const Point> points;         // of a piecewise-linear function
   };
   struct Slot {
     NodeId node = -1;
@@ -193,7 +194,7 @@ class Graph {
   // The constant that a call of constants is, or -1.
   NodeId folded(const Key& key);
   void addTerm(const Term& term, double& constant, std::vector<Term>& terms) const;
-  NodeId internSum(double constant, std::span<const Term> terms);
+  NodeId internSum(double value, std::span<const Term> terms);
   // The node with this key, made if there is none.
   NodeId intern(const Key& key);
   NodeId append(const Key& key);

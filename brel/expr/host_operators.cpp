@@ -31,7 +31,7 @@ class OperatorMaker {
   NodeId makeCount() const;
 
   NodeId truth(std::size_t operand) const { return truthOf(graph_, x_[operand]); }
-  NodeId not_(NodeId node) const { return graph_.logicalNot(node); }
+  NodeId complement(NodeId node) const { return graph_.logicalNot(node); }
   NodeId difference(std::size_t a, std::size_t b) const { return graph_.subtract(x_[a], x_[b]); }
   NodeId compare(Op op, std::size_t a, std::size_t b) const { return graph_.call(op, difference(a, b)); }
 
@@ -125,9 +125,9 @@ NodeId OperatorMaker::makeTruth() const {
     case KAVO_OP_GREATER_THAN:
       return compare(Op::less, 1, 0);
     case KAVO_OP_NOT_EQUAL:
-      return not_(compare(Op::equal, 0, 1));
+      return complement(compare(Op::equal, 0, 1));
     case KAVO_OP_LOGICAL_NOT:
-      return not_(truth(0));
+      return complement(truth(0));
     case KAVO_OP_IF_THEN_ELSE: {
       const NodeId choice[]{truth(0), x_[1], x_[2]};
       return graph_.call(Op::ifThenElse, choice);
@@ -164,7 +164,7 @@ NodeId OperatorMaker::makeOther() const {
     case KAVO_OP_IF_AND_ONLY_IF:
       return graph_.call(Op::ifAndOnlyIf, truth(0), truth(1));
     case KAVO_OP_NOT_ALL_DIFFERENT:
-      return not_(graph_.call(Op::allDifferent, x_));
+      return complement(graph_.call(Op::allDifferent, x_));
     case KAVO_OP_LOG_BASE:
       return logBase();
     case KAVO_OP_SIGNED_POWER:
@@ -200,7 +200,7 @@ NodeId OperatorMaker::makeCount() const {
     case KAVO_OP_NOT_AT_MOST:
       return compare(Op::less, 0, 1);
     case KAVO_OP_NOT_EXACTLY:
-      return not_(compare(Op::equal, 0, 1));
+      return complement(compare(Op::equal, 0, 1));
     default:
       return graph_.call(function(), x_);
   }
@@ -271,7 +271,7 @@ NodeId OperatorMaker::implies() const {
   const NodeId choice[]{truth(0), truth(1), truth(2)};
   const NodeId condition = choice[0], then = choice[1], otherwise = choice[2];
   if (graph_.isConstant(then) || graph_.isConstant(otherwise)) return graph_.call(Op::ifThenElse, choice);
-  return graph_.call(Op::logicalAnd, graph_.call(Op::logicalOr, not_(condition), then),
+  return graph_.call(Op::logicalAnd, graph_.call(Op::logicalOr, complement(condition), then),
                      graph_.call(Op::logicalOr, condition, otherwise));
 }
 

@@ -239,7 +239,7 @@ std::string sumText(const brel::expr::Graph& graph, NodeId node) {
   const auto add = [&](double factor, const std::string& term) {
     const char* sign = factor < 0 ? "- " : "+ ";
     if (!result.empty()) result += fmt::format(" {}", sign);
-    if (result.empty() && factor < 0) result += "-";
+    if (result.empty() && factor < 0) result += '-';
     if (term.empty() || std::fabs(factor) != 1)
       result += fmt::format("{:g}{}", std::fabs(factor), term.empty() ? "" : "*");
     result += term;

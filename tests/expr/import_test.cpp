@@ -13,8 +13,6 @@ namespace {
 
 using brel::expr::Graph;
 using brel::expr::NodeId;
-using brel::expr::Op;
-using brel::expr::Term;
 
 struct Case {
   const char* expression;
