@@ -28,8 +28,8 @@ struct RowResults {
   std::span<double> activity, dual;  // per user row
   std::span<int> basis;
   // Of the rows that are sent besides those of the user's (Beyond), in their order.
-  std::span<const double> linearDual{}, quadraticDual{};
-  std::span<const int> linearBasis{};
+  std::span<const double> linearDual, quadraticDual;
+  std::span<const int> linearBasis;
   const UserPoint* point = nullptr;  // the user's own functions at the point; null without one
 };
 

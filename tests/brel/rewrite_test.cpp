@@ -140,7 +140,14 @@ TEST(Rewrite, TakesResultsOfRangedRowsFromTheirColumns) {
     // As scattered before: the equality's own values stand at the user's row.
     std::vector<double> activity{0, 0.25}, dual{0, 7};
     std::vector<int> basis{0, c.equality};
-    RowResults results{point, columnBasis, solverActivity, {}, rowBasis, activity, dual, basis};
+    RowResults results;
+    results.solverPrimal = point;
+    results.solverColumnBasis = columnBasis;
+    results.solverActivity = solverActivity;
+    results.solverRowBasis = rowBasis;
+    results.activity = activity;
+    results.dual = dual;
+    results.basis = basis;
     sent.trail.resultsBack(results);
     EXPECT_THAT(activity, ElementsAre(2.25, 3.25));
     EXPECT_THAT(dual, ElementsAre(0, 7)) << "the equality's";
