@@ -127,10 +127,10 @@ std::string describe(const Model& model) {
   }
   for (std::size_t i = 0; i < model.rows.size(); ++i) {
     const std::size_t start = model.rows.start[i];
-    text +=
-        fmt::format("{} [{}, {}]:{}{}\n", model.rows.names.at(i), model.rows.lower[i], model.rows.upper[i],
-                    terms(model, &model.rows.column[start], &model.rows.value[start], model.rows.start[i + 1] - start),
-                    beyondLinear(model, i));
+    text += fmt::format("{} [{}, {}]:{}{}\n", model.rows.names.at(i), model.rows.lower[i], model.rows.upper[i],
+                        terms(model, model.rows.column.data() + start, model.rows.value.data() + start,
+                              model.rows.start[i + 1] - start),
+                        beyondLinear(model, i));
   }
   for (std::size_t i = 0; i < model.columns.size(); ++i) {
     text += fmt::format("{} {} [{}, {}]\n", model.columns.names.at(i), "CBISN"[model.columns.type[i]],
