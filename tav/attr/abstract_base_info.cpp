@@ -12,7 +12,10 @@ bool AbstractBaseInfo::hasProperty(std::string_view property) const {
 }
 
 void AbstractBaseInfo::writeProperty(yaml::Emitter& emitter, std::string_view property) const {
-  emitter.scalar(propertyText(property));
+  const std::string text = propertyText(property);
+  // Other readers of YAML take nothing for no value.
+  emitter.emit(
+      yaml::Scalar(text, nullptr, nullptr, text.empty() ? YAML_SINGLE_QUOTED_SCALAR_STYLE : YAML_ANY_SCALAR_STYLE));
 }
 
 }  // namespace tav::attr

@@ -1,7 +1,7 @@
 #include "tav/util/number.h"
 
-#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is in this one only
-#include <stdlib.h>  // NOLINT(modernize-deprecated-headers): so is strtod_l
+#include <locale.h>  // newlocale, which <clocale> need not have
+#include <stdlib.h>  // strtod_l, the same
 
 #include <charconv>
 #include <string>

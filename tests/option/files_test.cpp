@@ -94,7 +94,7 @@ class FilesOfASolveTest : public testing::Test {
     solver.makeModelAttributes("grb", {})->get(option).as<std::string>().set(file);
   }
   // What Gurobi makes of a parameter file.
-  void onReading(std::map<std::string, gurobi_double::ParamValue> values) {
+  void onReading(const std::map<std::string, gurobi_double::ParamValue>& values) {
     gurobi->onCall(Fn::GRBreadparams, [this, values] { gurobi->model(1).env.params = values; });
   }
 
