@@ -1,10 +1,7 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <string>
-#include <string_view>
 
 #include "kavo/error.h"
 
@@ -20,13 +17,6 @@ class Failure : public Error {
  private:
   std::size_t line_;
 };
-
-// The error that a failure is for the reader's caller: with the path and, unless "", the section.
-inline Error located(const Failure& failure, const std::string& path, std::string_view section) {
-  return {failure.status(),
-          fmt::format("cannot read \"{}\": line {}{}: {}", path, failure.line(),
-                      section.empty() ? std::string() : fmt::format(", section {}", section), failure.what())};
-}
 
 // Does a piece of work that checks what the file says but knows nothing of its lines; errors belong to this line.
 template <class Work>

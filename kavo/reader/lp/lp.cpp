@@ -1,10 +1,9 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <optional>
 #include <utility>
 
-#include "kavo/reader/failure.h"
+#include "kavo/reader/attempt.h"
 #include "kavo/reader/input.h"
 #include "kavo/reader/lp/headers.h"
 #include "kavo/reader/lp/sections.h"
@@ -134,27 +133,13 @@ class Driver {
   bool typesFinished_ = false;
 };
 
-// What came of reading the file in one way.
-struct Attempt {
-  std::optional<Model> model;
-  std::optional<Error> error;  // what went wrong, when there is no model
-  std::size_t line = 0;        // and where
-  bool numberAsName = false;   // it was a number in the place of a name
-};
-
-Attempt attempt(const Input& input, bool numbersAreNames) {
-  Reading reading(input, numbersAreNames);
-  Attempt result;
-  try {
-    Driver(reading).read();
-    reading.model.file = input.path();
-    result.model = std::move(reading.model);
-  } catch (const Failure& failure) {
-    result.error = located(failure, input.path(), reading.section);
-    result.line = failure.line();
-    result.numberAsName = dynamic_cast<const NumberAsName*>(&failure) != nullptr;
-  }
-  return result;
+Attempt readWithNumbers(const Input& input, bool areNames) {
+  Reading reading(input, areNames);
+  return attempt(
+      reading, input.path(), [&] { Driver(reading).read(); },
+      [areNames](const Failure& failure) {
+        return !areNames && dynamic_cast<const NumberAsName*>(&failure) != nullptr;
+      });
 }
 
 }  // namespace
@@ -162,17 +147,10 @@ Attempt attempt(const Input& input, bool numbersAreNames) {
 }  // namespace lp
 
 // A number in the place of a variable is a constant, unless the file has one where only a name can stand: then it is
-// read again, with numbers as names. When that fails too, the way that came further tells what is wrong.
+// read again, with numbers as names.
 Model readLp(const std::string& path) {
   const Input input(path);
-  lp::Attempt first = lp::attempt(input, false);
-  if (first.model) return std::move(*first.model);
-  if (first.numberAsName) {
-    lp::Attempt second = lp::attempt(input, true);
-    if (second.model) return std::move(*second.model);
-    if (second.line > first.line) throw *second.error;
-  }
-  throw *first.error;
+  return firstModel(lp::readWithNumbers(input, false), [&] { return lp::readWithNumbers(input, true); });
 }
 
 }  // namespace kavo::reader

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 
+#include "kavo/reader/attempt.h"
 #include "kavo/reader/failure.h"
 #include "kavo/reader/input.h"
 #include "kavo/reader/mps/sections.h"
@@ -261,27 +261,13 @@ class Driver {
   std::array<bool, kSections.size()> seen_{};
 };
 
-// What came of reading the file in one way.
-struct Attempt {
-  std::optional<Model> model;
-  std::optional<Error> error;  // what went wrong, when there is no model
-  std::size_t line = 0;        // and where
-  bool nameWithBlank = false;  // that line obeys the fixed columns and has a name with a blank in it
-};
-
-Attempt attempt(const Input& input, Layout layout) {
+Attempt readLaidOut(const Input& input, Layout layout) {
   Reading reading(input, layout);
-  Attempt result;
-  try {
-    Driver(reading).read();
-    reading.model.file = input.path();
-    result.model = std::move(reading.model);
-  } catch (const Failure& failure) {
-    result.error = located(failure, input.path(), reading.section);
-    result.line = failure.line();
-    result.nameWithBlank = Lines::hasNameWithBlank(input, failure.line());
-  }
-  return result;
+  return attempt(
+      reading, input.path(), [&] { Driver(reading).read(); },
+      [&](const Failure& failure) {
+        return layout == Layout::kBlanks && Lines::hasNameWithBlank(input, failure.line());
+      });
 }
 
 }  // namespace
@@ -293,14 +279,8 @@ Attempt attempt(const Input& input, Layout layout) {
 // columns. When that fails as well, the way that came further tells what is wrong.
 Model readMps(const std::string& path) {
   const Input input(path);
-  mps::Attempt first = mps::attempt(input, mps::Layout::kBlanks);
-  if (first.model) return std::move(*first.model);
-  if (first.nameWithBlank) {
-    mps::Attempt second = mps::attempt(input, mps::Layout::kColumns);
-    if (second.model) return std::move(*second.model);
-    if (second.line > first.line) throw *second.error;
-  }
-  throw *first.error;
+  return firstModel(mps::readLaidOut(input, mps::Layout::kBlanks),
+                    [&] { return mps::readLaidOut(input, mps::Layout::kColumns); });
 }
 
 }  // namespace kavo::reader
