@@ -100,9 +100,9 @@ class Driver {
   int readLevel() {
     int level = 0;
     const std::string_view word = words_.word();
-    const char* last = word.data() + word.size();
+    const char *first = word.data(), *last = first + word.size();
     if (words_.beginsLine() || words_.atEnd() || words_.following() == ':' ||
-        parseInteger(word.data(), last, level) != last) {
+        parseInteger(first, last, level) != last) {
       return 1;
     }
     if (level < 1 || level > kMostLevel) reading_.failExpected("a level from 1 to 3");
