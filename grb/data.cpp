@@ -51,6 +51,14 @@ int Data::registerRow(char sense, double side) {
   return linearRows.add();
 }
 
+void Data::forgetStarts() {
+  variableStores.level.reset();
+  variableStores.basis.reset();
+  rowStores->marginal.reset();
+  rowStores->basis.reset();
+  mipStarts->reset();
+}
+
 void Data::clear() {
   for (Registry* registry : {&variables, &linearRows, &quadraticRows, &sosSets, &indicators, &nonlinearRows,
                              &linearObjectives, &quadraticObjectives, &nonlinearObjectives}) {
@@ -59,6 +67,10 @@ void Data::clear() {
   generalConstraints.clear();
   variableStores = {};
   rowStores = std::make_shared<RowStores>();
+  mipStarts = std::make_shared<MipStarts>();
+  pendingCoefficients.clear();
+  pendingObjective.clear();
+  outcome = {};
   lost_.clear();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -10,7 +11,9 @@
 #include "grb/callback/callback_context.h"
 #include "grb/element_stores.h"
 #include "grb/gurobi/model.h"
+#include "grb/mip_starts.h"
 #include "grb/option/link_options.h"
+#include "grb/procedure/outcome.h"
 #include "grb/procedure/parameter_file.h"
 #include "grb/registry.h"
 #include "tav/opt/adder.h"
@@ -37,13 +40,20 @@ struct Data {
   std::mutex modelLock;                 // serialises all changes of the Gurobi model
   OptionSet options;                    // stays as it is when the model starts anew
   ParameterValues beforeParameterFile;  // what to put back when the model starts anew
+  ParameterValues beforeProcedure;      // what to put back as soon as the procedure of a solve has ended
+  Outcome outcome;                      // of the last solve
 
   // Whoever adds an element registers it as soon as Gurobi has taken it, auxiliary ones too.
   Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;
   Registry linearObjectives, quadraticObjectives, nonlinearObjectives;
   std::vector<GeneralConstraint> generalConstraints;  // by Gurobi's index
   VariableStores variableStores;
+  std::shared_ptr<MipStarts> mipStarts = std::make_shared<MipStarts>();
   std::shared_ptr<RowStores> rowStores;
+
+  // New values that the next solve gives to coefficients, by row and column, and to the linear objective, by column.
+  std::map<int, std::map<int, double>> pendingCoefficients;
+  std::map<int, double> pendingObjective;
 
   // One adder per kind, made when first asked for. The pointers tell which part of the model is meant later.
   std::shared_ptr<tav::opt::AbstractVariableAdder> variableAdder;
@@ -66,6 +76,9 @@ struct Data {
 
   // Registers one linear row that Gurobi has just taken, for those who bring no block of them; returns its position.
   int registerRow(char sense, double side);
+
+  // Forgets basis and points to start from, once Gurobi has them: its own last result is a better start by then.
+  void forgetStarts();
 
   // Forgets all elements, for a model that starts anew.
   void clear();

@@ -1,5 +1,6 @@
 #include "grb/solver.h"
 
+#include <cmath>
 #include <limits>
 
 #include "grb/adder/indic_adder.h"
@@ -37,6 +38,25 @@ Slot& sharedAdder(Slot& slot, const std::shared_ptr<Data>& data) {
   return slot;
 }
 
+void requireIndex(const char* what, int index, int count) {
+  if (index < 0) throw tav::CheckException::failedGreaterOrEqualTo(what, index, {"0", 0});
+  if (index >= count) throw tav::CheckException::failedLessThan(what, index, {"count", count});
+}
+
+void requireChanges(const std::vector<int>& columns, const std::vector<double>& values, int count) {
+  if (columns.size() != values.size()) {
+    throw tav::CheckException::failedEqualTo("values.size()", values.size(), {"columns.size()", columns.size()});
+  }
+  for (const int column : columns) requireIndex("column", column, count);
+  for (const double value : values) {
+    if (!std::isfinite(value)) throw tav::CheckException::failedTrue("isfinite(value)");
+  }
+}
+
+void note(const std::vector<int>& columns, const std::vector<double>& values, std::map<int, double>& changes) {
+  for (std::size_t k = 0; k < columns.size(); ++k) changes[columns[k]] = values[k];
+}
+
 }  // namespace
 
 Solver::Solver() : Solver(loadLibrary()) {}
@@ -51,6 +71,7 @@ bool Solver::setup() {
 void Solver::clear() {
   data_->model->clear();
   data_->clear();
+  putBack(*data_->model, data_->beforeProcedure);
   putBack(*data_->model, data_->beforeParameterFile);
 }
 
@@ -144,7 +165,29 @@ void Solver::interrupt() { data_->model->terminate(); }
 std::string Solver::libraryText() const { return data_->model->library()->text(); }
 
 tav::opt::StopReason Solver::stopReason() const {
-  return hasModel() ? grb::stopReason(data_->model->getIntAttr("Status")) : tav::opt::StopReason::notRun;
+  const bool hasSolved = hasModel() && data_->outcome.hasSolved;
+  return hasSolved ? grb::stopReason(data_->model->getIntAttr("Status")) : tav::opt::StopReason::notRun;
+}
+
+std::optional<double> Solver::relaxation() const {
+  const bool isObjective =
+      data_->outcome.relaxationIsObjective && data_->model->relaxed() && data_->model->isAttrAvailable("ObjVal");
+  return isObjective ? data_->model->getDblAttr("ObjVal") : data_->outcome.relaxation;
+}
+
+std::optional<double> Solver::conditionNumber(bool exact) const {
+  return exact ? data_->outcome.exactCondition : data_->outcome.condition;
+}
+
+void Solver::queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) {
+  requireIndex("row", row, data_->linearRows.count());
+  requireChanges(columns, values, data_->variables.count());
+  if (!columns.empty()) note(columns, values, data_->pendingCoefficients[row]);
+}
+
+void Solver::queueObjective(const std::vector<int>& columns, const std::vector<double>& values) {
+  requireChanges(columns, values, data_->variables.count());
+  note(columns, values, data_->pendingObjective);
 }
 
 std::string Solver::settingGroup(int key) const { return grb::settingGroup(key); }

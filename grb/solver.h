@@ -50,6 +50,11 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
 
   std::string libraryText() const override;
   tav::opt::StopReason stopReason() const override;
+  std::optional<tav::opt::Conflict> conflict() const override { return data_->outcome.conflict; }
+  std::optional<double> relaxation() const override;
+  std::optional<double> conditionNumber(bool exact) const override;
+  void queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) override;
+  void queueObjective(const std::vector<int>& columns, const std::vector<double>& values) override;
   std::string settingGroup(int key) const override;
   bool isSetBeforeSetup(int key) const override;
   std::size_t longestText(int key) const override;

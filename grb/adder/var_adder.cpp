@@ -91,6 +91,7 @@ tav::idx::List VarAdder::add(const tav::opt::VariableContainer& block) {
   noteBinaries(stores, positions.front(), types, lower.span(), upper.span());
   copyToStore(standard.get(VariableQuantity::level), positions, stores.level);
   copyToStore(standard.get(VariableQuantity::basis), positions, stores.basis);
+  copyToStore<double>(standard.get(VariableQuantity::starts), positions, data->mipStarts);
   copyToStore(own.get(kPreference), positions, stores.preference);
   copyToStore(own.get(kPriority), positions, stores.priority);
   setPartitions(model, own.get(kPartition), positions);

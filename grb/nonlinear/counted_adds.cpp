@@ -6,6 +6,11 @@
 #include "grb/nonlinear/nonlinear_stack.h"
 
 namespace grb {
+namespace {
+
+constexpr double kNeverRelaxed = 0;  // as a preference: what is ours does not give way in place of what is the user's
+
+}  // namespace
 
 bool isUsable(const tav::math::LinearFunction<double>& function, int variables) {
   return std::isfinite(function.constant) && areFinite(function.coefficients) &&
@@ -15,7 +20,9 @@ bool isUsable(const tav::math::LinearFunction<double>& function, int variables) 
 int addCountedRow(Data& data, const LinearTerms& terms, char sense, const char* name) {
   const double side = 0.0 - terms.constant;  // not -0
   data.model->addConstr(terms.positions, terms.coefficients, sense, side, name);
-  return data.registerRow(sense, side);
+  const int position = data.registerRow(sense, side);
+  data.rowStores->preference.set(position, kNeverRelaxed);
+  return position;
 }
 
 int addFreeVariable(Data& data, const std::optional<RowEntry>& entry, double objective) {
@@ -23,7 +30,9 @@ int addFreeVariable(Data& data, const std::optional<RowEntry>& entry, double obj
   const RowEntry given = entry.value_or(RowEntry{});
   data.model->addVar({&given.row, entries}, {&given.coefficient, entries}, objective, -kInfinity, kInfinity,
                      vartype::kContinuous, nullptr);
-  return data.variables.add();
+  const int position = data.variables.add();
+  data.variableStores.preference.set(position, kNeverRelaxed);
+  return position;
 }
 
 void addTree(Data& data, const NonlinearStack& tree, const GeneralConstraint& what, int result, const char* name) {

@@ -152,7 +152,8 @@ void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std
 }
 
 void putBack(GurobiModel& model, ParameterValues& before) {
-  for (const auto& [name, value] : std::exchange(before, {})) {
+  while (!before.empty()) {
+    const auto& [name, value] = *before.begin();
     if (const auto* whole = std::get_if<int>(&value)) {
       model.setIntParam(name.c_str(), *whole);
     } else if (const auto* number = std::get_if<double>(&value)) {
@@ -160,6 +161,7 @@ void putBack(GurobiModel& model, ParameterValues& before) {
     } else {
       model.setStrParam(name.c_str(), std::get<std::string>(value).c_str());
     }
+    before.erase(before.begin());  // only now: what cannot be put back is tried again
   }
 }
 

@@ -20,7 +20,7 @@ using ParameterValues = std::map<std::string, std::variant<int, double, std::str
 void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file,
                        ParameterValues& before);
 
-// Gives parameters their values back and forgets these.
+// Gives parameters their values back and forgets those that it has given back. Raises GurobiException.
 void putBack(GurobiModel& model, ParameterValues& before);
 
 // Raises tav::UserException when it can be told beforehand that a file of this name cannot be written.

@@ -1,8 +1,14 @@
 #include "grb/procedure/solve.h"
 
 #include "grb/callback/callbacks.h"
+#include "grb/gurobi/constants.h"
 #include "grb/gurobi/exception.h"
+#include "grb/procedure/changes.h"
+#include "grb/procedure/continuous_solve.h"
+#include "grb/procedure/iis.h"
 #include "grb/procedure/parameter_file.h"
+#include "grb/procedure/relaxation.h"
+#include "grb/procedure/warm_start.h"
 #include "grb/result/solution_status.h"
 
 namespace grb {
@@ -43,10 +49,40 @@ void onFile(Data& data, FileOption option, const Step& step) {
   if (!file.empty()) listened(data, [&] { step(file); });
 }
 
+void solveWithIntegers(Data& data) {
+  registerMipStarts(data);
+  registerHints(data);
+  registerPriorities(data);
+  data.model->optimize();
+}
+
+void solveModel(Data& data) {
+  if (data.model->getIntAttr("IsMIP") == 0) {
+    solveContinuous(data);
+  } else {
+    solveWithIntegers(data);
+  }
+  data.forgetStarts();
+}
+
+// What the options ask for: one thing, whatever else is set.
+void runProcedure(Data& data) {
+  data.outcome = {};
+  if (data.options.isSetTo(IntOption::iis, 2) && !data.options.isSetTo(IntOption::feasopt, 1)) return reportIis(data);
+  data.outcome.hasSolved = true;
+  if (data.options.isSetTo(IntOption::feasopt, 1)) return solveRelaxation(data);
+  solveModel(data);
+}
+
+bool isInfeasible(int status) {
+  return status == status::kInfeasible || status == status::kInfOrUnbd || status == status::kLocallyInfeasible;
+}
+
 }  // namespace
 
 tav::opt::Termination solve(Data& data) {
   GurobiModel& model = *data.model;
+  putBack(model, data.beforeProcedure);  // of a solve that failed
   // A long solve is not to be lost for the sake of a file that comes after it.
   onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
@@ -54,8 +90,13 @@ tav::opt::Termination solve(Data& data) {
   onFile(data, FileOption::readparams, [&](const std::string& file) {
     readParameterFile(model, *data.callbacks.log, file, data.beforeParameterFile);
   });
+  applyChanges(data);
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
-  listened(data, [&] { model.optimize(); });
+  listened(data, [&] { runProcedure(data); });
+  putBack(model, data.beforeProcedure);
+  if (isInfeasible(model.getIntAttr("Status")) && data.options.isSetTo(IntOption::iis, 1)) {
+    listened(data, [&] { reportIis(data); });
+  }
   onFile(data, FileOption::writeparams, [&](const std::string& file) { model.writeParams(file.c_str()); });
   return termination(data.model->getIntAttr("Status"));
 }

@@ -18,6 +18,7 @@ constexpr std::array kOfModel{
     Quantity{Q::lower, "lower"},
     Quantity{Q::upper, "upper"},
     Quantity{Q::priority, "priority"},
+    Quantity{Q::starts, "start"},
     Quantity{Q::level, "level"},
     Quantity{Q::reducedCost, "reduced cost"},
     Quantity{Q::basis, "basis status"},
@@ -57,7 +58,11 @@ const char* selectPoint(GurobiModel& model, int solution) {
 }  // namespace
 
 VarDomain::VarDomain(const Data& data, std::optional<Event> event)
-    : model_(data.model), priority_(data.variableStores.priority), source_(callbackSource(data)), event_(event) {}
+    : model_(data.model),
+      priority_(data.variableStores.priority),
+      starts_(data.mipStarts),
+      source_(callbackSource(data)),
+      event_(event) {}
 
 std::span<const Quantity> VarDomain::provided() const {
   if (event_ == Event::none) return kOfModel;
@@ -72,6 +77,8 @@ tav::attr::BaseContainer VarDomain::make(int key) const {
   switch (key) {
     case Q::priority:
       return priority_;
+    case Q::starts:
+      return starts_;
     case Q::level:
       return transformed<transform::DoubleValues>(std::make_shared<VarPrimalSolutions>(model_));
     case Q::basis:

@@ -20,6 +20,7 @@ class VarDomain : public QuantityView {
  private:
   std::weak_ptr<GurobiModel> model_;
   tav::attr::Container<double> priority_;
+  tav::attr::Container<double> starts_;
   CallbackSource source_;
   std::optional<Event> event_;
 };

@@ -1,12 +1,22 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tav/opt/codes.h"
 
 namespace tav::opt {
+
+// Bounds, rows and other parts of a model that contradict each other, by their positions among their kind.
+struct Conflict {
+  bool isMinimal = true;  // without any one of its members it would be none; false when the search was cut short
+  std::vector<int> lowerBounds, upperBounds;  // variables
+  std::vector<int> rows, quadraticRows, sets;
+  std::vector<int> indicators, nonlinearRows;
+};
 
 // What a solver may tell beyond AbstractSolver. The framework asks for it by a dynamic cast; without it these features
 // are absent.
@@ -17,6 +27,18 @@ class AbstractSolverServices {
   virtual std::string libraryText() const = 0;
   // Why the last solve ended.
   virtual StopReason stopReason() const = 0;
+
+  // What the last solve found out besides a point, if it was asked to: parts of the model that contradict each other;
+  // what the cheapest relaxation costs; the condition number of the basis at the end.
+  virtual std::optional<Conflict> conflict() const = 0;
+  virtual std::optional<double> relaxation() const = 0;
+  virtual std::optional<double> conditionNumber(bool exact) const = 0;
+
+  // New coefficients of a linear row, or of the linear objective, which the next solve begins with: as many values as
+  // columns. The last value for a place counts. Raises tav::CheckException for a row or column that does not exist and
+  // for a value that is not finite.
+  virtual void queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) = 0;
+  virtual void queueObjective(const std::vector<int>& columns, const std::vector<double>& values) = 0;
 
   // The heading under which people look for a setting of the solver's own dictionary (AbstractSolver::shortName); empty
   // for a key that is not provided.

@@ -56,7 +56,8 @@ TEST(Link, CallsGurobiInOrder) {
           R"(GRBsetdblattrarray(m1, "Obj", 0, 3, [1, 0, 2]))", R"(GRBsetdblattr(m1, "ObjCon", 10))",
           // solve
           "GRBupdatemodel(m1)", R"(GRBgetintparam(m1.env, "PDHGGPU", *))", "GRBsetlogcallbackfunc(m1, *, *)",
-          "GRBoptimize(m1)", R"(GRBgetintattr(m1, "Status", *))"));
+          R"(GRBgetintattr(m1, "IsMIP", *))", R"(GRBgetintattr(m1, "NumQNZs", *))",
+          R"(GRBgetintattr(m1, "NumQCNZs", *))", "GRBoptimize(m1)", R"(GRBgetintattr(m1, "Status", *))"));
   EXPECT_THAT(std::vector<std::string>(resultsFrom, calls.end()), testing::Each(testing::StartsWith("GRBget")));
   EXPECT_EQ(link.gurobi->count(Fn::GRBgetdblattrarray), 4) << "one per quantity: X, RC, Slack, Pi";
   EXPECT_EQ(link.gurobi->count(Fn::GRBgetintattrarray), 2) << "VBasis, CBasis";

@@ -39,15 +39,18 @@ class SolveTest : public testing::Test {
 };
 
 TEST_F(SolveTest, CallsInOrderWithoutAndWithAListener) {
+  const std::string status = R"(GRBgetintattr(m1, "Status", *))";
   EXPECT_EQ(solver.solve(), Termination::finished);
   EXPECT_THAT(gurobi->takeCalls(),
               ElementsAre(R"(GRBgetintparam(m1.env, "PDHGGPU", *))", "GRBsetlogcallbackfunc(m1, *, *)",
-                          "GRBoptimize(m1)", R"(GRBgetintattr(m1, "Status", *))"));
+                          R"(GRBgetintattr(m1, "IsMIP", *))", R"(GRBgetintattr(m1, "NumQNZs", *))",
+                          R"(GRBgetintattr(m1, "NumQCNZs", *))", "GRBoptimize(m1)", status, status, status));
   solver.setCallback(listener);
+  gurobi->scriptAttr("IsMIP", 1);
   solver.solve();
   EXPECT_THAT(gurobi->takeCalls(), ElementsAre(R"(GRBgetintparam(m1.env, "PDHGGPU", *))",
                                                "GRBsetlogcallbackfunc(m1, *, *)", "GRBsetcallbackfuncadv(m1, *, *, 48)",
-                                               "GRBoptimize(m1)", R"(GRBgetintattr(m1, "Status", *))"));
+                                               R"(GRBgetintattr(m1, "IsMIP", *))", "GRBoptimize(m1)", status, status));
 }
 
 TEST_F(SolveTest, WarnsWhenTheLibraryCannotUseTheGpuThatIsAskedFor) {

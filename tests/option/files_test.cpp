@@ -111,14 +111,15 @@ TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
   set("writeprob", "x.lp");
   onReading({{"threads", 2}});
   solver.solve();
+  std::vector<std::string> calls = gurobi->takeCalls();
+  std::erase_if(calls, [](const std::string& call) { return call.starts_with("GRBgetintattr"); });
   EXPECT_THAT(
-      gurobi->takeCalls(),
+      calls,
       ElementsAre(R"(GRBgetintparam(m1.env, "PDHGGPU", *))", "GRBsetlogcallbackfunc(m1, *, *)",
                   R"(GRBgetparamtype(m1.env, "Threads"))", R"(GRBgetintparaminfo(m1.env, "Threads", *, *, *, *))",
                   R"(GRBgetintparam(m1.env, "Threads", *))",  // to be put back
                   fmt::format("GRBreadparams(m1.env, \"{}\")", read), R"(GRBgetintparam(m1.env, "Threads", *))",
-                  R"(GRBwrite(m1, "x.lp"))", "GRBoptimize(m1)", fmt::format("GRBwriteparams(m1.env, \"{}\")", write),
-                  R"(GRBgetintattr(m1, "Status", *))"));
+                  R"(GRBwrite(m1, "x.lp"))", "GRBoptimize(m1)", fmt::format("GRBwriteparams(m1.env, \"{}\")", write)));
   EXPECT_EQ(log->text, "");
 
   for (const Fn step : {Fn::GRBgetintparaminfo, Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBoptimize, Fn::GRBwriteparams}) {
