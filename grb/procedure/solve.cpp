@@ -8,6 +8,7 @@
 #include "grb/procedure/iis.h"
 #include "grb/procedure/parameter_file.h"
 #include "grb/procedure/relaxation.h"
+#include "grb/procedure/tuning.h"
 #include "grb/procedure/warm_start.h"
 #include "grb/result/solution_status.h"
 
@@ -68,9 +69,11 @@ void solveModel(Data& data) {
 // What the options ask for: one thing, whatever else is set.
 void runProcedure(Data& data) {
   data.outcome = {};
-  if (data.options.isSetTo(IntOption::iis, 2) && !data.options.isSetTo(IntOption::feasopt, 1)) return reportIis(data);
+  const bool relaxes = data.options.isSetTo(IntOption::feasopt, 1);
+  if (!relaxes && data.options.isSetTo(IntOption::iis, 2)) return reportIis(data);
+  if (!relaxes && !data.options.file(FileOption::tuning).empty()) return tune(data);
   data.outcome.hasSolved = true;
-  if (data.options.isSetTo(IntOption::feasopt, 1)) return solveRelaxation(data);
+  if (relaxes) return solveRelaxation(data);
   solveModel(data);
 }
 
