@@ -63,6 +63,10 @@ def nl(names="c1\ncost\n", **parts):
     return {"model.nl": NL.format(**linear | parts), "model.row": names}
 
 
+def lp(text):
+    return {"model.lp": text}
+
+
 SECTIONS = ("SOS1", "SOS2", "CSECTION", "PWLNAM", "PWLCON", "BRANCH", "SCENARIOS")
 
 
@@ -101,6 +105,11 @@ NOTED = [
     mps(end=" s c1 3\n"),
     mps(end="SOS\n S1 s\n x 1\n"),
     mps(columns=f" {'n' * 256} c1 1\n"),
+    lp("min x + 3\nst\n x >= 1\nend"),
+    lp("min 2x\nst\n 2x >= 1\nend"),
+    lp("min [ x ^2 ]\nst\n x >= 1\nend"),
+    lp("min x\nst\n x >= 1\nbounds z <= 4\nend"),
+    lp("min x\nst\n x >= 1\n"),
     nl(head="S0 1 hintpri\n0 1\nS0 1 direction\n1 1\n"),
     nl(head="S0 1 sosno\n0 1\nS0 0 ref\n"),
 ]
