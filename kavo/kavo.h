@@ -272,8 +272,8 @@ KAVO_API int kavo_name(trpRec* model, int kind, size_t index, const char** name)
 /* ---- files ---- */
 
 /* Reads a model into an empty one, by the ending of the path: .nl (text or binary; with .row and .col beside it), .mps,
- * .mps.gz, .lp, .lp.gz. A path without a known ending is tried with .nl added. The error names file, line or byte, and what was
- * expected. */
+ * .mps.gz, .lp, .lp.gz. A path without a known ending is tried with .nl added. The error names file, line or byte, and
+ * what was expected. */
 KAVO_API int kavo_read(trpRec* model, const char* path);
 
 /* The .sol file of the AMPL protocol. message: lines before the options block, no line may start with "Options". The

@@ -159,6 +159,7 @@ TEST(LpErrors, OfGeneralConstraints) {
       line("g: x = SIN ( y , b )", "SIN takes 1 column, not 2"),
       line("g: x = MAX ( )", "MAX of nothing"),
       line("g: x = MAX ( y,b )", "there is no variable \"y,b\"; blanks must stand around the commas of a list"),
+      line("g: x = MAX ( y , )", "expected a variable or a number, found \")\""),
       line("g: x = MAX ( y , , b )", "expected a variable or a number, found \",\""),
       line("g: x = MIN ( y , 1e20 )", "MIN takes numbers below 1e20 in size, not 1e+20"),
       line("g: x = AND ( y , b )", "AND takes binary columns, y is not binary"),

@@ -144,7 +144,7 @@ TEST(LpObjective, HasSenseTermsAndConstant) {
 TEST(LpNotes, TellWhatMayBeMeantOtherwise) {
   const Table cases = {
       {"min x\nst\n c: 3 x >= 2\nend", ""},
-      {"min x + 3\nst\n c: 3 + x + 4 >= 2\nend",
+      {"min x + 3\nst\n c: 3 + x >= 2\n d: 3 <= x\nend",
        "numbers without a variable (\"3\" on line 1 and 1 more) are constants; Gurobi takes them for names of "
        "variables"},
       {"min x + 3\nst\n c: 2 3 + x >= 2\nend",

@@ -166,7 +166,7 @@ class FunctionReader {
   }
 
   void readList() {
-    while (words_.first() != ')') {
+    while (words_.first() != ')' || !(constraint_.columns.empty() && constraint_.constants.empty())) {
       cutOperand();
       const bool isKnown = reading_.columnIndex.find(words_.word()) != NameIndex::kNone;
       if (isKnown || (reading_.isName() && !reading_.isNumber())) {

@@ -52,6 +52,8 @@ Side Sum::read(Place place, double factor) {
   do {
     readTerm(side);
   } while (goesOn(side));
+  const bool mayBeName = place_ == Place::kObjective || (place_ == Place::kLeft && side.variables > 0);
+  if (mayBeName && side.numbers > 0) reading_.bareNumbers.see(bareNumber_, bareLine_);
   return side;
 }
 
@@ -118,10 +120,10 @@ void Sum::addBareNumber(Side& side, std::string_view word, double value, double 
     ++side.bareNames;
     return addVariable(side, word, sign);
   }
-  if (place_ == Place::kObjective || (place_ == Place::kLeft && side.variables > 0)) {
-    reading_.bareNumbers.see(word, words_.lineBefore());
+  if (side.numbers++ == 0) {
+    bareNumber_ = word;
+    bareLine_ = words_.lineBefore();
   }
-  ++side.numbers;
   side.constant += sign * value;
 }
 

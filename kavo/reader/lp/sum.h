@@ -55,6 +55,8 @@ class Sum {
   Words& words_;
   Place place_ = Place::kLeft;
   double factor_ = 1;
+  std::string_view bareNumber_;  // the first one of the side
+  std::size_t bareLine_ = 0;
   LinearTerms linear_;
   std::vector<int> first_, second_;  // the products of two columns
   std::vector<double> value_;
