@@ -35,7 +35,7 @@ class TuningTest : public testing::Test {
     set("tuning", "a.mps");
     gurobi->takeCalls();
   }
-  ~TuningTest() override { fs::current_path(before); }
+  void TearDown() override { fs::current_path(before); }
   void set(const std::string& option, const std::string& text) {
     solver.makeModelAttributes("grb", {})->get(option).as<std::string>().set(text);
   }
