@@ -88,6 +88,9 @@ void Link::run() {
   }
   // What cannot be taken is refused before a licence is.
   load::TranslatedModel model = load::translate(model_, *solver_, settings::rewriteOptions(given));
+  if (const rewrite::Beyond* beyond = model.sent.beyond()) {
+    for (const std::string& note : beyond->notes) kavo_link_note(model_, note.c_str());
+  }
   if (solver_->hasModel()) {
     solver_->clear();
   } else {

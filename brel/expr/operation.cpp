@@ -66,10 +66,10 @@ double applyTruth(Op op, Values x, double tolerance) {
       return truth(std::fabs(x[0]) <= tolerance, x[0]);
     case Op::logicalNot:
       return truth(!isTrue(x[0]), x[0]);
-    case Op::logicalAnd:
-      return of<fn::BoolAnd>(x);
+    case Op::logicalAnd:  // one that is false decides, whatever the others are
+      return std::find(x.begin(), x.end(), 0.0) != x.end() ? 0 : of<fn::BoolAnd>(x);
     case Op::logicalOr:
-      return of<fn::BoolOr>(x);
+      return std::any_of(x.begin(), x.end(), isTrue) ? 1 : of<fn::BoolOr>(x);
     case Op::ifAndOnlyIf:
       return truth(isTrue(x[0]) == isTrue(x[1]), x[0] + x[1]);
     case Op::allDifferent:

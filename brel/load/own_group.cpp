@@ -25,9 +25,14 @@ T convert(const OwnGroupSource& source, const char* suffix, int element, double 
   }
 }
 
+// Whether larger or smaller values of the host's mean more to it. Where the larger do, 0 means nothing at all; solvers
+// are told the smaller ones first.
+enum class Order { asItIs, largerFirst };
+
 // The host's values at the positions of the block, `otherwise` for elements without one. Empty when the host has none.
 template <class T>
-tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, T otherwise) {
+tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, T otherwise,
+                                Order order = Order::asItIs) {
   kavo_suffix given{};
   checkHost(kavo_link_suffix(source.host, source.kind, name, &given));
   if (given.count == 0) return {};
@@ -35,7 +40,9 @@ tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, 
   container->growTo(source.count);
   std::unordered_map<int, T> byElement;
   for (std::size_t k = 0; k < given.count; ++k) {
-    const T value = convert<T>(source, name, given.index[k], given.value[k]);
+    if (order == Order::largerFirst && given.value[k] == 0) continue;
+    const double meant = order == Order::largerFirst ? -given.value[k] : given.value[k];
+    const T value = convert<T>(source, name, given.index[k], meant);
     source.element.empty() ? container->set(given.index[k], value, 0) : void(byElement[given.index[k]] = value);
   }
   for (std::size_t position = 0; position < source.element.size(); ++position) {
@@ -49,8 +56,8 @@ class GroupMaker {
  public:
   explicit GroupMaker(const OwnGroupSource& source) : source_(source) {}
 
-  GroupMaker& store(const char* name) {
-    return set(name, values<double>(source_, name, std::numeric_limits<double>::quiet_NaN()));
+  GroupMaker& store(const char* name, Order order = Order::asItIs) {
+    return set(name, values<double>(source_, name, std::numeric_limits<double>::quiet_NaN(), order));
   }
   GroupMaker& sent(const char* name, int otherwise) { return set(name, values<int>(source_, name, otherwise)); }
   std::shared_ptr<tav::opt::BlockGroup> group() const { return group_; }
@@ -70,7 +77,11 @@ constexpr int kNoPartition = -1;
 }  // namespace
 
 std::shared_ptr<tav::opt::BlockGroup> columnGroup(const OwnGroupSource& source) {
-  return GroupMaker(source).store("feaspref").store("priority").sent("partition", kNoPartition).group();
+  return GroupMaker(source)
+      .store("feaspref")
+      .store("priority", Order::largerFirst)
+      .sent("partition", kNoPartition)
+      .group();
 }
 
 std::shared_ptr<tav::opt::BlockGroup> rowGroup(const OwnGroupSource& source) {

@@ -1,5 +1,7 @@
 #include "brel/result/write_back.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -171,6 +173,15 @@ double gapOf(double objective, double bound) {
 // What Gurobi holds as its bound then bounds nothing.
 bool isUnboundedOrInfeasible(int status) { return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED; }
 
+// What was solved is not the user's model then, and its objective value not the user's.
+void tellRelaxation(trpRec* host, double value, kavo_finish& finish) {
+  finish.status = KAVO_UNKNOWN;
+  finish.stop = KAVO_STOP_SUBOPTIMAL;
+  finish.objective = finish.bound = finish.gap = kUnknown;
+  const auto note = fmt::format("the values are those of a feasible relaxation, whose cost is {}", value);
+  kavo_link_note(host, note.c_str());
+}
+
 kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
   using A = tav::opt::ModelAttribute;
   const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
@@ -197,7 +208,10 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::TranslatedMod
 }  // namespace
 
 void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
-  const kavo_finish finish = finishOf(solver, model);
+  kavo_finish finish = finishOf(solver, model);
+  const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  const auto relaxation = services != nullptr ? services->relaxation() : std::nullopt;
+  if (relaxation && finish.solutions > 0) tellRelaxation(host, *relaxation, finish);
   Writer writer(host, solver, model);
   writer.writeColumns(finish.solutions > 0);
   std::optional<rewrite::UserPoint> point;

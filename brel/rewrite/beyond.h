@@ -123,6 +123,7 @@ struct Beyond {
   std::shared_ptr<tav::math::Expression<double>> expressions = std::make_shared<tav::math::Expression<double>>();
   std::shared_ptr<const expr::Graph> graph;  // of the user's expressions and of what the rules made of them
   UserNodes nodes;
+  std::vector<std::string> notes;  // for the user, about what was taken otherwise than it is written
 };
 
 }  // namespace brel::rewrite

@@ -1,6 +1,9 @@
 #include "brel/rewrite/lowering.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 
 #include "brel/rewrite/expression_rules.h"
 
@@ -34,6 +37,42 @@ bool mayHaveResult(Op op) {
   }
 }
 
+bool isWhole(double value) { return value == std::round(value); }
+
+// The values of child k for which a function is defined; whether 0 is not among them although it lies within.
+struct Domain {
+  Interval values;
+  bool withoutZero = false;
+};
+
+Domain domainOf(Op op, double value, std::size_t k) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  switch (op) {
+    case Op::log:
+    case Op::log2:
+    case Op::log10:
+    case Op::logBase:
+    case Op::generalPower:
+      return k == 0 ? Domain{{0, kInfinite}, true} : Domain{};
+    case Op::sqrt:
+      return {{0, kInfinite}};
+    case Op::power:
+      return {{isWhole(value) ? -kInfinite : 0, kInfinite}, value < 0};
+    case Op::divide:
+    case Op::mod:
+    case Op::integerDivide:
+      return {{}, k == 1};
+    case Op::asin:
+    case Op::acos:
+    case Op::atanh:
+      return {{-1, 1}};
+    case Op::acosh:
+      return {{1, kInfinite}};
+    default:
+      return {};
+  }
+}
+
 }  // namespace
 
 Lowering::Lowering(Rewriter& rewriter)
@@ -44,11 +83,14 @@ Lowering::Lowering(Rewriter& rewriter)
       firstGuard_(sources_, -1),
       result_(sources_, kNoNode),
       lowered_(sources_, kNoNode),
+      conditions_(rewriter),
+      matters_(sources_, Conditions::kNever),
       uses_(sources_, 0),
       treeSize_(sources_, 1) {}
 
 void Lowering::need(NodeId node, std::uint8_t what) {
   need_[index(node)] |= what;
+  matters_[index(node)] = Conditions::kAlways;
   if (element_[index(node)] < 0) element_[index(node)] = static_cast<int>(elements_.size()) - 1;
 }
 
@@ -66,6 +108,23 @@ bool Lowering::setResult(NodeId node, NodeId column) {
 NodeId Lowering::result(NodeId node, std::string_view what) {
   const NodeId given = result_[index(node)];
   return given != kNoNode ? given : rewriter_.addColumn(graph().interval(node), graph().isInteger(node), node, what);
+}
+
+NodeId Lowering::argument(NodeId node, std::size_t k) {
+  const NodeId child = lowered(graph().children(node)[k]);
+  const Conditions::Id where = matters_[index(node)];
+  if (where == Conditions::kAlways) return child;
+  const Domain domain = domainOf(graph().op(node), graph().value(node), k);
+  const Interval bounds = graph().interval(child);
+  const bool isInside = domain.values.lower <= bounds.lower && bounds.upper <= domain.values.upper;
+  const bool hasZero = domain.withoutZero && bounds.lower <= 0 && bounds.upper >= 0;
+  if (isInside && !hasZero) return child;
+  Interval allowed{std::max(bounds.lower, domain.values.lower), std::min(bounds.upper, domain.values.upper)};
+  if (allowed.lower > allowed.upper) allowed = domain.values;
+  if (hasZero) allowed.upper = std::max(allowed.upper, 1.0);
+  const NodeId safe = rewriter_.addColumn(allowed, graph().isInteger(child), child, "safe");
+  rewriter_.addIndicator(conditions_.literal(where), graph().subtract(safe, child), RowType::equal, "safe");
+  return safe;
 }
 
 NodeId Lowering::finish(NodeId node, NodeId value) {
@@ -104,8 +163,8 @@ NodeId Lowering::guardedOperand(NodeId node, Literal& when) {
 void Lowering::passOn(NodeId node) {
   std::uint8_t& needed = need_[index(node)];
   const Op op = graph().op(node);
-  if (firstGuard_[index(node)] >= 0) passGuardsOn(node);
-  if (needed == 0) return;
+  if (firstGuard_[index(node)] >= 0 && !isComparison(op)) passGuardsOn(node);
+  if (needed == 0 && firstGuard_[index(node)] < 0) return;
   switch (op) {
     case Op::constant:
     case Op::variable:
@@ -125,21 +184,45 @@ void Lowering::passOn(NodeId node) {
     case Op::ifAndOnlyIf:
       if (needed & kTrue) joinEquivalent(node);
       break;
-    case Op::ifThenElse:
     case Op::allDifferent:
-      // as a truth value it is enforced by its result, but for "all different"
-      if (needed & kTrue && op != Op::allDifferent) needed |= kOne;
       if (needed & kFalse) needed |= kZero;
       break;
-    default:
+    case Op::lessEqual:
+    case Op::less:
+    case Op::equal:
+      return passToOperand(node);
+    case Op::ifThenElse: {
+      const NodeId condition = graph().children(node)[0];
+      const Conditions::Id outer = matters_[index(node)];
+      if ((needed & (kTrue | kFalse)) != 0) needed |= kBoth;
+      passTo(condition, node, kBoth);
+      passTo(graph().children(node)[1], node, kBoth, conditions_.whenTruth(condition, true, outer));
+      return passTo(graph().children(node)[2], node, kBoth, conditions_.whenTruth(condition, false, outer));
+    }
+    default:  // a number that is 0 or 1 is enforced by its value
+      if ((needed & (kTrue | kFalse)) != 0) needed |= kBoth;
       break;
   }
   for (const NodeId child : graph().children(node)) passTo(child, node, kBoth);
 }
 
-void Lowering::passTo(NodeId child, NodeId parent, std::uint8_t what) {
+void Lowering::passTo(NodeId child, NodeId parent, std::uint8_t what, Conditions::Id where) {
   need_[index(child)] |= what;
+  matters_[index(child)] = conditions_.either(matters_[index(child)], where);
   if (element_[index(child)] < 0) element_[index(child)] = element_[index(parent)];
+}
+
+// What a comparison compares matters where its result must be true, or false; where it must tell both, always.
+void Lowering::passToOperand(NodeId node) {
+  const NodeId operand = graph().children(node)[0];
+  const std::uint8_t needed = need_[index(node)];
+  const Conditions::Id outer = matters_[index(node)];
+  if (needed != 0 && needed != kOne && needed != kZero) return passTo(operand, node, kBoth);
+  if (needed != 0) passTo(operand, node, kBoth, conditions_.whenTruth(node, needed == kOne, outer));
+  for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
+    const Literal when = guards_[static_cast<std::size_t>(g)].literal;
+    passTo(operand, node, kBoth, conditions_.whenLiteral(when, Conditions::kAlways));
+  }
 }
 
 void Lowering::passOnOr(NodeId node, std::uint8_t needed) {
@@ -157,7 +240,6 @@ void Lowering::passOnOr(NodeId node, std::uint8_t needed) {
 
 void Lowering::passGuardsOn(NodeId node) {
   const Op op = graph().op(node);
-  if (isComparison(op)) return passTo(graph().children(node)[0], node, kBoth);
   if (op != Op::logicalAnd) {
     need_[index(node)] |= kOne;
     return;
@@ -212,6 +294,7 @@ void Lowering::run() {
     if (isLeaf || (need_[i] & kBoth) != 0) lowered_[i] = lower(node);
     enforce(node);
   }
+  conditions_.close([this](NodeId truth) { return lowered(truth); });
 }
 
 NodeId Lowering::lower(NodeId node) {
@@ -275,7 +358,8 @@ NodeId Lowering::lower(NodeId node) {
 
 NodeId Lowering::copyWithLoweredChildren(NodeId node) {
   const Op op = graph().op(node);
-  const std::vector<NodeId> children = loweredChildren(node);
+  std::vector<NodeId> children;
+  for (std::size_t k = 0; k < graph().children(node).size(); ++k) children.push_back(argument(node, k));
   if (op == Op::sum) {
     std::vector<expr::Term> terms;
     for (std::size_t k = 0; k < children.size(); ++k) terms.push_back({children[k], graph().coefficients(node)[k]});
@@ -286,8 +370,13 @@ NodeId Lowering::copyWithLoweredChildren(NodeId node) {
       return graph().product(children[0], children[1]);
     case Op::divide:
       return graph().call(op, children[0], children[1]);
-    case Op::power:
     case Op::exponential:
+      // Gurobi's presolve solves constant ^ expression wrongly, unless the exponent is a variable
+      if (!graph().isVariable(children[0])) {
+        return graph().call(Op::exp, graph().scale(children[0], std::log(graph().value(node))));
+      }
+      return graph().call(op, children[0], graph().value(node));
+    case Op::power:
     case Op::signedPower:
       return graph().call(op, children[0], graph().value(node));
     default:

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "brel/rewrite/conditions.h"
 #include "brel/rewrite/rewriter.h"
 
 namespace brel::rewrite {
@@ -37,6 +38,9 @@ class Lowering {
   Rewriter& rewriter() { return rewriter_; }
   Graph& graph() { return rewriter_.graph(); }
   std::vector<NodeId> loweredChildren(NodeId node);
+  // The lowered form of child k. Where the node matters under a condition only and its function is not defined for all
+  // values of the child, a column that is the child's value under that condition and anything allowed elsewhere.
+  NodeId argument(NodeId node, std::size_t k);
   // The column for the result of a rule: the user's own or a new one, with the bounds of the node.
   NodeId result(NodeId node, std::string_view what);
   // For rules whose result is no column but a lowered node: the node, or the user's column after a row that makes it
@@ -58,7 +62,9 @@ class Lowering {
   static std::size_t index(NodeId node) { return static_cast<std::size_t>(node); }
   void need(NodeId node, std::uint8_t what);
   void passOn(NodeId node);
-  void passTo(NodeId child, NodeId parent, std::uint8_t what);
+  void passTo(NodeId child, NodeId parent, std::uint8_t what) { passTo(child, parent, what, matters_[index(parent)]); }
+  void passTo(NodeId child, NodeId parent, std::uint8_t what, Conditions::Id where);
+  void passToOperand(NodeId node);
   void passOnOr(NodeId node, std::uint8_t needed);
   void passGuardsOn(NodeId node);
   void joinEquivalent(NodeId node);
@@ -82,9 +88,11 @@ class Lowering {
   std::vector<Guard> guards_;
   std::vector<NodeId> result_;  // by node: its result when the user has it, kNoNode
   std::vector<NodeId> lowered_;
-  std::vector<int> uses_;             // by node: by how many others its text would be repeated
-  std::vector<float> treeSize_;       // by node: the number of nodes when it is written out
-  std::deque<std::string> elements_;  // a deque, since names are lent
+  Conditions conditions_;
+  std::vector<Conditions::Id> matters_;  // by node: where its value matters
+  std::vector<int> uses_;                // by node: by how many others its text would be repeated
+  std::vector<float> treeSize_;          // by node: the number of nodes when it is written out
+  std::deque<std::string> elements_;     // a deque, since names are lent
 };
 
 }  // namespace brel::rewrite

@@ -51,6 +51,8 @@ void pushTerms(QuadraticTerms& terms, const expr::Parts& parts) {
 Rewriter::Rewriter(Graph& graph, Beyond& beyond, ColumnPlace place, bool hasNames, RewriteOptions options)
     : graph_(graph), beyond_(beyond), place_(place), hasNames_(hasNames), options_(options), splitter_(graph) {}
 
+void Rewriter::note(std::string_view what) { beyond_.notes.push_back(fmt::format("{}: {}", element_, what)); }
+
 std::string Rewriter::nameFor(std::string_view what) {
   return hasNames_ ? fmt::format("{}_{}{}", element_, what, ++named_) : std::string();
 }

@@ -55,6 +55,9 @@ class Rewriter {
   // The user's element for which something is made now; names begin with it.
   void setElement(std::string_view name) { element_ = name; }  // which must live on
 
+  // Tells the user something about the element.
+  void note(std::string_view what);
+
   // ---- columns ----
   // An auxiliary column as a node. definition: see AuxiliaryColumns. what: a word for its name.
   NodeId addColumn(Interval bounds, bool isInteger, NodeId definition, std::string_view what);

@@ -7,7 +7,7 @@ namespace kavo {
 namespace {
 
 struct Entry {
-  std::string_view name = "";
+  std::string_view name;
   int arity = -2;
 };
 

@@ -102,9 +102,60 @@ const Case kNumeric[] = {
      "x7 = 2  (row 0)\n"},
     {"round", "(round x0 0)", 2, kInfinite,
      "x7 in [-4, 10] whole\n"
-     "x0 - x7 >= -0.5\n"
-     "x0 - x7 <= 0.5\n"
-     "x7 >= 2  (row 0)\n"},
+     "x8 in [0, 1] whole\n"
+     "x7 >= 2  (row 0)\n"
+     "x8 = 1: x0 >= 0\n"
+     "x8 = 0: x0 <= 0\n"
+     "x8 = 1: x0 - x7 >= -0.5\n"
+     "x8 = 1: x0 - x7 <= 0.4999\n"
+     "x8 = 0: x0 - x7 >= -0.4999\n"
+     "x8 = 0: x0 - x7 <= 0.5\n"},
+    {"modByVarying", "(mod x3 (minus x2 x1))", 1, 1,
+     "x7 in [-inf, inf] whole\n"
+     "x8 in [-inf, inf]\n"
+     "x9 in [0.0001, 10]\n"
+     "x10 in [-10, 7]\n"
+     "x1 - x2 + x10 = 0\n"
+     "x8 >= 0\n"
+     "x8 - x9 <= -0.0001\n"
+     "x8 = 1  (row 0)\n"
+     "-x3 + x8 - x1*x7 + x2*x7 = 0\n"
+     "Subtract(x9, Abs(x10)) = 0\n"},
+    {"modByWhole", "(mod x3 x2)", 1, 1,
+     "x7 in [0, 3] whole\n"
+     "x8 in [-9, 3] whole\n"
+     "x2 >= 1\n"
+     "x8 >= 0\n"
+     "-x2 + x8 <= -1\n"
+     "x8 = 1  (row 0)\n"
+     "-x3 + x8 + x2*x7 = 0\n"},
+    {"constantToAnExpression", "(power 3 (plus x0 x1))", -kInfinite, 9,
+     "Add( + -9, Exp(Add(Multiply(1.09861, x0), Multiply(1.09861, x1)))) <= 0  (row 0)\n"},
+    {"branchWithDomain", "(if (>= x0 0) (sqrt x0) -1)", -kInfinite, 1,
+     "x7 in [0, 1] whole\n"
+     "x8 in [0, 10]\n"
+     "x9 in [0, 1] whole\n"
+     "x10 in [-1, 3.16228]\n"
+     "x11 in [0, 3.16228]\n"
+     "-x7 + x9 >= 0\n"
+     "x10 <= 1  (row 0)\n"
+     "x7 = 1: -x0 <= 0\n"
+     "x7 = 0: -x0 >= 0.0001\n"
+     "x9 = 1: -x0 + x8 = 0\n"
+     "x7 = 1: x10 - x11 = 0\n"
+     "x7 = 0: x10 = -1\n"
+     "Add(x11, Negate(SquareRoot(x8))) = 0\n"},
+    {"angle", "(atan2 x0 x1)", -kInfinite, 1,
+     "x7 in [-3.14159, 3.14159]\n"
+     "x8 in [0, 14.1421]\n"
+     "x9 in [0, 1] whole\n"
+     "x7 <= 1  (row 0)\n"
+     "x9 = 1: x0 <= -0.0001\n"
+     "x9 = 1: x7 <= 0\n"
+     "x9 = 0: x0 >= 0\n"
+     "x9 = 0: x7 >= 0\n"
+     "Add(-x0, Multiply(x8, Sin(x7))) = 0\n"
+     "Add(-x1, Multiply(x8, Cos(x7))) = 0\n"},
     {"trunc", "(trunc x0 0)", 2, kInfinite,
      "x7 in [-4, 10] whole\n"
      "x8 in [0, 1] whole\n"
@@ -224,6 +275,19 @@ const Case kLogical[] = {
      "x7 in [0, 1] whole\n"
      "-x4 - x7 >= -1\n"
      "x7 = 0: -x0 >= -1\n"},
+    {"orWithDomain", "(or (<= x0 0) (<= (log x0) 1))", kNan, kNan,
+     "x7 in [0, 1] whole\n"
+     "x8 in [0, 10]\n"
+     "x9 in [0, 1] whole\n"
+     "x10 in [-inf, 2.30259]\n"
+     "x11 in [0, 1] whole\n"
+     "x7 + x11 >= 1\n"
+     "x9 - x11 >= 0\n"
+     "x7 = 1: x0 <= 0\n"
+     "x9 = 1: -x0 + x8 = 0\n"
+     "x11 = 1: x10 <= 1\n"
+     "Add(x10, Negate(Log(x8))) = 0\n"},
+    {"productAsTruth", "(times x4 x5)", kNan, kNan, "x4*x5 = 1\n"},
     {"equivalence", "(<==> x4 (<= x0 1))", kNan, kNan,
      "x4 = 1: x0 <= 1\n"
      "x4 = 0: x0 >= 1.0001\n"},

@@ -11,7 +11,7 @@ UNARY = {
 }
 BINARY = {
     "plus": 0, "minus": 1, "times": 2, "divide": 3, "mod": 4, "less": 6, "or": 20, "and": 21, "<": 22, "<=": 23,
-    "=": 24, ">=": 28, ">": 29, "!=": 30, "div": 55, "<==>": 73, "atan2": 48, "power": 5,
+    "=": 24, ">=": 28, ">": 29, "!=": 30, "div": 55, "round": 57, "<==>": 73, "atan2": 48, "power": 5,
 }
 TERNARY = {"if": 35, "==>": 72}
 MANY = {"min": 11, "max": 12, "sum": 54, "count": 59, "numberof": 60, "forall": 70, "exists": 71, "alldiff": 74,
@@ -66,5 +66,6 @@ FUNCTIONS = {
     "exists": lambda *x: float(any(v != 0 for v in x)), "alldiff": lambda *x: float(len(set(x)) == len(x)),
     "norm1": lambda *x: math.fsum(map(abs, x)), "norm2": lambda *x: math.hypot(*x),
     "norminf": lambda *x: max(map(abs, x)), "floor": lambda x: float(math.floor(x)),
+    "round": lambda x, _: math.copysign(math.floor(abs(x) + 0.5), x),
     "ceil": lambda x: float(math.ceil(x)),
 }

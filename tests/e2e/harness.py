@@ -101,7 +101,7 @@ class Model(example.Kavo):
     def violation(self):
         """The largest violation of any kind at the point."""
         largest, value, element = 0.0, c_double(), c_longlong()
-        for check in range(3):
+        for check in range(5):
             self.call("kavo_violation", check, byref(value), byref(element))
             largest = max(largest, value.value)
         return largest

@@ -4,7 +4,7 @@ import itertools
 import math
 import random
 import unittest
-from ctypes import byref, c_char_p, c_double, c_int, c_size_t
+from ctypes import byref, c_double, c_int, c_size_t
 
 import formulas
 from harness import INF, Model
@@ -44,6 +44,8 @@ def random_tree(rng, depth, size):
         return f"x{rng.randrange(size)}" if rng.random() < 0.8 else round(rng.uniform(-3, 3), 2)
     word = rng.choice(list(formulas.CODES))
     count = 1 if word in formulas.UNARY else 2 if word in formulas.BINARY else 3
+    if word == "round":
+        return word, random_tree(rng, depth - 1, size), 0.0
     if word == "power":
         return word, random_tree(rng, depth - 1, size), rng.choice((2.0, 3.0, 0.5, -1.0, 1.5))
     return (word, *(random_tree(rng, depth - 1, size) for _ in range(count)))
@@ -64,7 +66,7 @@ class Operators(unittest.TestCase):
     def test_every_operator(self):
         point = [0.7, -1.3, 2.4]
         operands = {"acosh": ("x2",), "atanh": ("x0",), "asin": ("x0",), "acos": ("x0",), "log": ("x2",),
-                    "log10": ("x2",), "log2": ("x2",), "sqrt": ("x2",), "power": ("x2", 1.7)}
+                    "log10": ("x2",), "log2": ("x2",), "sqrt": ("x2",), "power": ("x2", 1.7), "round": ("x2", 0.0)}
         trees = []
         for word in formulas.CODES:
             count = 1 if word in formulas.UNARY else 2 if word in formulas.BINARY else 3
@@ -110,6 +112,56 @@ class Operators(unittest.TestCase):
                     wanted = formulas.value(tree, xs)
                     self.assertAlmostEqual(values[0], wanted, delta=1e-3 * max(1, abs(wanted)), msg=f"{tree} at {xs}")
                     self.assertLessEqual(values[0], formulas.value(tree, point) + 1e-3, tree)
+
+REAL, WHOLE, TRUTH = 0, 2, 1
+
+
+class Optima(unittest.TestCase):
+    """Least values worked out by hand: columns (lower, upper, kind), the objective, logical constraints."""
+
+    CASES = (
+        # a branch that is not taken keeps nothing from values where it is not defined
+        ([(-4, 4, REAL)], ("if", (">=", "x0", 0), ("sqrt", "x0"), -1), (), -1),
+        ([(-5, 5, REAL)], ("if", (">=", "x0", 1), ("log", "x0"), ("negate", ("square", "x0"))), (), -25),
+        ([(-5, 5, REAL)], "x0", (("or", ("<=", "x0", 0), ("<=", ("log", "x0"), 1)),), -5),
+        ([(1, 4, REAL), (0, 3, WHOLE)], ("minus", "x1", "x0"),
+         (("or", ("=", "x1", 0), ("<=", ("divide", "x0", "x1"), 2)),), -4),
+        ([(0, 0, WHOLE)], ("if", ("!=", "x0", 0), ("divide", 1, "x0"), 5), (), 5),
+        ([(-4, 4, REAL), (0, 1, TRUTH)],
+         ("if", ("and", "x1", (">=", "x0", 1)), ("if", (">=", "x0", 2), ("log", ("minus", "x0", 1)), "x0"), 3), (), 0),
+        # constants to the power of an expression
+        ([(0, 2, REAL)], ("power", 3, ("plus", "x0", 1)), (), 3),
+        ([(0, 2, REAL)], ("power", 0.5, ("square", "x0")), (), 0.0625),
+        ([(1, 3, REAL)], ("power", 1.1, ("minus", "x0", 2)), (), 1 / 1.1),
+        # numbers that are 0 or 1 as constraints and conditions
+        ([(0, 1, TRUTH)] * 2, ("minus", 0, ("sum", "x0", "x1")), (("not", ("times", "x0", "x1")),), -1),
+        ([(0, 1, TRUTH)] * 2, "x0", (("times", "x0", "x1"),), 1),
+        ([(0, 1, TRUTH)] * 2, ("sum", "x0", "x1"), (("max", "x0", "x1"),), 1),
+        ([(0, 1, TRUTH)] * 2, ("sum", "x0", "x1"), (("=", ("abs", ("minus", "x0", "x1")), 1),), 1),
+        ([(0, 1, TRUTH)] * 2 + [(-1, 9, REAL)], ("minus", "x2", ("or", ("times", "x0", "x1"), ("<=", "x2", 0))), (), -2),
+        ([(0, 1, TRUTH)] * 2 + [(-1, 9, REAL)], ("minus", 0, "x2"), (("and", ("times", "x0", "x1"), ("<=", "x2", 3)),), -3),
+        # division by what varies
+        ([(1, 20001, WHOLE)], ("div", 20000, "x0"), (), 0),
+        ([(-2, 3, WHOLE)], ("div", 3, "x0"), (), -3),
+        ([(30001, 30001, WHOLE), (30000, 30000, WHOLE)], ("mod", "x1", "x0"), (), 30000),
+        # the sides of a step and of an angle
+        ([(2.5, 2.5, REAL)], ("times", -1, ("round", "x0", 0)), (), -3),
+        ([(0, 0, REAL), (-1, -1, REAL)], ("atan2", "x0", "x1"), (), math.pi),
+    )
+
+    def test_least_values(self):
+        for columns, objective, logical, wanted in self.CASES:
+            with self.subTest(objective=objective, logical=logical), Model() as model:
+                model.add_columns([(None, *column) for column in columns])
+                numbers = add_expressions(model, [objective, *logical])
+                model.add_objective("min", [0.0] * len(columns))
+                model.call("kavo_set_expressions", 2, 1, (c_int * 1)(0), (c_int * 1)(numbers[0]))
+                if logical:
+                    model.call("kavo_add_logical", len(logical), (c_int * len(logical))(*numbers[1:]), None)
+                found = model.solve(timelimit=20)
+                self.assertEqual(found.status, "optimal")
+                self.assertAlmostEqual(found.objective, wanted, delta=1e-3)
+                self.assertLess(model.violation(), 1e-5)
 
 
 if __name__ == "__main__":

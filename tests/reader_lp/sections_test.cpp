@@ -45,7 +45,7 @@ TEST(LpFile, EverySectionIsRead) {
   EXPECT_THAT(model.suffixes[0].value, ElementsAre(2, -1));
   EXPECT_THAT(model.readNotes,
               ElementsAre(HasSubstr("numbers without a variable (\"3\" on line 8)"),
-                          "variables (\"i\" on line 20 and 2 more) stand in no row and no objective; "
+                          "variables (\"i\" on line 20 and 2 more) are first named behind rows and objectives; "
                           "check their names",
                           HasSubstr("FuncNonlinear of single constraints (\"g5\" on line 38) are left")));
 }
@@ -160,7 +160,7 @@ TEST(LpNotes, TellWhatMayBeMeantOtherwise) {
        "bounds of a variable (\"x\" on line 5) are given twice; the last "
        "ones count"},
       {"min x\nbounds\n z <= 2\ngen\n x z\nend",
-       "variables (\"z\" on line 3) stand in no row and no objective; check their names"},
+       "variables (\"z\" on line 3) are first named behind rows and objectives; check their names"},
       {"min x\nsos\n s: S1 :: x:1\nend",
        "sets (\"s\" on line 3) have fewer than two members and say nothing; they are left "
        "out"},

@@ -8,8 +8,6 @@
 namespace kavo::reader {
 namespace {
 
-using testing::HasSubstr;
-
 void expectMessages(const std::vector<BadText>& texts, kavo_status status = KAVO_FILE) {
   reader::expectMessages("model.mps", texts, status);
 }

@@ -37,7 +37,10 @@ void assign(Lowering& in, const std::vector<NodeId>& operands) {
   for (const NodeId operand : operands) {
     const Interval bounds = graph.interval(operand);
     std::vector<expr::Term> one, value{{operand, -1}};
-    for (double v = std::ceil(bounds.lower); v <= bounds.upper; ++v) {
+    const double first = std::ceil(bounds.lower);
+    const int count = static_cast<int>(std::floor(bounds.upper) - first) + 1;
+    for (int k = 0; k < count; ++k) {
+      const double v = first + k;
       const NodeId isValue = rewriter.addBinary(graph.call(Op::equal, graph.sum(-v, {{{operand, 1}}})), "is");
       one.push_back({isValue, 1});
       value.push_back({isValue, v});

@@ -37,7 +37,7 @@ NodeId lowerAndOr(Lowering& in, NodeId node) {
   std::vector<NodeId> operands;
   for (const NodeId child : in.loweredChildren(node)) {
     const Literal literal = rewriter.asLiteral(child);
-    operands.push_back(literal.positive ? child : rewriter.asColumn(child));
+    operands.push_back(literal.positive ? rewriter.literalNode(literal) : rewriter.asColumn(child));
   }
   rewriter.addFunction(op, result, operands);
   return result;

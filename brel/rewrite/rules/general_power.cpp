@@ -5,8 +5,11 @@ namespace brel::rewrite {
 // The solver takes a power only with a constant base or exponent.
 NodeId lowerGeneralPower(Lowering& in, NodeId node) {
   Graph& graph = in.graph();
-  const std::vector<NodeId> children = in.loweredChildren(node);
-  return graph.call(Op::exp, graph.product(children[1], graph.call(Op::log, children[0])));
+  const NodeId base = in.argument(node, 0), exponent = in.argument(node, 1);
+  if (graph.interval(base).lower < 0) {
+    in.rewriter().note("a power whose base and exponent vary is taken for positive bases only");
+  }
+  return graph.call(Op::exp, graph.product(exponent, graph.call(Op::log, base)));
 }
 
 }  // namespace brel::rewrite

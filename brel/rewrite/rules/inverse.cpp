@@ -21,6 +21,20 @@ NodeId inverse(Graph& graph, Op op, NodeId y) {
   }
 }
 
+// The angle is not negative where y is not, so that it is pi and not -pi where y is 0 and x negative.
+void keepUpperHalf(Rewriter& rewriter, NodeId y, NodeId angle) {
+  Graph& graph = rewriter.graph();
+  if (graph.interval(y).lower >= 0) return rewriter.addRow(angle, RowType::greaterOrEqual, "above");
+  if (graph.interval(y).upper < 0) return rewriter.addRow(angle, RowType::lessOrEqual, "below");
+  const NodeId below = rewriter.asAffine(y);
+  const int isBelow = graph.column(rewriter.addBinary(graph.call(Op::less, below), "below"));
+  rewriter.addIndicator({isBelow, true}, graph.sum(rewriter.stepOf(below), {{{below, 1}}}), RowType::lessOrEqual,
+                        "below");
+  rewriter.addIndicator({isBelow, true}, angle, RowType::lessOrEqual, "below");
+  rewriter.addIndicator({isBelow, false}, below, RowType::greaterOrEqual, "above");
+  rewriter.addIndicator({isBelow, false}, angle, RowType::greaterOrEqual, "above");
+}
+
 // The angle t of the point (x, y): y = r sin t, x = r cos t with r >= 0. At the origin any angle will do.
 NodeId lowerAngle(Lowering& in, NodeId node) {
   Graph& graph = in.graph();
@@ -40,6 +54,7 @@ NodeId lowerAngle(Lowering& in, NodeId node) {
   const NodeId cosine = graph.product(radius, graph.call(Op::cos, angle));
   rewriter.addRow(graph.subtract(sine, y), RowType::equal, "def");
   rewriter.addRow(graph.subtract(cosine, x), RowType::equal, "def");
+  keepUpperHalf(rewriter, y, angle);
   return angle;
 }
 
@@ -50,7 +65,7 @@ NodeId lowerInverse(Lowering& in, NodeId node) {
   Graph& graph = in.graph();
   const Op op = graph.op(node);
   if (op == Op::atan2) return lowerAngle(in, node);
-  const NodeId argument = in.lowered(graph.children(node)[0]);
+  const NodeId argument = in.argument(node, 0);
   const NodeId result = in.rewriter().addColumn(graph.interval(node), false, node, "inv");
   in.rewriter().addRow(graph.subtract(inverse(graph, op, result), argument), RowType::equal, "def");
   return result;

@@ -3,28 +3,28 @@
 namespace brel::rewrite {
 
 void keepWithin(Rewriter& rewriter, NodeId node, Range range) {
-  rewriter.addRow(rewriter.graph().sum(-range.low, {{{node, 1}}}), RowType::greaterOrEqual, "low");
-  rewriter.addRow(rewriter.graph().sum(-range.high, {{{node, 1}}}), RowType::lessOrEqual, "high");
+  Graph& graph = rewriter.graph();
+  rewriter.addRow(graph.subtract(node, range.low), RowType::greaterOrEqual, "low");
+  rewriter.addRow(graph.subtract(node, range.high), RowType::lessOrEqual, "high");
 }
 
 void keepWithinWhen(Rewriter& rewriter, Literal when, NodeId node, Range range) {
-  rewriter.addIndicator(when, rewriter.graph().sum(-range.low, {{{node, 1}}}), RowType::greaterOrEqual, "low");
-  rewriter.addIndicator(when, rewriter.graph().sum(-range.high, {{{node, 1}}}), RowType::lessOrEqual, "high");
+  Graph& graph = rewriter.graph();
+  rewriter.addIndicator(when, graph.subtract(node, range.low), RowType::greaterOrEqual, "low");
+  rewriter.addIndicator(when, graph.subtract(node, range.high), RowType::lessOrEqual, "high");
 }
 
-void keepSignedRemainder(Lowering& in, NodeId x, NodeId remainder, double most) {
-  Graph& graph = in.graph();
-  Rewriter& rewriter = in.rewriter();
+void keepBySign(Rewriter& rewriter, NodeId x, NodeId node, Range positive, Range negative) {
+  Graph& graph = rewriter.graph();
   const Interval bounds = graph.interval(x);
-  if (bounds.lower >= 0) return keepWithin(rewriter, remainder, {0, most});
-  if (bounds.upper <= 0) return keepWithin(rewriter, remainder, {-most, 0});
-  const NodeId isPositive = graph.call(Op::lessEqual, graph.negate(x));
-  const Literal positive = rewriter.asLiteral(rewriter.addBinary(isPositive, "sign"));
-  const Literal negative{positive.column, !positive.positive};
-  rewriter.addIndicator(positive, x, RowType::greaterOrEqual, "sign");
-  rewriter.addIndicator(negative, x, RowType::lessOrEqual, "sign");
-  keepWithinWhen(rewriter, positive, remainder, {0, most});
-  keepWithinWhen(rewriter, negative, remainder, {-most, 0});
+  if (bounds.lower >= 0) return keepWithin(rewriter, node, positive);
+  if (bounds.upper <= 0) return keepWithin(rewriter, node, negative);
+  const NodeId definition = graph.call(Op::lessEqual, graph.negate(x));
+  const int isPositive = graph.column(rewriter.addBinary(definition, "sign"));
+  rewriter.addIndicator({isPositive, true}, x, RowType::greaterOrEqual, "sign");
+  rewriter.addIndicator({isPositive, false}, x, RowType::lessOrEqual, "sign");
+  keepWithinWhen(rewriter, {isPositive, true}, node, positive);
+  keepWithinWhen(rewriter, {isPositive, false}, node, negative);
 }
 
 }  // namespace brel::rewrite

@@ -4,15 +4,15 @@
 
 namespace brel::rewrite {
 
-// Rows that keep `low` <= node <= `high`, wherever a literal is true or, without one, everywhere.
+// Rows that keep `low` <= node <= `high`, wherever a literal is true or, without one, everywhere. The bounds are nodes.
 struct Range {
-  double low, high;
+  NodeId low, high;
 };
 void keepWithin(Rewriter& rewriter, NodeId node, Range range);
 void keepWithinWhen(Rewriter& rewriter, Literal when, NodeId node, Range range);
 
-// Ties the remainder x - d q of a division that cuts toward zero to the sign of x: within [0, most] for x >= 0, within
-// [-most, 0] for x <= 0. A binary column tells the sign when the bounds of x do not.
-void keepSignedRemainder(Lowering& in, NodeId x, NodeId remainder, double most);
+// Keeps an affine node within one range where x is 0 or more, and within another where it is 0 or less. A binary column
+// tells the sign when the bounds of x do not.
+void keepBySign(Rewriter& rewriter, NodeId x, NodeId node, Range positive, Range negative);
 
 }  // namespace brel::rewrite

@@ -48,7 +48,7 @@ void Reading::finishNotes() {
   note(oddNames, "names of variables", "hold numbers or operators; blanks must stand around what is no part of a name");
   note(undivided, "the quadratic part of the objective", "ends without / 2; it counts as it is written");
   note(repeatedBounds, "bounds of a variable", "are given twice; the last ones count");
-  note(lateColumns, "variables", "stand in no row and no objective; check their names");
+  note(lateColumns, "variables", "are first named behind rows and objectives; check their names");
   note(smallSets, "sets", "have fewer than two members and say nothing; they are left out");
   note(attributes,
        "FuncPieces, FuncPieceLength, FuncPieceError, FuncPieceRatio and FuncNonlinear of single constraints",

@@ -69,7 +69,7 @@ struct Reading {
   Words words;
   const bool numbersAreNames;
   std::string_view section;  // the name of the current one, "" before the first
-  bool isLate = false;       // whether a variable that is new now stands in no row and no objective
+  bool isLate = false;       // whether a variable that is new now is named behind rows and objectives
   Model model;
   NameIndex columnIndex{model.columns.names};
   // Per column what is known of its type and bounds until finishColumns, ColumnFlag values together.
