@@ -7,7 +7,7 @@ namespace kavo {
 namespace {
 
 struct Entry {
-  std::string_view name;
+  const char* name = "";
   int arity = -2;
 };
 
@@ -15,7 +15,7 @@ constexpr int kCount = KAVO_OP_PIECEWISE_LINEAR_POINTS + 1;
 
 constexpr std::array<Entry, kCount> makeTable() {
   std::array<Entry, kCount> table{};
-  const auto set = [&table](Operator op, std::string_view name, int arity) {
+  const auto set = [&table](Operator op, const char* name, int arity) {
     table[static_cast<std::size_t>(op)] = {name, arity};
   };
   set(KAVO_OP_PLUS, "plus", 2), set(KAVO_OP_MINUS, "minus", 2), set(KAVO_OP_TIMES, "times", 2),
