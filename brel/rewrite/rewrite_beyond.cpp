@@ -75,6 +75,7 @@ class BeyondRewrite {
   void addUserRow(std::size_t row, NodeId lowered);
   void addUserIndicator(std::size_t row, NodeId lowered);
   void markTryNonlinear();
+  void noteLazyRows();
 
   const UserModel& user_;
   const kavo_columns& columns_;
@@ -206,6 +207,23 @@ void BeyondRewrite::markTryNonlinear() {
   }
 }
 
+// The solver takes lazy marks on linear rows only.
+void BeyondRewrite::noteLazyRows() {
+  kavo_suffix marks{};
+  checkHost(kavo_link_suffix(user_.host, KAVO_ROW, "lazy", &marks));
+  std::vector<unsigned char> isLinear(marks.count == 0 ? 0 : rows_.count, 0);
+  for (const int user : beyond_->linear.heads.user) {
+    if (marks.count > 0 && user != kNoUserRow) isLinear[static_cast<std::size_t>(user)] = 1;
+  }
+  std::size_t left = 0;
+  for (std::size_t k = 0; k < marks.count; ++k) {
+    const auto row = static_cast<std::size_t>(marks.index[k]);
+    left += marks.value[k] != 0 && beyond_->moved[row] != 0 && isLinear[row] == 0 ? 1 : 0;
+  }
+  if (left > 0)
+    beyond_->notes.push_back(fmt::format("the suffix lazy is ignored on {} rows that are not linear", left));
+}
+
 void BeyondRewrite::collectRows() {
   if (rows_.expression != nullptr) beyond_->nodes.row.assign(rows_.count, kNoNode);
   for (std::size_t i = 0; i < rows_.count; ++i) {
@@ -240,7 +258,8 @@ void BeyondRewrite::collectObjective() {
   const kavo_objective& given = *user_.objective;
   if (*given.name != '\0') objective_.element = given.name;
   const NodeId linear = sumOf(given.terms, given.column, given.value, given.constant);
-  objective_.node = withBeyond(linear, given.quadratic, given.expression, "objective " + objective_.element);
+  objective_.node = withBeyond(linear, given.quadratic, given.expression,
+                               *given.name == '\0' ? objective_.element : "objective " + objective_.element);
 }
 
 void BeyondRewrite::lower(Lowering& lowering) {
@@ -274,6 +293,7 @@ std::shared_ptr<const Beyond> BeyondRewrite::run() {
     isSwitched(work.row) ? addUserIndicator(work.row, lowered) : addUserRow(work.row, lowered);
   }
   markTryNonlinear();
+  noteLazyRows();
   rewriter_.setElement(objective_.element);
   if (objective_.node != kNoNode) rewriter_.setObjective(lowering.lowered(objective_.node));
   beyond_->graph = graph_;
