@@ -10,6 +10,10 @@ bool UserModel::isBeyondLinear() const {
          rows.indicator != nullptr;
 }
 
+std::string nameOf(const kavo_names& names, std::size_t i) {
+  return names.start == nullptr ? std::string() : std::string(names.text + names.start[i]);
+}
+
 UserModel userModel(trpRec* host) {
   UserModel user;
   user.host = host;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <string>
 
 #include "kavo/link.h"
 
@@ -19,6 +21,9 @@ struct UserModel {
   // Whether something is more than columns, linear rows, ordered sets and a linear objective.
   bool isBeyondLinear() const;
 };
+
+// "" when the element has none.
+std::string nameOf(const kavo_names& names, std::size_t i);
 
 // Raises what the host refuses.
 UserModel userModel(trpRec* host);

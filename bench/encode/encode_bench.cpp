@@ -4,34 +4,25 @@
 //   encode_bench [n ...]     default 10 100 1000 10000 100000 1000000
 
 #include <fmt/core.h>
-#include <time.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <vector>
 
 #include "bench/encode/shapes.h"
+#include "bench/timing.h"
 #include "grb/data.h"
 #include "grb/nonlinear/nonlinear_stack.h"
 #include "tests/double/gurobi_sink.h"
 
 namespace {
 
+using bench::median;
+using bench::now;
+
 constexpr int kVariables = 10;
 constexpr int kRuns = 15;
 constexpr std::size_t kNodesPerRun = 2000000;
-
-// Processor time of this thread: other programs on the machine do not count.
-double now() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
 
 struct Arrays {
   std::vector<int> opcodes, parents;

@@ -4,7 +4,6 @@
 //   load_bench [n ...]     default 10000 100000 1000000
 
 #include <fmt/core.h>
-#include <time.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,11 +12,15 @@
 
 #include "bench/load/allocations.h"
 #include "bench/load/synthetic_lp.h"
+#include "bench/timing.h"
 #include "brel/load/loader.h"
 #include "grb/solver.h"
 #include "tests/double/gurobi_sink.h"
 
 namespace {
+
+using bench::median;
+using bench::now;
 
 // The model as one would keep it to make nothing but Gurobi calls.
 struct ReadyArrays {
@@ -44,18 +47,6 @@ int runPlain(const grb::Api& api, GRBmodel* model, bench::SyntheticLp& lp, Ready
   failures += api.GRBsetintattr(model, "ModelSense", 1);
   failures += api.GRBsetdblattrarray(model, "Obj", 0, n, lp.cost.data());
   return failures + api.GRBsetdblattr(model, "ObjCon", 0);
-}
-
-// Processor time of this thread: other programs on the machine do not count.
-double now() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
 }
 
 void measure(std::size_t n) {

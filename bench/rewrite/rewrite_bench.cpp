@@ -4,7 +4,6 @@
 //   rewrite_bench [n ...]     default 1000 10000 100000
 
 #include <fmt/core.h>
-#include <time.h>
 
 #include <algorithm>
 #include <cmath>
@@ -12,10 +11,13 @@
 #include <numeric>
 #include <vector>
 
+#include "bench/timing.h"
 #include "brel/rewrite/rewrite_beyond.h"
 #include "kavo/kavo.h"
 
 namespace {
+
+using bench::now;
 
 struct Formulas {
   std::vector<std::size_t> start{0};
@@ -73,12 +75,6 @@ trpRec* modelOf(const Formulas& formulas, std::size_t n) {
   std::iota(numbers.begin(), numbers.end(), 0);
   require(kavo_set_expressions(model, KAVO_ROW, rows, numbers.data(), numbers.data()));
   return model;
-}
-
-double now() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 template <class Work>

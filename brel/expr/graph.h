@@ -128,6 +128,7 @@ class Graph {
   NodeId negate(NodeId a) { return scale(a, -1); }
   NodeId scale(NodeId a, double factor) { return sum(0, {{Term{a, factor}}}); }
   NodeId subtract(NodeId a, NodeId b) { return sum(0, {{Term{a, 1}, Term{b, -1}}}); }
+  NodeId complement(NodeId truth) { return sum(1, {{Term{truth, -1}}}); }  // 1 - truth, as a number
   NodeId logicalNot(NodeId a) { return call(Op::logicalNot, a); }
   NodeId truth(bool value) { return constant(value ? 1 : 0); }
 

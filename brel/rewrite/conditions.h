@@ -62,7 +62,7 @@ void Conditions::close(const Lowered& lowered) {
       tie(own, rewriter_.literalNode(condition.literal), condition.outer);
     } else {
       const NodeId truth = lowered(condition.truth);
-      tie(own, condition.literal.positive ? truth : rewriter_.graph().sum(1, {{{truth, -1}}}), condition.outer);
+      tie(own, condition.literal.positive ? truth : rewriter_.graph().complement(truth), condition.outer);
     }
   }
 }

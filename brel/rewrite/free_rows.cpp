@@ -24,9 +24,7 @@ class FreeRowsStep : public Step {
   std::vector<int> dropped_;
 };
 
-bool isFree(const kavo_rows& rows, std::size_t i) {
-  return rows.lower[i] <= -kUserInfinity && rows.upper[i] >= kUserInfinity;
-}
+bool isFree(const kavo_rows& rows, std::size_t i) { return Sides(rows, i).areNone(); }
 
 }  // namespace
 

@@ -341,7 +341,7 @@ NodeId Lowering::lower(NodeId node) {
     case Op::equal:
       return lowerComparison(*this, node);
     case Op::logicalNot:
-      return graph().sum(1, {{{lowered(graph().children(node)[0]), -1}}});
+      return graph().complement(lowered(graph().children(node)[0]));
     case Op::logicalAnd:
     case Op::logicalOr:
       return lowerAndOr(*this, node);

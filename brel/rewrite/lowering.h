@@ -10,9 +10,10 @@
 
 namespace brel::rewrite {
 
-// Turns the nodes of the user's expressions into nodes of operators that the solver knows, with the rules of rules.h.
-// All nodes that something needs are found first, from the roots downward, with what is needed of them; then they are
-// lowered from the leaves upward, each once, so that what several rows share is made once. Nothing recurses.
+// Turns the nodes of the user's expressions into nodes of operators that the solver knows, with the rules of
+// expression_rules.h. All nodes that something needs are found first, from the roots downward, with what is needed of
+// them; then they are lowered from the leaves upward, each once, so that what several rows share is made once. Nothing
+// recurses.
 //
 // Of a truth value often one direction is enough: where only a true value is asked for ("b or x <= 5"), a binary column
 // z with z = 1 => x <= 5 does, and z = 0 need not mean x > 5. This saves rows, and strict comparisons of real values.

@@ -24,7 +24,7 @@ class MovedRowsStep : public Step {
   void resultsBack(RowResults& results) const override {
     for (std::size_t i = 0; i < beyond_.moved.size(); ++i) {
       if (beyond_.moved[i] == 0) continue;
-      const bool isFree = user_.rows.lower[i] <= -kUserInfinity && user_.rows.upper[i] >= kUserInfinity;
+      const bool isFree = Sides(user_.rows, i).areNone();
       if (!results.activity.empty()) results.activity[i] = results.point->activity(i);
       if (!results.dual.empty()) results.dual[i] = isFree ? 0 : kUnknown;  // a row without a side never binds
       if (!results.basis.empty()) results.basis[i] = isFree ? KAVO_BASIC : KAVO_SUPERBASIC;

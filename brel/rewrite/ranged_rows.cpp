@@ -39,14 +39,9 @@ class RangedRowsStep : public Step {
   std::vector<RangedRow> ranged_;
 };
 
-bool isRanged(const kavo_rows& rows, std::size_t i) {
-  return rows.lower[i] > -kUserInfinity && rows.upper[i] < kUserInfinity && rows.lower[i] != rows.upper[i];
-}
-
 std::string slackName(const kavo_rows& rows, std::size_t row) {
-  if (rows.names.start == nullptr) return {};
-  const char* name = rows.names.text + rows.names.start[row];
-  return *name == '\0' ? std::string() : std::string(name) + "_range";
+  const std::string name = nameOf(rows.names, row);
+  return name.empty() ? name : name + "_range";
 }
 
 }  // namespace
@@ -55,7 +50,7 @@ void rangedRows(const kavo_rows& rows, SolverModel& model, Trail& trail) {
   std::vector<RangedRow> ranged;
   for (std::size_t r = 0; r < model.rowCount(); ++r) {
     const std::size_t user = model.userRow(r);
-    if (!isRanged(rows, user)) continue;
+    if (!Sides(rows, user).areRange()) continue;
     const int slack = model.addColumn(rows.lower[user], rows.upper[user], slackName(rows, user));
     model.subtractColumn(r, slack);
     ranged.push_back({static_cast<int>(user), static_cast<int>(r), slack});

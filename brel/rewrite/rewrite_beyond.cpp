@@ -5,7 +5,7 @@
 #include "brel/expr/host_expressions.h"
 #include "brel/host.h"
 #include "brel/rewrite/lowering.h"
-#include "brel/rewrite/solver_model.h"
+#include "brel/rewrite/sides.h"
 #include "tav/opt/support_exception.h"
 
 namespace brel::rewrite {
@@ -15,16 +15,6 @@ kavo_expressions expressionsOf(trpRec* host) {
   kavo_expressions expressions{};
   checkHost(kavo_link_expressions(host, &expressions));
   return expressions;
-}
-
-kavo_suffix tryNonlinearOf(trpRec* host) {
-  kavo_suffix marks{};
-  checkHost(kavo_link_suffix(host, KAVO_ROW, "trynonlin", &marks));
-  return marks;
-}
-
-std::string nameOf(const kavo_names& names, std::size_t i) {
-  return names.start == nullptr ? std::string() : std::string(names.text + names.start[i]);
 }
 
 std::string elementName(const kavo_names& names, const char* kind, std::size_t i) {
@@ -62,6 +52,7 @@ class BeyondRewrite {
     return has(rows_.expression, row) || has(rows_.quadratic, row) || isSwitched(row);
   }
   bool isSwitched(std::size_t row) const { return has(rows_.indicator, row); }
+  kavo_suffix rowSuffix(const char* name) const;
   bool isPlainQuadratic(std::size_t row) const;
   void collectRows();
   void collectLogical();
@@ -113,8 +104,7 @@ NodeId BeyondRewrite::withBeyond(NodeId linear, int quadratic, int expression, c
 // Quadratic terms and nothing else, with one side: sent as they stand.
 bool BeyondRewrite::isPlainQuadratic(std::size_t row) const {
   if (!has(rows_.quadratic, row) || has(rows_.expression, row) || isSwitched(row)) return false;
-  const bool hasLower = rows_.lower[row] > -kUserInfinity, hasUpper = rows_.upper[row] < kUserInfinity;
-  return hasLower != hasUpper || rows_.lower[row] == rows_.upper[row];
+  return !Sides(rows_, row).areNone() && !Sides(rows_, row).areRange();
 }
 
 void BeyondRewrite::copyQuadratic(std::size_t row) {
@@ -126,9 +116,9 @@ void BeyondRewrite::copyQuadratic(std::size_t row) {
     to.quadratic.push(user_.quadratics.first[k], user_.quadratics.second[k], user_.quadratics.value[k]);
   }
   to.quadratic.end();
-  const bool hasLower = rows_.lower[row] > -kUserInfinity, hasUpper = rows_.upper[row] < kUserInfinity;
-  to.heads.type.push_back(!hasLower ? RowType::lessOrEqual : !hasUpper ? RowType::greaterOrEqual : RowType::equal);
-  to.heads.side.push_back(hasLower ? rows_.lower[row] : rows_.upper[row]);
+  const Sides sides(rows_, row);
+  to.heads.type.push_back(sides.type());
+  to.heads.side.push_back(sides.side());
   to.heads.user.push_back(static_cast<int>(row));
   if (hasNames_) to.heads.names.push_back(nameOf(rows_.names, row));
 }
@@ -151,33 +141,31 @@ bool BeyondRewrite::joinResult(const Work& work, Lowering& lowering) {
 }
 
 void BeyondRewrite::addUserRow(std::size_t row, NodeId lowered) {
-  const double lower = rows_.lower[row], upper = rows_.upper[row];
-  const bool hasLower = lower > -kUserInfinity, hasUpper = upper < kUserInfinity;
+  const Sides sides(rows_, row);
+  if (sides.areNone()) return;
   const RowOrigin origin{static_cast<int>(row), nameOf(rows_.names, row)};
   const auto against = [&](double side) { return graph_->sum(-side, {{{lowered, 1}}}); };
-  if (hasLower && hasUpper && lower != upper) {
-    if (graph_->degree(lowered) == expr::Degree::quadratic) {  // an equality would be convex on neither side
-      rewriter_.addRow(against(lower), RowType::greaterOrEqual, origin);
-      return rewriter_.addRow(against(upper), RowType::lessOrEqual, origin);
-    }
-    const NodeId slack = rewriter_.addColumn({lower, upper}, false, lowered, "range");
-    return rewriter_.addRow(graph_->subtract(lowered, slack), RowType::equal, origin);
+  if (!sides.areRange()) return rewriter_.addRow(against(sides.side()), sides.type(), origin);
+  if (graph_->degree(lowered) == expr::Degree::quadratic) {  // an equality would be convex on neither side
+    rewriter_.addRow(against(sides.lower), RowType::greaterOrEqual, origin);
+    return rewriter_.addRow(against(sides.upper), RowType::lessOrEqual, origin);
   }
-  if (hasLower && hasUpper) return rewriter_.addRow(against(lower), RowType::equal, origin);
-  if (hasLower) return rewriter_.addRow(against(lower), RowType::greaterOrEqual, origin);
-  if (hasUpper) return rewriter_.addRow(against(upper), RowType::lessOrEqual, origin);
+  const NodeId slack = rewriter_.addColumn({sides.lower, sides.upper}, false, lowered, "range");
+  rewriter_.addRow(graph_->subtract(lowered, slack), RowType::equal, origin);
 }
 
 void BeyondRewrite::addUserIndicator(std::size_t row, NodeId lowered) {
-  const double lower = rows_.lower[row], upper = rows_.upper[row];
-  const bool hasLower = lower > -kUserInfinity, hasUpper = upper < kUserInfinity;
+  const Sides sides(rows_, row);
   const RowOrigin origin{static_cast<int>(row), nameOf(rows_.names, row)};
   const Literal when{rows_.indicator[row], rows_.indicator_value[row] != 0};
   const NodeId affine = rewriter_.asAffine(lowered);
-  const auto against = [&](double side) { return graph_->sum(-side, {{{affine, 1}}}); };
-  if (hasLower && lower == upper) return rewriter_.addIndicator(when, against(lower), RowType::equal, origin);
-  if (hasLower) rewriter_.addIndicator(when, against(lower), RowType::greaterOrEqual, origin);
-  if (hasUpper) rewriter_.addIndicator(when, against(upper), RowType::lessOrEqual, origin);
+  const auto add = [&](double side, RowType type) {
+    rewriter_.addIndicator(when, graph_->sum(-side, {{{affine, 1}}}), type, origin);
+  };
+  if (sides.areNone()) return;
+  if (!sides.areRange()) return add(sides.side(), sides.type());
+  add(sides.lower, RowType::greaterOrEqual);
+  add(sides.upper, RowType::lessOrEqual);
 }
 
 void BeyondRewrite::requireBinary(std::size_t row) const {
@@ -192,9 +180,15 @@ void BeyondRewrite::requireBinary(std::size_t row) const {
       tav::util::SourceLocation::here());
 }
 
+kavo_suffix BeyondRewrite::rowSuffix(const char* name) const {
+  kavo_suffix suffix{};
+  checkHost(kavo_link_suffix(user_.host, KAVO_ROW, name, &suffix));
+  return suffix;
+}
+
 // Rows that the user marked 0 are not tried as general nonlinear constraints.
 void BeyondRewrite::markTryNonlinear() {
-  const kavo_suffix marks = tryNonlinearOf(user_.host);
+  const kavo_suffix marks = rowSuffix("trynonlin");
   if (marks.count == 0) return;
   std::vector<int> markOf(rows_.count, 1);
   for (std::size_t k = 0; k < marks.count; ++k) {
@@ -209,16 +203,15 @@ void BeyondRewrite::markTryNonlinear() {
 
 // The solver takes lazy marks on linear rows only.
 void BeyondRewrite::noteLazyRows() {
-  kavo_suffix marks{};
-  checkHost(kavo_link_suffix(user_.host, KAVO_ROW, "lazy", &marks));
-  std::vector<unsigned char> isLinear(marks.count == 0 ? 0 : rows_.count, 0);
+  const kavo_suffix marks = rowSuffix("lazy");
+  if (marks.count == 0) return;
+  std::vector<unsigned char> isElsewhere = beyond_->moved;
   for (const int user : beyond_->linear.heads.user) {
-    if (marks.count > 0 && user != kNoUserRow) isLinear[static_cast<std::size_t>(user)] = 1;
+    if (user != kNoUserRow) isElsewhere[static_cast<std::size_t>(user)] = 0;
   }
   std::size_t left = 0;
   for (std::size_t k = 0; k < marks.count; ++k) {
-    const auto row = static_cast<std::size_t>(marks.index[k]);
-    left += marks.value[k] != 0 && beyond_->moved[row] != 0 && isLinear[row] == 0 ? 1 : 0;
+    left += marks.value[k] != 0 && isElsewhere[static_cast<std::size_t>(marks.index[k])] != 0 ? 1 : 0;
   }
   if (left > 0)
     beyond_->notes.push_back(fmt::format("the suffix lazy is ignored on {} rows that are not linear", left));

@@ -101,7 +101,7 @@ Literal Rewriter::asLiteral(NodeId truth) {
 
 NodeId Rewriter::literalNode(Literal literal) {
   const NodeId column = graph_.variable(literal.column, 0, 1, true);
-  return literal.positive ? column : graph_.sum(1, {{{column, -1}}});
+  return literal.positive ? column : graph_.complement(column);
 }
 
 void Rewriter::pushHead(RowHeads& heads, RowType type, double side, const RowOrigin& origin) const {

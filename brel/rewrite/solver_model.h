@@ -7,13 +7,12 @@
 #include <vector>
 
 #include "brel/rewrite/beyond.h"
+#include "brel/rewrite/sides.h"
 #include "brel/rewrite/trail.h"
 #include "brel/user_model.h"
 #include "tav/opt/codes.h"
 
 namespace brel::rewrite {
-
-inline constexpr double kUserInfinity = 1e20;  // from here on a user's bound or side is none
 
 // What is sent to the solver: the user's columns and then those that rules made, the linear rows that rules left to the
 // user, and what goes beyond them. Whatever no rule has touched stays where the host has it; only changes are kept
@@ -43,14 +42,11 @@ class SolverModel {
   std::size_t userRow(std::size_t row) const { return droppedAny_ ? static_cast<std::size_t>(userRow_[row]) : row; }
   tav::opt::RowType rowType(std::size_t row) const {
     if (isChanged(row)) return tav::opt::RowType::equal;
-    const std::size_t user = userRow(row);
-    if (rows_.lower[user] <= -kUserInfinity) return tav::opt::RowType::lessOrEqual;
-    return rows_.upper[user] >= kUserInfinity ? tav::opt::RowType::greaterOrEqual : tav::opt::RowType::equal;
+    return Sides(rows_, userRow(row)).type();
   }
   double side(std::size_t row) const {
     if (isChanged(row)) return 0;
-    const std::size_t user = userRow(row);
-    return rows_.lower[user] <= -kUserInfinity ? rows_.upper[user] : rows_.lower[user];
+    return Sides(rows_, userRow(row)).side();
   }
   // The terms of a row: of the user's row, or those that a rule gave it.
   struct Terms {
