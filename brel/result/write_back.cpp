@@ -182,11 +182,11 @@ void tellRelaxation(trpRec* host, double value, kavo_finish& finish) {
   kavo_link_note(host, note.c_str());
 }
 
-kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
+kavo_finish finishOf(tav::opt::AbstractSolver& solver, const tav::opt::AbstractSolverServices* services,
+                     const load::TranslatedModel& model) {
   using A = tav::opt::ModelAttribute;
   const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
   const auto objectives = solver.makeConstraintContainers(model.objectiveAdder, std::nullopt, {}).first;
-  const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
   kavo_finish finish{};
   finish.bound = kUnknown;
   const auto status = facts->get(A::status).as<int>();
@@ -208,8 +208,8 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const load::TranslatedMod
 }  // namespace
 
 void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
-  kavo_finish finish = finishOf(solver, model);
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  kavo_finish finish = finishOf(solver, services, model);
   const auto relaxation = services != nullptr ? services->relaxation() : std::nullopt;
   if (relaxation && finish.solutions > 0) tellRelaxation(host, *relaxation, finish);
   Writer writer(host, solver, model);

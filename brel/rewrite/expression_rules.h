@@ -14,9 +14,7 @@ NodeId lowerHyperbolic(Lowering& in, NodeId node);
 // asin, acos, atan, asinh, acosh, atanh, atan2: a column in the function's range whose inverse function gives the
 // argument.
 NodeId lowerInverse(Lowering& in, NodeId node);
-// Logarithms to a base: log(x) / log(base).
-NodeId lowerLogBase(Lowering& in, NodeId node);
-// x ^ y: exp(y log x), for positive x only.
+// x ^ y is written as exp(y log x), for positive x only: tells so where x could be negative.
 NodeId lowerGeneralPower(Lowering& in, NodeId node);
 // floor, ceil, round, trunc: a whole column within the distance that the function allows.
 NodeId lowerRounding(Lowering& in, NodeId node);

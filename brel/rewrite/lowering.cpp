@@ -320,8 +320,6 @@ NodeId Lowering::lower(NodeId node) {
     case Op::atanh:
     case Op::atan2:
       return lowerInverse(*this, node);
-    case Op::logBase:
-      return lowerLogBase(*this, node);
     case Op::generalPower:
       return lowerGeneralPower(*this, node);
     case Op::floor:
@@ -378,6 +376,7 @@ NodeId Lowering::copyWithLoweredChildren(NodeId node) {
       return graph().call(op, children[0], graph().value(node));
     case Op::power:
     case Op::signedPower:
+    case Op::logBase:
       return graph().call(op, children[0], graph().value(node));
     default:
       return graph().call(op, children[0]);

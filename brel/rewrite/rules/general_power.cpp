@@ -9,7 +9,7 @@ NodeId lowerGeneralPower(Lowering& in, NodeId node) {
   if (graph.interval(base).lower < 0) {
     in.rewriter().note("a power whose base and exponent vary is taken for positive bases only");
   }
-  return graph.call(Op::exp, graph.product(exponent, graph.call(Op::log, base)));
+  return graph.call(Op::generalPower, base, exponent);
 }
 
 }  // namespace brel::rewrite
