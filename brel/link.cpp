@@ -1,13 +1,16 @@
 #include "brel/link.h"
 
 #include <exception>
+#include <memory>
+#include <vector>
 
 #include "brel/host.h"
 #include "brel/load/loader.h"
-#include "brel/result/write_back.h"
+#include "brel/plugin/plugin.h"
 #include "brel/settings/publish.h"
 #include "brel/settings/rewrite_settings.h"
 #include "brel/settings/settings.h"
+#include "brel/watch/watch.h"
 #include "tav/opt/solver_services.h"
 
 namespace brel {
@@ -41,6 +44,23 @@ std::int32_t guarded(trpRec* host, const Work& work) {
   }
   return 1;
 }
+
+// The plug-ins of one solve, in the order in which the link has switched them on.
+class Plugins {
+ public:
+  explicit Plugins(const LinkDef& definition) {
+    for (const Plugin plugin : definition.enabled()) {
+      if (auto made = plugin::makePlugin(plugin)) plugins_.push_back(std::move(made));
+    }
+  }
+
+  void each(void (plugin::AbstractPlugin::*moment)(plugin::Solve&), plugin::Solve& solve) const {
+    for (const auto& one : plugins_) ((*one).*moment)(solve);
+  }
+
+ private:
+  std::vector<std::unique_ptr<plugin::AbstractPlugin>> plugins_;
+};
 
 // Which solver this is, as exactly as it can tell.
 std::string solverText(tav::opt::AbstractSolver& solver) {
@@ -91,6 +111,27 @@ void Link::run() {
   if (const rewrite::Beyond* beyond = model.sent.beyond()) {
     for (const std::string& note : beyond->notes) kavo_link_note(model_, note.c_str());
   }
+  const settings::PluginValues values(*table_, given);
+  load::Choices choices;
+  watch::Watch watch(model_, *solver_, model);
+  plugin::Solve solve{model_, *solver_, dynamic_cast<tav::opt::AbstractSolverServices*>(solver_.get()),
+                      *log,   *table_,  given,
+                      values, model,    choices,
+                      watch};
+  Plugins plugins(definition_);
+  plugins.each(&plugin::AbstractPlugin::prepare, solve);
+  if (solve.isDone) return;
+  setUp(given);
+  load::send(model, *solver_, choices);
+  plugins.each(&plugin::AbstractPlugin::loaded, solve);
+  runSolver(*log, watch);
+  settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
+  plugins.each(&plugin::AbstractPlugin::read, solve);
+  plugins.each(&plugin::AbstractPlugin::finish, solve);
+}
+
+// A solver with an empty model and the settings of this solve.
+void Link::setUp(const settings::Given& given) {
   if (solver_->hasModel()) {
     solver_->clear();
   } else {
@@ -101,13 +142,21 @@ void Link::run() {
   inForce_.clear();
   for (const settings::Checked& setting : given.settings) inForce_.emplace_back(setting.row->name());
   settings::apply(given.settings, *solver_);
-  load::send(model, *solver_);
-  {
-    const InterruptHook hook(model_, *solver_);
+}
+
+void Link::runSolver(HostLog& log, watch::Watch& watch) {
+  const InterruptHook hook(model_, *solver_);
+  watch.begin();
+  log.onWrite([&watch] { watch.logged(); });
+  try {
     solver_->solve();
+  } catch (...) {
+    log.onWrite({});
+    watch.end();
+    throw;
   }
-  settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
-  result::writeBack(model_, *solver_, model);
+  log.onWrite({});
+  watch.end();
 }
 
 }  // namespace brel

@@ -6,8 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "brel/host.h"
 #include "brel/link_def.h"
+#include "brel/settings/settings.h"
 #include "brel/settings/table.h"
+#include "brel/watch/watch.h"
 #include "kavo/link.h"
 #include "tav/opt/solver.h"
 
@@ -38,6 +41,8 @@ class Link {
 
  private:
   void run();
+  void setUp(const settings::Given& given);
+  void runSolver(HostLog& log, watch::Watch& watch);
 
   std::shared_ptr<tav::opt::AbstractSolver> solver_;
   LinkDef definition_;

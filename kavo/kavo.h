@@ -241,6 +241,20 @@ KAVO_API int kavo_set_indicators(trpRec* model, size_t count, const int* row, co
 /* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
 KAVO_API int kavo_set_start(trpRec* model, const double* primal, const double* dual);
 
+/* Adds a point from which a search over integer variables may start, besides that of kavo_set_start: one value per
+ * column, infinite ones are refused; NaN: not given. There can be several; they are tried in the order in which they
+ * came. */
+KAVO_API int kavo_add_mip_start(trpRec* model, const double* values);
+KAVO_API int kavo_clear_mip_starts(trpRec* model);
+
+/* A basis to start from: a kavo_basis per column and per row (0: unknown); a row at its lower side is KAVO_BASIS_LOWER.
+ * Both NULL: none. It is used when it is complete. A .nl file gives it by its suffixes sstatus. */
+KAVO_API int kavo_set_basis(trpRec* model, const int* columns, const int* rows);
+
+/* Which share of all columns and rows must have a known basis status for the start basis to be used: 0 (the default)
+ * any; 1 withholds basis, start values and MIP starts alike. KAVO_INVALID outside [0, 1]. */
+KAVO_API int kavo_set_basis_ratio(trpRec* model, double ratio);
+
 /* Gives `count` elements of a kind a named value (a suffix); integer values are given as doubles. Elements not listed
  * have none. A second call with the same kind and name replaces the first. The link takes of these
  *   columns: partition, feaspref, priority;   rows: lazy, feaspref, trynonlin
@@ -269,6 +283,40 @@ KAVO_API int kavo_get_sizes(const trpRec* model, kavo_sizes* sizes);
  * (counted from 1). Valid until the next call with this model. */
 KAVO_API int kavo_name(trpRec* model, int kind, size_t index, const char** name);
 
+/* ---- changes ----
+ * New numbers in a model that was built or read. A solve after these alone keeps the solver's model and gives it what
+ * has changed (docs/c-api.md tells for which models); any other change of the model makes it load anew. All of a call's
+ * entries are checked first; an index that does not exist, a NaN or a value that building would refuse changes nothing
+ * at all. Of several entries for one place the last counts. */
+
+/* The coefficient of column[k] in the linear part of row[k] becomes value[k]; the row need not have had the column. */
+KAVO_API int kavo_change_coefficients(trpRec* model, size_t count, const int* row, const int* column,
+                                      const double* value);
+/* lower, upper: count entries each, or NULL for no change on that side. */
+KAVO_API int kavo_change_sides(trpRec* model, size_t count, const int* row, const double* lower, const double* upper);
+KAVO_API int kavo_change_bounds(trpRec* model, size_t count, const int* column, const double* lower,
+                                const double* upper);
+/* The linear coefficients of column[k] in an objective; constant NULL: no change. */
+KAVO_API int kavo_change_objective(trpRec* model, size_t objective, const double* constant, size_t count,
+                                   const int* column, const double* value);
+
+/* ---- statistics ---- */
+
+/* The smallest and the largest absolute value other than 0 and infinity; both 0 when there is none. */
+typedef struct kavo_range {
+  double smallest, largest;
+} kavo_range;
+
+typedef struct kavo_statistics {
+  size_t columns[5];                                        /* by kavo_type */
+  size_t rows, equalities, inequalities, ranges, free_rows; /* all rows, and those with linear terms alone by sides */
+  size_t quadratic_rows, nonlinear_rows, switched_rows; /* rows with such parts, each counted once, last kind first */
+  size_t logical, sets1, sets2, objectives;
+  size_t nonzeros, quadratic_terms, nodes;
+  kavo_range coefficients, objective, bounds, sides; /* of linear terms; objective: the one that is solved */
+} kavo_statistics;
+KAVO_API int kavo_get_statistics(const trpRec* model, kavo_statistics* statistics);
+
 /* ---- files ---- */
 
 /* Reads a model into an empty one, by the ending of the path: .nl (text or binary; with .row and .col beside it), .mps,
@@ -285,6 +333,14 @@ KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* m
 KAVO_API int kavo_write_failure_sol(const char* nl_path, const char* path, const char* message, int result_code);
 /* "# Objective value = v" and a line "name value" per column, as Gurobi reads it. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_write_point(const trpRec* model, const char* path);
+/* The same as kavo_write_sol and kavo_write_point for a point of the pool. KAVO_NO_RESULT when there is no such point.
+ */
+KAVO_API int kavo_write_pool_sol(const trpRec* model, size_t index, const char* path, const char* message);
+KAVO_API int kavo_write_pool_point(const trpRec* model, size_t index, const char* path);
+/* Reads a file of the form of kavo_write_point for the columns of this model: values has one entry per column, NaN
+ * where the file says nothing. Lines that begin with # are passed over. unknown: how many of its names no column has;
+ * may be NULL. KAVO_FILE names the line that is not "name value", or whose value is no finite number. */
+KAVO_API int kavo_read_point(const trpRec* model, const char* path, double* values, size_t* unknown);
 /* Everything known, as one JSON object (docs/results.md). */
 KAVO_API int kavo_write_json(const trpRec* model, const char* path);
 /* Tells before a long solve whether a file can be written at the path; leaves no trace. KAVO_FILE says why not. */
@@ -367,6 +423,26 @@ KAVO_API int kavo_interrupt(trpRec* model, int source);
  * logs. The function must not change the model. NULL: nowhere (the default). */
 KAVO_API int kavo_set_log(trpRec* model, void (*write)(const char* text, size_t length, void* data), void* data);
 
+/* How far a running solve is. */
+typedef enum kavo_progress_event {
+  KAVO_PROGRESS_TICK = 0,      /* time has passed, or the solver has logged something */
+  KAVO_PROGRESS_NODE = 1,      /* a node of the search tree was solved */
+  KAVO_PROGRESS_INCUMBENT = 2, /* a better point was found */
+  KAVO_PROGRESS_END = 3        /* the solver has returned; the last call of a solve */
+} kavo_progress_event;
+typedef struct kavo_progress {
+  int event;
+  double seconds;               /* since the solver began */
+  double nodes;                 /* NaN before the first event of the search */
+  double incumbent, bound, gap; /* of the objective that is solved; NaN while there is none; gap relative */
+  double solutions;             /* how many incumbents there were so far */
+} kavo_progress;
+
+/* Tells of the progress of each solve: `progress` is called at every new incumbent, and otherwise at most every tenth
+ * of a second, never by two threads at once but not always by the same. A result other than 0 asks for a stop, as
+ * kavo_interrupt(model, KAVO_STOP_HOST) does. The function must not change the model. NULL: nobody is told. */
+KAVO_API int kavo_set_progress(trpRec* model, int (*progress)(const kavo_progress* now, void* data), void* data);
+
 /* ---- results ---- */
 
 typedef enum kavo_solution_status {
@@ -387,6 +463,10 @@ typedef struct kavo_outcome {
   const char* message;     /* a sentence for people, such as "optimal solution" */
   /* NaN when it does not exist; seconds: the whole run of kavo_solve */
   double objective, bound, gap, iterations, nodes, seconds, solutions;
+  /* What the relaxation of an infeasible model costs; then the point is that of the relaxation, and the objective the
+   * model's own at it. NaN when nothing was relaxed. */
+  double relaxation;
+  double condition, exact_condition; /* of the scaled basis matrix, the first one estimated; NaN: not asked for */
 } kavo_outcome;
 
 /* The outcome of the last solve; KAVO_NO_RESULT before one. */
@@ -404,8 +484,23 @@ typedef enum kavo_quantity {
   KAVO_REDUCED_COST = 1, /* columns */
   KAVO_ACTIVITY = 2,     /* rows */
   KAVO_DUAL = 3,         /* rows */
-  KAVO_SLACK = 4         /* rows */
+  KAVO_SLACK = 4,        /* rows */
+  /* Sensitivity ranges: as long as this number alone stays within, the basis stays optimal. Infinite ends are infinite.
+   * Columns: the objective coefficient, the lower bound, the upper bound. Rows: the side at which the row is; of a row
+   * at none, the side that is nearer (docs/results.md). */
+  KAVO_COST_LOW = 5,
+  KAVO_COST_HIGH = 6,
+  KAVO_LOWER_LOW = 7,
+  KAVO_LOWER_HIGH = 8,
+  KAVO_UPPER_LOW = 9,
+  KAVO_UPPER_HIGH = 10,
+  KAVO_SIDE_LOW = 11,
+  KAVO_SIDE_HIGH = 12
 } kavo_quantity;
+/* Added to a kavo_quantity or to the kind of a basis: that of the fixed model, a MIP whose integer variables stand at
+ * the values of the point, solved again as a continuous model. */
+#define KAVO_OF_FIXED 256
+
 /* One value per column or row, NaN where there is none (the dual of a row that is neither linear nor quadratic);
  * KAVO_NO_RESULT (and NULL, 0) when the solve has not given this quantity at all. */
 KAVO_API int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count);
@@ -426,6 +521,31 @@ typedef enum kavo_check {
  * set that has it; 0 and -1 when nothing is violated at all. A row that is switched counts where it is on. Comparisons
  * inside expressions hold within 1e-6. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_violation(const trpRec* model, int check, double* value, long long* element);
+
+/* The outcome of the fixed model. KAVO_NO_RESULT when there was none. */
+KAVO_API int kavo_get_fixed_outcome(const trpRec* model, kavo_outcome* outcome);
+
+/* The value of each of the model's objectives at the point, solved or not. KAVO_NO_RESULT without a point. */
+KAVO_API int kavo_objective_values(const trpRec* model, const double** values, size_t* count);
+
+/* The points of the solution pool, the best first; *count is 0 when none was asked for or there is no point. */
+KAVO_API int kavo_pool_size(const trpRec* model, size_t* count);
+KAVO_API int kavo_pool_point(const trpRec* model, size_t index, double* objective, const double** values,
+                             size_t* count);
+
+/* An infeasible model's conflict: bounds, sides and constraints that contradict each other. */
+typedef enum kavo_conflict_mark {
+  KAVO_CONFLICT_NONE = 0,
+  KAVO_CONFLICT_LOWER = 1, /* the lower bound or side */
+  KAVO_CONFLICT_UPPER = 2,
+  KAVO_CONFLICT_BOTH = 3,
+  KAVO_CONFLICT_MEMBER = 4 /* the element as a whole, where sides are not told apart */
+} kavo_conflict_mark;
+/* A kavo_conflict_mark per element of a kind (KAVO_COLUMN, KAVO_ROW, KAVO_LOGICAL, KAVO_SET); KAVO_NO_RESULT when no
+ * conflict was computed. */
+KAVO_API int kavo_conflict(const trpRec* model, int kind, const unsigned char** marks, size_t* count);
+/* 1: without any one of its members it would be none; 0: the search for it was cut short. */
+KAVO_API int kavo_conflict_is_minimal(const trpRec* model, int* minimal);
 
 /* Notes of the last solve for the user, one line each: what is odd about the model, what was left out; also those of a
  * solve that failed. *note is NULL when index is beyond the last. */

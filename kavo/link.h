@@ -122,6 +122,31 @@ KAVO_API int kavo_link_function_name(const trpRec* model, size_t index, const ch
 KAVO_API int kavo_link_suffix(const trpRec* model, int kind, const char* name, kavo_suffix* out);
 /* NULL when none were given; NaN: unknown. */
 KAVO_API int kavo_link_starts(const trpRec* model, const double** primal, const double** dual);
+/* kavo_basis statuses to start from, 0: unknown; NULL when there are none or they are withheld. */
+KAVO_API int kavo_link_basis(const trpRec* model, const int** columns, const int** rows);
+/* MIP starts besides the start values; *values is NULL when index is beyond the last. NaN: not given. */
+KAVO_API int kavo_link_mip_start(const trpRec* model, size_t index, const double** values);
+/* 1 when the host withholds starts of every kind; the functions above then have none. */
+KAVO_API int kavo_link_starts_withheld(const trpRec* model);
+
+/* What has changed since the last solve that succeeded; the new numbers stand in the model. An element may stand there
+ * several times. */
+typedef struct kavo_changes {
+  int structure; /* 1: more than what follows, or there was no such solve */
+  size_t coefficients;
+  const int *coefficient_row, *coefficient_column; /* an entry may be new, and 0 */
+  const double* coefficient_value;
+  size_t sides;
+  const int* side_row;
+  size_t bounds;
+  const int* bound_column;
+  size_t costs; /* of the objective that is solved */
+  const int* cost_column;
+  const double* cost_value;
+  int constant; /* 1: the constant of that objective */
+} kavo_changes;
+KAVO_API int kavo_link_changes(const trpRec* model, kavo_changes* out);
+
 /* The model's name, "" when it has none. */
 KAVO_API int kavo_link_model_name(const trpRec* model, const char** name);
 
@@ -149,6 +174,10 @@ KAVO_API void kavo_link_error(trpRec* model, const char* message);
 /* The way to stop the running solve; called, maybe many times and from another thread, from the moment a stop is asked
  * for until it is taken back with NULL. Once this function returns, the hook that was set before is not running. */
 KAVO_API void kavo_link_on_interrupt(trpRec* model, void (*stop)(void* data), void* data);
+/* Tells the host of progress; 1 when a stop was asked for, be it by its answer or before. Any thread, one at a time. */
+KAVO_API int kavo_link_progress(trpRec* model, const kavo_progress* now);
+/* 1 when the host wants to hear of progress. */
+KAVO_API int kavo_link_wants_progress(const trpRec* model);
 /* 1 when a stop was asked for in this solve. */
 KAVO_API int kavo_link_stop_requested(const trpRec* model);
 
@@ -167,7 +196,8 @@ typedef enum kavo_stop {
   KAVO_STOP_WORK = 9,
   KAVO_STOP_MEMORY = 10,
   KAVO_STOP_NUMERIC = 11,
-  KAVO_STOP_INTERRUPTED = 12
+  KAVO_STOP_INTERRUPTED = 12,
+  KAVO_STOP_RULE = 13 /* a stop expression */
 } kavo_stop;
 
 /* NaN where there is no such number. seconds is the solver's own; the host measures the run. */
@@ -175,6 +205,7 @@ typedef struct kavo_finish {
   int status; /* a kavo_solution_status */
   int stop;   /* a kavo_stop */
   double objective, bound, gap, iterations, nodes, seconds, solutions;
+  double relaxation, condition, exact_condition; /* as in kavo_outcome */
 } kavo_finish;
 
 /* The array to fill with one value per column or row (a kavo_quantity), NaN so far; from this call on the quantity
@@ -184,8 +215,18 @@ KAVO_API int kavo_link_result(trpRec* model, int quantity, double** values, size
 KAVO_API int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* count);
 /* The largest violation of a kavo_check; element -1: none. */
 KAVO_API int kavo_link_violation(trpRec* model, int check, double value, long long element);
-/* Closes the results of a solve. */
+/* The value of each objective of the model at the point: one entry per objective to fill, NaN so far. */
+KAVO_API int kavo_link_objective_values(trpRec* model, double** values, size_t* count);
+/* Appends a point of the pool: one entry per column to fill, NaN so far. */
+KAVO_API int kavo_link_pool_point(trpRec* model, double objective, double** values, size_t* count);
+/* The kavo_conflict_marks of a kind (columns, rows, logical constraints, sets) to fill, none so far; from the first
+ * call on there is a conflict. */
+KAVO_API int kavo_link_conflict(trpRec* model, int kind, unsigned char** marks, size_t* count);
+KAVO_API int kavo_link_conflict_minimal(trpRec* model, int minimal);
+/* Closes the results of a solve; those of the fixed model. Quantities and bases of the fixed model are given by the
+ * functions above with KAVO_OF_FIXED added. */
 KAVO_API int kavo_link_finish(trpRec* model, const kavo_finish* finish);
+KAVO_API int kavo_link_finish_fixed(trpRec* model, const kavo_finish* finish);
 
 #ifdef __cplusplus
 }

@@ -218,6 +218,8 @@ TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrit
   return {user, std::move(sent), std::move(trail), nullptr, nullptr, nullptr};
 }
 
-void send(TranslatedModel& model, tav::opt::AbstractSolver& solver) { Sender(model, solver).send(); }
+void send(TranslatedModel& model, tav::opt::AbstractSolver& solver, const Choices& /*choices*/) {
+  Sender(model, solver).send();
+}
 
 }  // namespace brel::load

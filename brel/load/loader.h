@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "brel/rewrite/rewriter.h"
 #include "brel/rewrite/solver_model.h"
@@ -23,9 +24,16 @@ struct TranslatedModel {
 // is refused before a licence is. Raises SupportException that names the element.
 TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrite::RewriteOptions options);
 
+// What is up to the plug-ins when a model is loaded.
+struct Choices {
+  bool allObjectives = false;                            // every linear objective, or only the one that is solved
+  std::vector<double> objectiveAbsTol, objectiveRelTol;  // per objective, as far as given; else the model's own
+  std::vector<std::vector<double>> mipStarts;            // per user column, besides those of the host; NaN: not given
+};
+
 // Sends the model block by block: variables, linear rows, quadratic rows, ordered sets, indicators, nonlinear rows, the
 // chosen objective. The solver must have an empty model. Raises SupportException, for a kind of element that the solver
 // does not take before the first block, and what the solver raises.
-void send(TranslatedModel& model, tav::opt::AbstractSolver& solver);
+void send(TranslatedModel& model, tav::opt::AbstractSolver& solver, const Choices& choices);
 
 }  // namespace brel::load

@@ -188,7 +188,7 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const tav::opt::AbstractS
   const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
   const auto objectives = solver.makeConstraintContainers(model.objectiveAdder, std::nullopt, {}).first;
   kavo_finish finish{};
-  finish.bound = kUnknown;
+  finish.bound = finish.relaxation = finish.condition = finish.exact_condition = kUnknown;
   const auto status = facts->get(A::status).as<int>();
   finish.status = status.get();
   finish.stop = static_cast<int>(services ? services->stopReason() : tav::opt::StopReason::finished);
@@ -207,7 +207,7 @@ kavo_finish finishOf(tav::opt::AbstractSolver& solver, const tav::opt::AbstractS
 
 }  // namespace
 
-void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
+kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
   kavo_finish finish = finishOf(solver, services, model);
   const auto relaxation = services != nullptr ? services->relaxation() : std::nullopt;
@@ -218,7 +218,7 @@ void writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::Trans
   if (finish.solutions > 0) point.emplace(model.user, model.sent.beyond(), writer.primal());
   writer.writeRows(point ? &*point : nullptr);
   if (point) checkPoint(model.user, *point);
-  checkHost(kavo_link_finish(host, &finish));
+  return finish;
 }
 
 }  // namespace brel::result

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "brel/link_def.h"
@@ -9,12 +8,12 @@
 
 namespace brel::settings {
 
-// A value that a plug-in takes, under the name that the link gave it or else "plugin-attribute-" and its number.
+// A value that a plug-in takes, under the name that the link gave it, or else the plug-in's own default; attributes
+// without either are called "plugin-attribute-" and their number.
 struct PluginSetting {
   PluginAttrib attribute;
   Plugin plugin;
-  std::string feature;  // of the plug-in, in a few words
-  bool acts;            // false: setting it is an error, because nothing would come of it
+  bool acts;  // false: setting it is an error, because nothing would come of it
   std::shared_ptr<const tav::attr::AbstractBaseInfo> info;
 };
 

@@ -87,8 +87,8 @@ void requireActing(const kavo_setting& setting, const Row& row, const Table& tab
   if (row.owner != Owner::plugin) return;
   const PluginSetting& plugin = table.plugins()[static_cast<std::size_t>(row.key)];
   if (plugin.acts) return;
-  refuse(setting, fmt::format("the option '{}' has no effect in this version: it is for plug-in {}, {}", row.name(),
-                              static_cast<int>(plugin.plugin), plugin.feature));
+  refuse(setting, fmt::format("the option '{}' is reserved for plug-in {} and has no effect", row.name(),
+                              static_cast<int>(plugin.plugin)));
 }
 
 // Collects settings; of one name the last stays.

@@ -42,7 +42,8 @@ int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome) {
     const kavo::Outcome words = kavo::outcome(results);
     need(outcome, "the outcome") = {finish.status,     words.status,     words.termination, words.solCode,
                                     words.message,     finish.objective, finish.bound,      finish.gap,
-                                    finish.iterations, finish.nodes,     results.seconds,   finish.solutions};
+                                    finish.iterations, finish.nodes,     results.seconds,   finish.solutions,
+                                    finish.relaxation, finish.condition, finish.exact_condition};
   });
 }
 

@@ -19,8 +19,8 @@ struct Violation {
 
 // What a solve has given; empty optionals: not given.
 struct Results {
-  kavo_finish finish{KAVO_UNKNOWN, KAVO_STOP_NOT_RUN, kUnknown, kUnknown, kUnknown,
-                     kUnknown,     kUnknown,          kUnknown, kUnknown};
+  kavo_finish finish{KAVO_UNKNOWN, KAVO_STOP_NOT_RUN, kUnknown, kUnknown, kUnknown, kUnknown,
+                     kUnknown,     kUnknown,          kUnknown, kUnknown, kUnknown, kUnknown};
   bool finished = false;                                     // the link has closed them
   bool signalled = false;                                    // stopped by a signal
   double seconds = 0;                                        // the whole run, as the host measured it

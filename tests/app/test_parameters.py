@@ -176,7 +176,7 @@ class Parameters(cli.FolderCase):
         self.assertEqual(re.findall(r"^\| `([^`]+)`", page, re.MULTILINE), list(self.settings))
         named = re.findall(r"^\| \d+ \| `\w+` \| [\d to,]+ \|([^|]*)\|", (DOCUMENTS / "plugins.md").read_text(), re.MULTILINE)
         plugins = [name for cell in named for name in re.findall(r"`(\w+)`", cell)]
-        unnamed = [f"plugin-attribute-{number}" for number in (3, 7, 8, 9, 11, 13, 14, 15, 16)]
+        unnamed = [f"plugin-attribute-{number}" for number in (3, 8, 9, 11, 15)]
         self.assertEqual({name for name, setting in self.settings.items() if setting["group"] == "Plug-ins"},
                          {*plugins, *unnamed})
         self.assertEqual(len(self.settings), 4 + 15 + 161 + 1 + 26)

@@ -124,6 +124,7 @@ void fill(HostModel& model, unsigned char type) {
 
 LinkOverDouble::LinkOverDouble() {
   current = this;
+  definition.enable(brel::Plugin::writeBack);
   forward({create, destroy,
            [](void* handle, trpRec* model) { return static_cast<brel::Link*>(handle)->readyAPI(model); },
            [](void* handle) { return static_cast<brel::Link*>(handle)->callSolver(); },

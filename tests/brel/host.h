@@ -63,7 +63,7 @@ class LinkOverDouble {
   void scriptLp(const std::vector<double>& point, const std::vector<double>& slacks);
   void scriptMip(const std::vector<double>& point, const std::vector<double>& slacks);
 
-  /// Of the links that are opened.
+  /// Of the links that are opened; the writing back of results is on.
   brel::LinkDef definition;
   std::shared_ptr<gurobi_double::GurobiDouble> gurobi = gurobi_double::GurobiDouble::make();
 };

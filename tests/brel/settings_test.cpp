@@ -174,9 +174,7 @@ TEST_F(SettingsTest, WhatIsWrongIsRefusedWithoutALicence) {
       {{"timelimit", "1,5"}, "TimeLimit=1,5" + time},
       {{"timelimit", longText.c_str()}, "TimeLimit=" + std::string(60, 'x') + "..." + time},
       {{"iis", "3"}, "iis=3: the value must be a whole number from 0 to 2"},
-      {{"SolveFixed", "1"}, "the option 'solvefixed' has no effect in this version: it is for plug-in 1, "},
-      {{"plugin-attribute-3", "1"},
-       "the option 'plugin-attribute-3' has no effect in this version: it is for plug-in 2, "},
+      {{"plugin-attribute-3", "1"}, "the option 'plugin-attribute-3' is reserved for plug-in 2 and has no effect"},
       {{"plugin-attribute-7", "1"}, "unknown option 'plugin-attribute-7'; did you mean plugin-attribute-"},
       {{"multobj", "1"}, "unknown option 'multobj'"},  // the plug-in is off
   };
