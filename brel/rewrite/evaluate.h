@@ -22,6 +22,9 @@ inline double activity(const kavo_rows& rows, std::size_t row, std::span<const d
   return sum;
 }
 
+// The value of the quadratic terms `number` at a point.
+double quadraticValue(const kavo_quadratics& all, int number, std::span<const double> point);
+
 // The user's own functions at a point: one sweep over the graph of his expressions, then every question is answered
 // from it. NaN: unknown, since a column is, or outside a function's domain.
 class UserPoint {
