@@ -343,6 +343,8 @@ KAVO_API int kavo_write_pool_point(const trpRec* model, size_t index, const char
 KAVO_API int kavo_read_point(const trpRec* model, const char* path, double* values, size_t* unknown);
 /* Everything known, as one JSON object (docs/results.md). */
 KAVO_API int kavo_write_json(const trpRec* model, const char* path);
+/* Writes a text of the host's own as the files above are written: complete or not at all. */
+KAVO_API int kavo_write_text(const char* path, const char* text, size_t length);
 /* Tells before a long solve whether a file can be written at the path; leaves no trace. KAVO_FILE says why not. */
 KAVO_API int kavo_check_writable(const char* path);
 
@@ -399,6 +401,9 @@ typedef struct kavo_setting {
 KAVO_API int kavo_declare_setting(trpRec* model, const kavo_setting_info* info);
 /* What was given under declared names, in its order and unchecked. out->name is NULL when index is beyond the last. */
 KAVO_API int kavo_own_setting_at(const trpRec* model, size_t index, kavo_setting* out);
+
+/* What was given to the link, in its order and unchecked. out->name is NULL when index is beyond the last. */
+KAVO_API int kavo_setting_at(const trpRec* model, size_t index, kavo_setting* out);
 
 /* ---- solving ---- */
 

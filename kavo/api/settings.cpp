@@ -103,6 +103,10 @@ int kavo_own_setting_at(const trpRec* model, size_t index, kavo_setting* out) {
   return guard([&] { need(out, "out") = rowAt(need(model).ownSettings, index); });
 }
 
+int kavo_setting_at(const trpRec* model, size_t index, kavo_setting* out) {
+  return guard([&] { need(out, "out") = rowAt(need(model).settings, index); });
+}
+
 int kavo_link_settings(const trpRec* model, const kavo_setting** first, size_t* count) {
   return guard([&] {
     const auto& settings = need(model).settingViews;
