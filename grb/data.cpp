@@ -70,6 +70,7 @@ void Data::clear() {
   mipStarts = std::make_shared<MipStarts>();
   pendingCoefficients.clear();
   pendingObjective.clear();
+  pendingSides.clear();
   outcome = {};
   lost_.clear();
 }

@@ -51,9 +51,11 @@ struct Data {
   std::shared_ptr<MipStarts> mipStarts = std::make_shared<MipStarts>();
   std::shared_ptr<RowStores> rowStores;
 
-  // New values that the next solve gives to coefficients, by row and column, and to the linear objective, by column.
+  // New values that the next solve gives to coefficients, by row and column, to the linear objective, by column, and to
+  // right-hand sides, by row.
   std::map<int, std::map<int, double>> pendingCoefficients;
   std::map<int, double> pendingObjective;
+  std::map<int, double> pendingSides;
 
   // One adder per kind, made when first asked for. The pointers tell which part of the model is meant later.
   std::shared_ptr<tav::opt::AbstractVariableAdder> variableAdder;

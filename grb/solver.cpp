@@ -43,14 +43,16 @@ void requireIndex(const char* what, int index, int count) {
   if (index >= count) throw tav::CheckException::failedLessThan(what, index, {"count", count});
 }
 
+void requireFinite(double value) {
+  if (!std::isfinite(value)) throw tav::CheckException::failedTrue("isfinite(value)");
+}
+
 void requireChanges(const std::vector<int>& columns, const std::vector<double>& values, int count) {
   if (columns.size() != values.size()) {
     throw tav::CheckException::failedEqualTo("values.size()", values.size(), {"columns.size()", columns.size()});
   }
   for (const int column : columns) requireIndex("column", column, count);
-  for (const double value : values) {
-    if (!std::isfinite(value)) throw tav::CheckException::failedTrue("isfinite(value)");
-  }
+  for (const double value : values) requireFinite(value);
 }
 
 void note(const std::vector<int>& columns, const std::vector<double>& values, std::map<int, double>& changes) {
@@ -188,6 +190,12 @@ void Solver::queueCoefficients(int row, const std::vector<int>& columns, const s
 void Solver::queueObjective(const std::vector<int>& columns, const std::vector<double>& values) {
   requireChanges(columns, values, data_->variables.count());
   note(columns, values, data_->pendingObjective);
+}
+
+void Solver::queueSide(int row, double value) {
+  requireIndex("row", row, data_->linearRows.count());
+  requireFinite(value);
+  data_->pendingSides[row] = value;
 }
 
 std::string Solver::settingGroup(int key) const { return grb::settingGroup(key); }

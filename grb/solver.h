@@ -50,11 +50,13 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
 
   std::string libraryText() const override;
   tav::opt::StopReason stopReason() const override;
+  bool structureIntact() const override { return !data_->model->relaxed() && !data_->model->fixed(); }
   std::optional<tav::opt::Conflict> conflict() const override { return data_->outcome.conflict; }
   std::optional<double> relaxation() const override;
   std::optional<double> conditionNumber(bool exact) const override;
   void queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) override;
   void queueObjective(const std::vector<int>& columns, const std::vector<double>& values) override;
+  void queueSide(int row, double value) override;
   std::string settingGroup(int key) const override;
   bool isSetBeforeSetup(int key) const override;
   std::size_t longestText(int key) const override;

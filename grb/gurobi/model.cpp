@@ -42,6 +42,7 @@ void GurobiModel::install(GRBmodel* made, int code, std::string_view function,
   std::unique_ptr<GRBmodel, Free> owner(made, Free{api_});
   if (code != 0) throw GurobiException("Model creation failed", code, function, location);
   model_ = std::move(owner);
+  fixed_ = relaxed_ = false;  // the new one is neither
 }
 
 GRBenv* GurobiModel::envInUse() const { return model_ ? api_->GRBgetenv(model_.get()) : env_->env(); }

@@ -8,10 +8,11 @@
 namespace grb {
 namespace {
 
-struct Columns {
-  explicit Columns(const std::map<int, double>& changes) {
-    for (const auto& [column, value] : changes) {
-      positions.push_back(column);
+// Queued values by element, apart.
+struct Values {
+  explicit Values(const std::map<int, double>& changes) {
+    for (const auto& [position, value] : changes) {
+      positions.push_back(position);
       values.push_back(value);
     }
   }
@@ -19,20 +20,27 @@ struct Columns {
   std::vector<double> values;
 };
 
+// One list call for all of them, and none when there are none.
+void setAttribute(Data& data, const char* attribute, std::map<int, double>& changes) {
+  if (changes.empty()) return;
+  Values queued(changes);
+  data.model->setDblAttrArray(attribute, std::make_shared<tav::idx::lib::List>(std::move(queued.positions)),
+                              queued.values);
+  changes.clear();
+}
+
 }  // namespace
 
 void applyChanges(Data& data) {
   for (const auto& [row, changes] : data.pendingCoefficients) {
     if (changes.empty()) continue;
-    const Columns columns(changes);
+    const Values columns(changes);
     data.model->xchgCoeffs(std::vector<int>(columns.positions.size(), row), columns.positions, columns.values);
   }
   data.pendingCoefficients.clear();
-  if (data.pendingObjective.empty()) return;
-  Columns columns(data.pendingObjective);
-  data.model->setDblAttrArray("Obj", std::make_shared<tav::idx::lib::List>(std::move(columns.positions)),
-                              columns.values);
-  data.pendingObjective.clear();
+  setAttribute(data, "Obj", data.pendingObjective);
+  for (const auto& [row, side] : data.pendingSides) data.rowStores->sides[static_cast<std::size_t>(row)] = side;
+  setAttribute(data, "RHS", data.pendingSides);
 }
 
 }  // namespace grb

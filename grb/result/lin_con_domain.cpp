@@ -17,10 +17,12 @@ namespace grb {
 namespace {
 
 using Q = tav::opt::RowQuantity;
+using transform::DoubleValues;
 
 constexpr std::array kOfModel{
-    Quantity{Q::lower, "lower"},       Quantity{Q::upper, "upper"},        Quantity{Q::slack, "slack"},
-    Quantity{Q::marginal, "marginal"}, Quantity{Q::basis, "basis status"},
+    Quantity{Q::lower, "lower"},           Quantity{Q::upper, "upper"},        Quantity{Q::slack, "slack"},
+    Quantity{Q::marginal, "marginal"},     Quantity{Q::basis, "basis status"}, Quantity{Q::sideRangeLow, "side from"},
+    Quantity{Q::sideRangeHigh, "side to"},
 };
 constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"}};
 
@@ -72,8 +74,10 @@ tav::attr::BaseContainer LinConDomain::make(int key) const {
       return transformed<tav::attr::transform::Negate>(rowValues(model_, "Slack"));
     case Q::marginal:
       return transformed<transform::DoubleValues>(rowValues(model_, "Pi"));
-    default:
+    case Q::basis:
       return std::make_shared<LinConBasisSolutions>(model_);
+    default:
+      return std::make_shared<LinConSensBounds>(model_, key == Q::sideRangeLow ? "SARHSLow" : "SARHSUp");
   }
 }
 
@@ -110,6 +114,32 @@ void LinConBasisSolutions::get(const tav::idx::List& list, std::span<int> values
   model->getCharAttrArray("Sense", list, senses);
   if (senses.front() == '\0') failUnread("Sense");
   for (std::size_t k = 0; k < wanted.size(); ++k) wanted[k] = rowBasis(wanted[k], senses[k]);
+}
+
+int LinConSensBounds::size() const {
+  const auto model = model_.lock();
+  return model ? model->getIntAttr("NumConstrs") : 0;
+}
+
+int LinConSensBounds::solutionCount() const {
+  const auto model = model_.lock();
+  return model && model->isAttrAvailable(attribute_) ? 1 : 0;
+}
+
+double LinConSensBounds::get(int index, int /*solution*/) const {
+  const auto model = model_.lock();
+  if (!model) return 0;
+  return DoubleValues::read(model->getDblAttrElement(attribute_, index)) - model->getDblAttrElement("RHS", index);
+}
+
+void LinConSensBounds::get(const tav::idx::List& list, std::span<double> values, int /*solution*/) const {
+  const auto model = model_.lock();
+  if (!model || list.size() == 0) return;
+  const auto wanted = values.first(static_cast<std::size_t>(list.size()));
+  readElements<double>(*model, attribute_, list, wanted);
+  std::vector<double> sides(wanted.size());
+  readElements<double>(*model, "RHS", list, sides);
+  for (std::size_t k = 0; k < wanted.size(); ++k) wanted[k] = DoubleValues::read(wanted[k]) - sides[k];
 }
 
 }  // namespace grb

@@ -4,6 +4,7 @@
 
 #include "grb/data.h"
 #include "grb/result/quantity_view.h"
+#include "grb/result/transforms.h"
 
 namespace grb {
 
@@ -49,6 +50,26 @@ class LinConBasisSolutions : public tav::attr::AbstractContainer<int> {
 
  private:
   std::weak_ptr<GurobiModel> model_;
+};
+
+// One end of the interval in which the right-hand side of each row may move while the basis stays, relative to the
+// right-hand side: how far it may go. An end that is infinite stays infinite.
+class LinConSensBounds : public tav::attr::AbstractContainer<double> {
+ public:
+  // attribute: "SARHSLow" or "SARHSUp".
+  LinConSensBounds(std::weak_ptr<GurobiModel> model, const char* attribute)
+      : model_(std::move(model)), attribute_(attribute) {}
+  int size() const override;
+  int solutionCount() const override;
+  std::optional<double> toOptional(const double& value) const override { return DoubleValues::convert(value); }
+  double get(int index, int solution) const override;
+  void get(const tav::idx::List& list, std::span<double> values, int solution) const override;
+
+ private:
+  using DoubleValues = transform::DoubleValues;
+
+  std::weak_ptr<GurobiModel> model_;
+  const char* attribute_;
 };
 
 }  // namespace grb

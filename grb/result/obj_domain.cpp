@@ -4,6 +4,7 @@
 
 #include "grb/gurobi/callback_constants.h"
 #include "grb/result/attrib.h"
+#include "grb/result/attribute_container.h"
 #include "grb/result/sources.h"
 #include "grb/result/transforms.h"
 #include "tav/attr/view/single_item_container.h"
@@ -15,7 +16,10 @@ namespace {
 
 using Q = tav::opt::ObjectiveQuantity;
 
-constexpr std::array kProvided{Quantity{Q::value, "value"}, Quantity{Q::bound, "bound"}};
+constexpr std::array kOfModel{Quantity{Q::value, "value"}, Quantity{Q::bound, "bound"},
+                              Quantity{Q::coefficientRangeLow, "coefficient from"},
+                              Quantity{Q::coefficientRangeHigh, "coefficient to"}};
+constexpr std::array kOfEvent{Quantity{Q::value, "value"}, Quantity{Q::bound, "bound"}};
 constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"}};
 
 // One item as a container of one element.
@@ -37,7 +41,8 @@ ObjDomain::ObjDomain(const Data& data, std::optional<Event> event)
       event_(event) {}
 
 std::span<const Quantity> ObjDomain::provided() const {
-  return event_ ? std::span<const Quantity>(kProvided) : std::span<const Quantity>();
+  if (event_ == Event::none) return kOfModel;
+  return event_ ? std::span<const Quantity>(kOfEvent) : std::span<const Quantity>();
 }
 
 tav::attr::BaseContainer ObjDomain::make(int key) const {
@@ -48,6 +53,11 @@ tav::attr::BaseContainer ObjDomain::make(int key) const {
   }
   if (key == Q::value) {
     return transformed<transform::DoubleValues>(std::make_shared<ObjPrimalSolutions>(model_, mode_));
+  }
+  if (key == Q::coefficientRangeLow || key == Q::coefficientRangeHigh) {
+    const char* attribute = key == Q::coefficientRangeLow ? "SAObjLow" : "SAObjUp";
+    return transformed<transform::DoubleValues>(
+        std::make_shared<DoubleAttributeContainer>(model_, attribute, "NumVars", Access::readOnly));
   }
   const auto bound = std::make_shared<Attrib<kModelAttribute, double>>(model_, "ObjBound");
   return single(transformed<transform::DoubleValues>(bound).as<double>());

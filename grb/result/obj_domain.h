@@ -13,7 +13,7 @@ inline constexpr int kSingleObjectiveMode = 0;
 inline constexpr int kMultiObjectiveMode = 4;
 
 // Quantities of objectives (tav::opt::ObjectiveQuantity): of the last solve, or in an event of a running one the best
-// value and bound so far.
+// value and bound so far. The ranges of the coefficients have a value per variable.
 class ObjDomain : public QuantityView {
  public:
   ObjDomain(const Data& data, std::optional<Event> event);

@@ -28,17 +28,22 @@ class AbstractSolverServices {
   // Why the last solve ended.
   virtual StopReason stopReason() const = 0;
 
+  // Whether the solver's model is still the one that was loaded: false once it was relaxed or its integers were fixed,
+  // until it starts anew.
+  virtual bool structureIntact() const = 0;
+
   // What the last solve found out besides a point, if it was asked to: parts of the model that contradict each other;
   // what the cheapest relaxation costs; the condition number of the basis at the end.
   virtual std::optional<Conflict> conflict() const = 0;
   virtual std::optional<double> relaxation() const = 0;
   virtual std::optional<double> conditionNumber(bool exact) const = 0;
 
-  // New coefficients of a linear row, or of the linear objective, which the next solve begins with: as many values as
-  // columns. The last value for a place counts. Raises tav::CheckException for a row or column that does not exist and
-  // for a value that is not finite.
+  // New coefficients of a linear row, or of the linear objective, or the new right-hand side of a linear row, which the
+  // next solve begins with: as many values as columns. The last value for a place counts. Raises tav::CheckException
+  // for a row or column that does not exist and for a value that is not finite.
   virtual void queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) = 0;
   virtual void queueObjective(const std::vector<int>& columns, const std::vector<double>& values) = 0;
+  virtual void queueSide(int row, double value) = 0;
 
   // The heading under which people look for a setting of the solver's own dictionary (AbstractSolver::shortName); empty
   // for a key that is not provided.

@@ -157,8 +157,8 @@ TEST_F(SolverTest, MakesContainersOfThePartThatWasHandedOut) {
     return std::pair(domain.keys(), function.keys());
   };
   using Keys = std::vector<int>;
-  EXPECT_EQ(counts(rows), std::pair(Keys({2, 3, 5, 6, 7}), Keys({2})));
-  EXPECT_EQ(counts(objectives), std::pair(Keys({5, 6}), Keys({2})));
+  EXPECT_EQ(counts(rows), std::pair(Keys({2, 3, 5, 6, 7, 8, 9}), Keys({2})));
+  EXPECT_EQ(counts(objectives), std::pair(Keys({5, 6, 7, 8}), Keys({2})));
   EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kSenseDomain, tag::kQuadraticFunction)), counts(objectives));
   EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction)),
             std::pair(Keys({5, 6}), Keys()));
