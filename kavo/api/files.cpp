@@ -1,6 +1,6 @@
 // Models from files, results to files.
 
-#include "kavo/api/guard.h"
+#include "kavo/api/lend.h"
 #include "kavo/reader/input.h"
 #include "kavo/reader/nl/header.h"
 #include "kavo/reader/reader.h"
@@ -10,15 +10,8 @@
 using kavo::Error;
 using kavo::api::guard;
 using kavo::api::need;
-
-namespace {
-
-const kavo::Results& resultsOf(const trpRec& record) {
-  if (!record.results) throw Error(KAVO_NO_RESULT, "the model has not been solved");
-  return *record.results;
-}
-
-}  // namespace
+using kavo::api::poolPointOf;
+using kavo::api::resultsOf;
 
 extern "C" {
 
@@ -52,14 +45,36 @@ int kavo_write_failure_sol(const char* nl_path, const char* path, const char* me
 int kavo_write_point(const trpRec* model, const char* path) {
   return guard([&] {
     const trpRec& record = need(model);
-    kavo::writer::writePoint(record.model, resultsOf(record), &need(path, "the path"));
+    kavo::writer::writePoint(record.model, resultsOf(model), &need(path, "the path"));
+  });
+}
+
+int kavo_write_pool_sol(const trpRec* model, size_t index, const char* path, const char* message) {
+  return guard([&] {
+    poolPointOf(model, index);
+    const kavo::writer::SolHeader header{&need(message, "the message"), -1, model->objectiveNumber};
+    kavo::writer::writePoolSol(model->model, *model->results, index, &need(path, "the path"), header);
+  });
+}
+
+int kavo_write_pool_point(const trpRec* model, size_t index, const char* path) {
+  return guard([&] {
+    const kavo::PoolPoint& point = poolPointOf(model, index);
+    kavo::writer::writePoolPoint(model->model, point, &need(path, "the path"));
   });
 }
 
 int kavo_write_json(const trpRec* model, const char* path) {
   return guard([&] {
     const trpRec& record = need(model);
-    kavo::writer::writeJson(record.model, resultsOf(record), record.notes, &need(path, "the path"));
+    kavo::writer::writeJson(record.model, resultsOf(model), record.notes, &need(path, "the path"));
+  });
+}
+
+int kavo_write_text(const char* path, const char* text, size_t length) {
+  return guard([&] {
+    const std::string_view whole(&need(text, "the text"), length);
+    kavo::writer::writeFile(&need(path, "the path"), [&](kavo::writer::Text& out) { out << whole; });
   });
 }
 

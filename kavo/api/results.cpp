@@ -2,33 +2,30 @@
 
 #include <fmt/format.h>
 
-#include "kavo/api/guard.h"
+#include "kavo/api/lend.h"
 #include "kavo/result/outcome.h"
+#include "kavo/result/quantity.h"
 
 using kavo::Error;
+using kavo::api::clear;
 using kavo::api::guard;
+using kavo::api::lend;
 using kavo::api::need;
+using kavo::api::resultsOf;
 
 namespace {
 
-const kavo::Results& resultsOf(const trpRec* model) {
-  const trpRec& record = need(model);
-  if (!record.results) throw Error(KAVO_NO_RESULT, "the model has not been solved");
-  return *record.results;
+// The results of the fixed model.
+const kavo::Answer& fixedOf(const trpRec* model) {
+  const kavo::Results& results = resultsOf(model);
+  if (!results.fixed.finished) throw Error(KAVO_NO_RESULT, "the last solve gave no results of a fixed model");
+  return results.fixed;
 }
 
-// Lends an array, or says that there is none.
-template <class T>
-void lend(const std::optional<std::vector<T>>& array, const char* what, const T** values, std::size_t* count) {
-  if (!array) throw Error(KAVO_NO_RESULT, fmt::format("the last solve gave no {}", what));
-  *values = array->data();
-  *count = array->size();
-}
-
-template <class T>
-void clear(const T** values, std::size_t* count) {
-  need(values, "the address of the values") = nullptr;
-  need(count, "the address of the count") = 0;
+kavo_outcome tell(const kavo_finish& finish, const kavo::Outcome& words, double seconds) {
+  return {finish.status,    words.status,     words.termination, words.solCode,     words.message,
+          finish.objective, finish.bound,     finish.gap,        finish.iterations, finish.nodes,
+          seconds,          finish.solutions, finish.relaxation, finish.condition,  finish.exact_condition};
 }
 
 }  // namespace
@@ -38,12 +35,15 @@ extern "C" {
 int kavo_get_outcome(const trpRec* model, kavo_outcome* outcome) {
   return guard([&] {
     const kavo::Results& results = resultsOf(model);
-    const kavo_finish& finish = results.finish;
-    const kavo::Outcome words = kavo::outcome(results);
-    need(outcome, "the outcome") = {finish.status,     words.status,     words.termination, words.solCode,
-                                    words.message,     finish.objective, finish.bound,      finish.gap,
-                                    finish.iterations, finish.nodes,     results.seconds,   finish.solutions,
-                                    finish.relaxation, finish.condition, finish.exact_condition};
+    need(outcome, "the outcome") = tell(results.finish, kavo::outcome(results), results.seconds);
+  });
+}
+
+int kavo_get_fixed_outcome(const trpRec* model, kavo_outcome* outcome) {
+  return guard([&] {
+    const kavo::Answer& fixed = fixedOf(model);
+    const kavo::Outcome words = kavo::outcome(fixed, resultsOf(model).signalled);
+    need(outcome, "the outcome") = tell(fixed.finish, words, fixed.finish.seconds);
   });
 }
 
@@ -60,19 +60,25 @@ int kavo_outcome_row(size_t index, int* sol_code, const char** message) {
 int kavo_result(const trpRec* model, int quantity, const double** values, size_t* count) {
   return guard([&] {
     clear(values, count);
-    constexpr const char* kNames[] = {"values of the columns", "reduced costs", "activities", "duals", "slacks"};
-    if (quantity < KAVO_PRIMAL || quantity > KAVO_SLACK)
-      throw Error(KAVO_INVALID, fmt::format("there is no quantity {}", quantity));
-    lend(resultsOf(model).values[static_cast<std::size_t>(quantity)], kNames[quantity], values, count);
+    const kavo::Quantity asked = kavo::quantityOf(quantity);
+    const kavo::Answer& answer = asked.fixed ? fixedOf(model) : resultsOf(model);
+    lend(answer.values[asked.index], asked.name, values, count);
   });
 }
 
 int kavo_result_basis(const trpRec* model, int kind, const int** statuses, size_t* count) {
   return guard([&] {
     clear(statuses, count);
-    if (kind != KAVO_COLUMN && kind != KAVO_ROW) throw Error(KAVO_INVALID, "only columns and rows have basis statuses");
-    const kavo::Results& results = resultsOf(model);
-    lend(kind == KAVO_COLUMN ? results.columnBasis : results.rowBasis, "basis", statuses, count);
+    const kavo::BasisKind asked = kavo::basisKindOf(kind);
+    const kavo::Answer& answer = asked.fixed ? fixedOf(model) : resultsOf(model);
+    lend(answer.basis(asked.kind), "basis", statuses, count);
+  });
+}
+
+int kavo_objective_values(const trpRec* model, const double** values, size_t* count) {
+  return guard([&] {
+    clear(values, count);
+    lend(resultsOf(model).objectives, "values of the objectives", values, count);
   });
 }
 

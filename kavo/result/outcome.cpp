@@ -1,5 +1,6 @@
 #include "kavo/result/outcome.h"
 
+#include <cmath>
 #include <iterator>
 
 namespace kavo {
@@ -49,8 +50,13 @@ constexpr StopRow kStop[] = {
     {"memory_limit", {410, 480, "memory limit, feasible solution", "memory limit, without a feasible solution"}},
     {"numeric", {550, 550, "numeric error, feasible solution", "numeric error"}},
     {"interrupted", {401, 471, "interrupted, feasible solution", "interrupted, without a feasible solution"}},
+    {"stop_expression", {411, 481, "stop rule, feasible solution", "stop rule, without a feasible solution"}},
 };
-static_assert(std::size(kStatus) == KAVO_UNKNOWN + 1 && std::size(kStop) == KAVO_STOP_INTERRUPTED + 1);
+static_assert(std::size(kStatus) == KAVO_UNKNOWN + 1 && std::size(kStop) == KAVO_STOP_RULE + 1);
+
+// A point of the relaxation is none of the model: these messages must not speak of a feasible solution.
+constexpr const char* kRelaxed = "feasible relaxation";
+constexpr const char* kRelaxedEarly = "stopped early, feasible relaxation";
 
 Outcome compose(const StatusRow& status, const StopRow& stop, bool point) {
   const bool known = &status != &kStatus[KAVO_UNKNOWN];
@@ -59,13 +65,19 @@ Outcome compose(const StatusRow& status, const StopRow& stop, bool point) {
   return {status.word, stop.word, verdict.codeWithoutPoint, verdict.messageWithoutPoint};
 }
 
+bool isRelaxed(const Answer& answer) {
+  return answer.finish.status == KAVO_UNKNOWN && answer.hasPoint() && !std::isnan(answer.finish.relaxation);
+}
+
 }  // namespace
 
-Outcome outcome(const Results& results) {
-  Outcome words = compose(kStatus[results.finish.status], kStop[results.finish.stop], results.hasPoint());
-  if (results.finish.stop == KAVO_STOP_INTERRUPTED) {
-    words.termination = results.signalled ? "interrupted_by_signal" : "interrupted_by_host";
+Outcome outcome(const Answer& answer, bool signalled) {
+  const int stop = answer.finish.stop;
+  Outcome words = compose(kStatus[answer.finish.status], kStop[stop], answer.hasPoint());
+  if (isRelaxed(answer)) {
+    words.message = stop == KAVO_STOP_FINISHED || stop == KAVO_STOP_SUBOPTIMAL ? kRelaxed : kRelaxedEarly;
   }
+  if (stop == KAVO_STOP_INTERRUPTED) words.termination = signalled ? "interrupted_by_signal" : "interrupted_by_host";
   return words;
 }
 
@@ -75,7 +87,10 @@ std::optional<Outcome> outcomeRow(std::size_t index) {
   if (row < KAVO_UNKNOWN) return compose(kStatus[row], kStop[KAVO_STOP_FINISHED], point);
   const std::size_t stop = row - KAVO_UNKNOWN;
   if (stop < std::size(kStop)) return compose(kStatus[KAVO_UNKNOWN], kStop[stop], point);
-  return std::nullopt;
+  if (stop > std::size(kStop) || !point) return std::nullopt;
+  Outcome relaxed = compose(kStatus[KAVO_UNKNOWN], kStop[KAVO_STOP_FINISHED], true);
+  relaxed.message = kRelaxed;
+  return relaxed;
 }
 
 }  // namespace kavo

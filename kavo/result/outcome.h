@@ -16,7 +16,9 @@ struct Outcome {
 };
 
 // The one table from (stop reason, solution status, is there a point) to words and codes; docs/results.md shows it.
-Outcome outcome(const Results& results);
+// signalled: it was a signal that interrupted the run.
+Outcome outcome(const Answer& answer, bool signalled);
+inline Outcome outcome(const Results& results) { return outcome(results, results.signalled); }
 
 // Row `index` of that table without point or with one, for a list of all codes; nothing beyond the last.
 std::optional<Outcome> outcomeRow(std::size_t index);

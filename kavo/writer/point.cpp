@@ -5,15 +5,27 @@
 
 namespace kavo::writer {
 
-void writePoint(const Model& model, const Results& results, const std::string& path) {
-  const auto& point = results.values[KAVO_PRIMAL];
-  if (!point) throw Error(KAVO_NO_RESULT, "the last solve gave no point that could be written");
+namespace {
+
+void write(const Model& model, double objective, const std::vector<double>& point, const std::string& path) {
   writeFile(path, [&](Text& text) {
-    (text << "# Objective value = ").number(results.finish.objective) << '\n';
-    for (std::size_t i = 0; i < point->size(); ++i) {
-      (text << elementName(model, KAVO_COLUMN, i) << ' ').number((*point)[i]) << '\n';
+    (text << "# Objective value = ").number(objective) << '\n';
+    for (std::size_t i = 0; i < point.size(); ++i) {
+      (text << elementName(model, KAVO_COLUMN, i) << ' ').number(point[i]) << '\n';
     }
   });
+}
+
+}  // namespace
+
+void writePoint(const Model& model, const Results& results, const std::string& path) {
+  const Numbers& point = results.values[KAVO_PRIMAL];
+  if (!point) throw Error(KAVO_NO_RESULT, "the last solve gave no point that could be written");
+  write(model, results.finish.objective, *point, path);
+}
+
+void writePoolPoint(const Model& model, const PoolPoint& point, const std::string& path) {
+  write(model, point.objective, point.values, path);
 }
 
 }  // namespace kavo::writer

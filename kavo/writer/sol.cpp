@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -100,12 +102,36 @@ void writeSuffixes(Text& text, const Model& model, const Results& results, std::
 }
 
 // The protocol has no word for an unknown number.
-void writeValues(Text& text, const std::optional<std::vector<double>>& values) {
-  if (!values) return;
-  for (const double value : *values) text.number(std::isnan(value) ? 0 : value) << '\n';
+void writeValues(Text& text, const std::vector<double>& values) {
+  for (const double value : values) text.number(std::isnan(value) ? 0 : value) << '\n';
 }
 
-std::size_t sizeOf(const std::optional<std::vector<double>>& values) { return values ? values->size() : 0; }
+std::size_t sizeOf(const Numbers& values) { return values ? values->size() : 0; }
+
+SolShape shapeOf(const Model& model) {
+  return {model.amplOptions, model.amplTolerance, model.rows.size(), model.columns.size()};
+}
+
+// The index of the objective that a .sol speaks of.
+std::size_t objectiveOf(const Model& model, const SolHeader& header) {
+  const auto chosen = static_cast<std::size_t>(std::max(header.objectiveNumber, 1) - 1);
+  return chosen < model.objectives.size() ? chosen : 0;
+}
+
+struct Verdict {
+  int code;
+  const char* message;
+};
+
+// A point of the pool that is as good as the answer has been proven as much; of a worse one it is known only that it is
+// feasible.
+Verdict judge(const Results& results, const PoolPoint& point) {
+  constexpr double kSame = 1e-9;
+  const double best = results.finish.objective;
+  const bool same = std::fabs(point.objective - best) <= kSame * std::max(1.0, std::fabs(best));
+  const Outcome words = outcome(results);
+  return same ? Verdict{words.solCode, words.message} : Verdict{100, "feasible solution"};
+}
 
 }  // namespace
 
@@ -113,16 +139,29 @@ void writeSol(const Model& model, const Results* results, const std::string& pat
   static const Results kNone;
   const Results& given = results ? *results : kNone;
   const auto &duals = given.values[KAVO_DUAL], &primal = given.values[KAVO_PRIMAL];
-  const auto chosen = static_cast<std::size_t>(std::max(header.objectiveNumber, 1) - 1);
-  const std::size_t objective = chosen < model.objectives.size() ? chosen : 0;
-  const SolShape shape{model.amplOptions, model.amplTolerance, model.rows.size(), model.columns.size()};
+  const std::size_t objective = objectiveOf(model, header);
   writeFile(path, [&](Text& text) {
     writeMessage(text, header.message);
-    writeHead(text, shape, sizeOf(duals), sizeOf(primal));
-    writeValues(text, duals);
-    writeValues(text, primal);
+    writeHead(text, shapeOf(model), sizeOf(duals), sizeOf(primal));
+    if (duals) writeValues(text, *duals);
+    if (primal) writeValues(text, *primal);
     writeCode(text, objective, header.resultCode >= 0 ? header.resultCode : outcome(given).solCode);
     writeSuffixes(text, model, given, objective);
+  });
+}
+
+void writePoolSol(const Model& model, const Results& results, std::size_t index, const std::string& path,
+                  const SolHeader& header) {
+  const PoolPoint& point = results.pool[index];
+  const Verdict verdict = judge(results, point);
+  writeFile(path, [&](Text& text) {
+    std::string message(header.message);
+    message += fmt::format("\nalternative solution {} of {}: {}; objective {}", index + 1, results.pool.size(),
+                           verdict.message, point.objective);
+    writeMessage(text, message);
+    writeHead(text, shapeOf(model), 0, point.values.size());
+    writeValues(text, point.values);
+    writeCode(text, objectiveOf(model, header), verdict.code);
   });
 }
 
