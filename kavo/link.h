@@ -129,8 +129,9 @@ KAVO_API int kavo_link_mip_start(const trpRec* model, size_t index, const double
 /* 1 when the host withholds starts of every kind; the functions above then have none. */
 KAVO_API int kavo_link_starts_withheld(const trpRec* model);
 
-/* What has changed since the last solve that succeeded; the new numbers stand in the model. An element may stand there
- * several times. */
+/* What has changed since the last solve that succeeded, as it was when the solve began; the new numbers stand in the
+ * model. An element stands there once, in the order of the elements. Settings, start values, bases, MIP starts and
+ * suffixes that are read at each solve are no changes. */
 typedef struct kavo_changes {
   int structure; /* 1: more than what follows, or there was no such solve */
   size_t coefficients;
@@ -144,6 +145,7 @@ typedef struct kavo_changes {
   const int* cost_column;
   const double* cost_value;
   int constant; /* 1: the constant of that objective */
+  int others;   /* 1: something of another objective */
 } kavo_changes;
 KAVO_API int kavo_link_changes(const trpRec* model, kavo_changes* out);
 

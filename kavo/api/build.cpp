@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "kavo/api/guard.h"
@@ -18,18 +20,18 @@ using kavo::api::needIdle;
 
 namespace {
 
-std::vector<double> startValues(const char* kind, const double* values, std::size_t count) {
-  if (values == nullptr) return {};
-  for (std::size_t i = 0; i < count; ++i) {
-    if (std::isinf(values[i])) throw Error(KAVO_INVALID, fmt::format("the start value of {} {} is infinite", kind, i));
-  }
-  return {values, values + count};
-}
-
 kavo::Suffix makeSuffix(int kind, const char* name, std::size_t count, const int* index, const double* value) {
   kavo::Suffix suffix{kind, name, true, {index, index + count}, {value, value + count}};
   suffix.real = std::any_of(value, value + count, [](double v) { return v != std::floor(v); });
   return suffix;
+}
+
+// Suffixes that a link writes into the solver's model, so that a later change is one of the model; others are read at
+// each solve, or not at all.
+bool goesInWithTheModel(std::string_view name) {
+  constexpr std::string_view kNames[] = {"partition", "lazy",      "trynonlin", "objpriority",
+                                         "objweight", "objabstol", "objreltol"};
+  return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
 }
 
 void checkSuffix(const kavo::Model& model, int kind, std::size_t count, const int* index, const double* value) {
@@ -93,22 +95,13 @@ int kavo_set_objective_number(trpRec* model, int number) {
   });
 }
 
-int kavo_set_start(trpRec* model, const double* primal, const double* dual) {
-  return guard([&] {
-    kavo::Model& given = needIdle(model).model;
-    auto primalStart = startValues("column", primal, given.columns.size());
-    auto dualStart = startValues("row", dual, given.rows.size());
-    given.primalStart = std::move(primalStart);
-    given.dualStart = std::move(dualStart);
-  });
-}
-
 int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, const int* index, const double* value) {
   return guard([&] {
     kavo::Model& given = needIdle(model).model;
     need(name, "the suffix name");
     checkSuffix(given, kind, count, index, value);
     kavo::Suffix suffix = makeSuffix(kind, name, count, index, value);
+    if (goesInWithTheModel(name)) model->changes.becomeStructural();
     auto& all = given.suffixes;
     const auto same =
         std::find_if(all.begin(), all.end(), [&](const auto& s) { return s.kind == kind && s.name == suffix.name; });

@@ -36,13 +36,14 @@ inline const trpRec& need(const trpRec* model) { return need(model, "the model")
 // A model that may be changed or solved now: not from within its own solve.
 trpRec& needIdle(trpRec* model);
 
-// Runs the body of an extern "C" function that changes what is to be solved; when it went well, results of an earlier
-// solve no longer fit and are dropped.
+// Runs the body of an extern "C" function that changes what is to be solved beyond what kavo_changes can tell; when it
+// went well, results of an earlier solve no longer fit and are dropped.
 template <class Body>
 int guardChange(trpRec* model, Body&& body) noexcept {
   return guard([&] {
     trpRec& record = needIdle(model);
     std::forward<Body>(body)(record.model);
+    record.changes.becomeStructural();
     record.results.reset();
   });
 }

@@ -3,12 +3,14 @@
 #include <fmt/format.h>
 
 #include <chrono>
+#include <utility>
 
 #include "kavo/api/guard.h"
 #include "kavo/link/loaded_link.h"
 #include "kavo/link/stop_request.h"
 #include "kavo/model/element.h"
 #include "kavo/model/oddities.h"
+#include "kavo/model/starts.h"
 
 using kavo::Error;
 using kavo::api::guard;
@@ -61,6 +63,18 @@ void refuseComplementarity(const kavo::Model& model) {
                                               kavo::elementName(model, KAVO_ROW, row)));
 }
 
+// Lets the link see the model; one that has solved it before hears first that it has changed.
+void callLink(trpRec& record) {
+  const Solving solving(record);
+  const bool isChanged = std::exchange(record.wasSolved, true) && record.changes.any();
+  record.changes.tidy();
+  const bool isDone = (!isChanged || record.link->modify() == 0) && record.link->call() == 0;
+  if (isDone && record.filling.finished) return record.changes.forget();
+  // What the link has of the model now, nobody knows.
+  record.changes.becomeStructural();
+  throw Error(KAVO_LINK, isDone ? "the link returned without results" : linkFailure(record));
+}
+
 void solve(trpRec& record) {
   if (!record.link) throw Error(KAVO_INVALID, "no link is open");
   checkObjectiveNumber(record);
@@ -70,12 +84,9 @@ void solve(trpRec& record) {
   record.linkError.clear();
   record.notes = record.model.readNotes;
   kavo::noteOddities(record.model, record.notes);
+  kavo::noteWithheld(record, record.notes);
   const auto begin = std::chrono::steady_clock::now();
-  {
-    const Solving solving(record);
-    if (record.link->call() != 0) throw Error(KAVO_LINK, linkFailure(record));
-  }
-  if (!record.filling.finished) throw Error(KAVO_LINK, "the link returned without results");
+  callLink(record);
   record.filling.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   record.filling.signalled = record.stop->signalled();
   record.results = std::move(record.filling);
@@ -94,6 +105,8 @@ int kavo_open_link(trpRec* model, const char* path) {
     forgetPublished(record);
     if (link->ready(&record) != 0) throw Error(KAVO_LINK, linkFailure(record));
     record.link = std::move(link);
+    record.wasSolved = false;
+    record.changes.becomeStructural();
   });
 }
 

@@ -38,7 +38,7 @@ LoadedLink::LoadedLink(const std::string& path) {
   free_ = resolve<kavo_link_free>(library.get(), "grbFree", path);
   ready_ = resolve<kavo_link_ready>(library.get(), "grbReadyAPI", path);
   call_ = resolve<kavo_link_call>(library.get(), "grbCallSolver", path);
-  resolve<kavo_link_call>(library.get(), "grbModifyProblem", path);
+  modify_ = resolve<kavo_link_call>(library.get(), "grbModifyProblem", path);
   std::array<char, 4096> message{};
   if (create(&handle_, message.data(), static_cast<int>(message.size())) != 0)
     throw Error(KAVO_LINK, messageIn(message));

@@ -18,6 +18,7 @@ class LoadedLink {
 
   // The link's own results: 0 is success.
   int ready(trpRec* model) { return ready_(handle_, model); }
+  int modify() { return modify_(handle_); }
   int call() { return call_(handle_); }
 
   // libgrblink.so in the folder that holds this library.
@@ -26,7 +27,7 @@ class LoadedLink {
  private:
   kavo_link_free free_ = nullptr;
   kavo_link_ready ready_ = nullptr;
-  kavo_link_call call_ = nullptr;
+  kavo_link_call modify_ = nullptr, call_ = nullptr;
   void* handle_ = nullptr;
 };
 

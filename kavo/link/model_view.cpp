@@ -122,14 +122,6 @@ int kavo_link_suffix(const trpRec* model, int kind, const char* name, kavo_suffi
   });
 }
 
-int kavo_link_starts(const trpRec* model, const double** primal, const double** dual) {
-  return guard([&] {
-    const kavo::Model& given = need(model).model;
-    need(primal, "primal") = given.primalStart.empty() ? nullptr : given.primalStart.data();
-    need(dual, "dual") = given.dualStart.empty() ? nullptr : given.dualStart.data();
-  });
-}
-
 int kavo_link_model_name(const trpRec* model, const char** name) {
   return guard([&] { need(name, "name") = need(model).model.name.c_str(); });
 }

@@ -16,12 +16,8 @@ namespace kavo {
 namespace {
 
 void checkBounds(const Place& place, std::size_t count, const double* lower, const double* upper) {
-  for (std::size_t i = 0; lower && i < count; ++i) {
-    if (!(lower[i] < kInfinity)) place.fail(i, fmt::format("lower bound {} must be a number below 1e20", lower[i]));
-  }
-  for (std::size_t i = 0; upper && i < count; ++i) {
-    if (!(upper[i] > -kInfinity)) place.fail(i, fmt::format("upper bound {} must be a number above -1e20", upper[i]));
-  }
+  for (std::size_t i = 0; lower && i < count; ++i) checkLower(place, i, lower[i]);
+  for (std::size_t i = 0; upper && i < count; ++i) checkUpper(place, i, upper[i]);
 }
 
 // The terms of one row or objective.
@@ -38,10 +34,7 @@ struct Terms {
 void checkTerms(const Place& place, std::size_t element, const Terms& terms, std::size_t columns) {
   for (std::size_t k = 0; k < terms.count; ++k) {
     checkColumn(place, element, k, terms.column[k], columns);
-    if (!(std::fabs(terms.value[k]) < kInfinity)) {
-      place.fail(element, fmt::format("coefficient {} of column {} must be a number below 1e20", terms.value[k],
-                                      terms.column[k]));
-    }
+    checkCoefficient(place, element, terms.value[k], terms.column[k]);
   }
 }
 
@@ -101,19 +94,23 @@ void appendColumns(Model& model, const ColumnData& data) {
     if (data.type[i] > KAVO_SEMIINTEGER) place.fail(i, fmt::format("there is no variable type {}", data.type[i]));
   }
   const auto mark = columns.names.mark();
-  const std::size_t starts = model.primalStart.size();
+  const std::size_t starts = model.primalStart.size(), basis = model.columnStart.size();
   Rollback rollback([&] {
     columns.lower.resize(present);
     columns.upper.resize(present);
     columns.type.resize(present);
     columns.names.revert(mark);
     model.primalStart.resize(starts);
+    model.columnStart.resize(basis);
+    for (auto& start : model.mipStarts) start.resize(present);
   });
   extend(columns.lower, data.lower, data.count, 0.0);
   extend(columns.upper, data.upper, data.count, kInfinity);
   extend<unsigned char>(columns.type, data.type, data.count, KAVO_CONTINUOUS);
   appendNames(columns.names, data.names, data.count, present);
   if (starts > 0) model.primalStart.resize(present + data.count, kUnknown);
+  if (basis > 0) model.columnStart.resize(present + data.count, 0);
+  for (auto& start : model.mipStarts) start.resize(present + data.count, kUnknown);
   rollback.keep();
 }
 
@@ -128,7 +125,8 @@ void appendRows(Model& model, const RowData& data) {
   const Place place{"row", present, data.names};
   checkBounds(place, data.count, data.lower, data.upper);
   const auto mark = rows.names.mark();
-  const std::size_t terms = rows.column.size(), starts = model.dualStart.size(), expressions = rows.expression.size();
+  const std::size_t terms = rows.column.size(), expressions = rows.expression.size();
+  const std::size_t starts = model.dualStart.size(), basis = model.rowStart.size();
   const std::size_t quadratics = rows.quadratic.size(), indicators = rows.indicator.size();
   Rollback rollback([&] {
     rows.start.resize(present + 1);
@@ -142,6 +140,7 @@ void appendRows(Model& model, const RowData& data) {
     rows.indicatorValue.resize(indicators);
     rows.names.revert(mark);
     model.dualStart.resize(starts);
+    model.rowStart.resize(basis);
   });
   appendRowTerms(rows, data, place, model.columns.size());
   extend(rows.lower, data.lower, data.count, -kInfinity);
@@ -154,6 +153,7 @@ void appendRows(Model& model, const RowData& data) {
   }
   appendNames(rows.names, data.names, data.count, present);
   if (starts > 0) model.dualStart.resize(present + data.count, kUnknown);
+  if (basis > 0) model.rowStart.resize(present + data.count, 0);
   rollback.keep();
 }
 
@@ -162,8 +162,7 @@ void appendObjective(Model& model, const ObjectiveData& data) {
   if (data.sense != KAVO_MINIMIZE && data.sense != KAVO_MAXIMIZE) {
     place.fail(0, fmt::format("the sense must be 0 (minimise) or 1 (maximise), not {}", data.sense));
   }
-  if (!std::isfinite(data.constant))
-    place.fail(0, fmt::format("the constant {} must be a finite number", data.constant));
+  checkConstant(place, 0, data.constant);
   if (data.terms > 0 && (data.column == nullptr || data.value == nullptr))
     place.fail(0, "the columns or values of its terms are null");
   const Terms terms{data.column, data.value, data.terms};

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <climits>
+#include <cmath>
 
 #include "kavo/error.h"
 #include "kavo/model/element.h"
@@ -45,6 +46,23 @@ void checkStarts(const char* what, std::size_t count, const std::size_t* start) 
 void checkColumn(const Place& place, std::size_t element, std::size_t k, int column, std::size_t columns) {
   if (column >= 0 && static_cast<std::size_t>(column) < columns) return;
   place.fail(element, fmt::format("column {} of term {} does not exist: the model has {} columns", column, k, columns));
+}
+
+void checkLower(const Place& place, std::size_t element, double lower) {
+  if (!(lower < kInfinity)) place.fail(element, fmt::format("lower bound {} must be a number below 1e20", lower));
+}
+
+void checkUpper(const Place& place, std::size_t element, double upper) {
+  if (!(upper > -kInfinity)) place.fail(element, fmt::format("upper bound {} must be a number above -1e20", upper));
+}
+
+void checkCoefficient(const Place& place, std::size_t element, double value, int column) {
+  if (std::fabs(value) < kInfinity) return;
+  place.fail(element, fmt::format("coefficient {} of column {} must be a number below 1e20", value, column));
+}
+
+void checkConstant(const Place& place, std::size_t element, double constant) {
+  if (!std::isfinite(constant)) place.fail(element, fmt::format("the constant {} must be a finite number", constant));
 }
 
 void appendNames(Names& to, const char* const* names, std::size_t count, std::size_t present) {

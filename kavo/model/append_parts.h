@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -60,6 +61,18 @@ void checkCount(const char* what, std::size_t present, std::size_t more);
 void checkStarts(const char* what, std::size_t count, const std::size_t* start);
 // That term k of new element `element` names one of `columns` columns.
 void checkColumn(const Place& place, std::size_t element, std::size_t k, int column, std::size_t columns);
+
+// That a number can be a lower bound or side, an upper one, the coefficient of a column, the constant of an objective.
+void checkLower(const Place& place, std::size_t element, double lower);
+void checkUpper(const Place& place, std::size_t element, double upper);
+void checkCoefficient(const Place& place, std::size_t element, double value, int column);
+void checkConstant(const Place& place, std::size_t element, double constant);
+
+// Room for so many more, asked for by the half of what is there at least, so that many small calls stay cheap.
+template <class T>
+void reserveMore(std::vector<T>& values, std::size_t more) {
+  if (values.capacity() - values.size() < more) values.reserve(values.size() + std::max(more, values.size() / 2));
+}
 
 template <class T>
 void extend(std::vector<T>& to, const T* from, std::size_t count, T fill) {

@@ -121,6 +121,8 @@ struct Model {
   std::vector<Complementarity> complementarity;
   std::vector<std::string> functions;          // imported functions by name
   std::vector<double> primalStart, dualStart;  // empty, or one entry per column or row; NaN: unknown
+  std::vector<int> columnStart, rowStart;      // the same of a basis to start from: a kavo_basis each, 0: unknown
+  std::vector<std::vector<double>> mipStarts;  // one entry per column each, NaN: not given
   std::vector<Suffix> suffixes;
 
   // Where it came from.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kavo/link.h"
+#include "kavo/model/changes.h"
 #include "kavo/model/model.h"
 #include "kavo/result/results.h"
 #include "kavo/setting/setting.h"
@@ -27,6 +28,9 @@ struct trpRec {
 
   kavo::Model model;
   int objectiveNumber = 1;
+  kavo::Changes changes;                       // since the last solve of this link that succeeded
+  bool wasSolved = false;                      // by this link, be it that it failed
+  double basisRatio = 0;                       // as kavo_set_basis_ratio has it
   std::deque<kavo::Setting> settings;          // for the link; a deque keeps the text in place that the views show
   std::vector<kavo_setting> settingViews;      // what kavo_link_settings lends
   std::deque<kavo::SettingInfo> ownInfos;      // settings that the host has declared,
@@ -42,6 +46,8 @@ struct trpRec {
   bool solving = false;
   void (*logWrite)(const char*, std::size_t, void*) = nullptr;
   void* logData = nullptr;
+  int (*progress)(const kavo_progress*, void*) = nullptr;
+  void* progressData = nullptr;
   std::unique_ptr<kavo::StopRequest> stop;
   std::unique_ptr<kavo::LoadedLink> link;
 };
