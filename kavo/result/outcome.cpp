@@ -1,7 +1,8 @@
 #include "kavo/result/outcome.h"
 
-#include <cmath>
 #include <iterator>
+
+#include "kavo/result/relaxed.h"
 
 namespace kavo {
 
@@ -65,16 +66,12 @@ Outcome compose(const StatusRow& status, const StopRow& stop, bool point) {
   return {status.word, stop.word, verdict.codeWithoutPoint, verdict.messageWithoutPoint};
 }
 
-bool isRelaxed(const Answer& answer) {
-  return answer.finish.status == KAVO_UNKNOWN && answer.hasPoint() && !std::isnan(answer.finish.relaxation);
-}
-
 }  // namespace
 
 Outcome outcome(const Answer& answer, bool signalled) {
   const int stop = answer.finish.stop;
   Outcome words = compose(kStatus[answer.finish.status], kStop[stop], answer.hasPoint());
-  if (isRelaxed(answer)) {
+  if (isRelaxed(answer) && answer.finish.status == KAVO_UNKNOWN) {
     words.message = stop == KAVO_STOP_FINISHED || stop == KAVO_STOP_SUBOPTIMAL ? kRelaxed : kRelaxedEarly;
   }
   if (stop == KAVO_STOP_INTERRUPTED) words.termination = signalled ? "interrupted_by_signal" : "interrupted_by_host";

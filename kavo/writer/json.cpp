@@ -1,39 +1,12 @@
 #include "kavo/model/element.h"
 #include "kavo/result/outcome.h"
 #include "kavo/writer/file.h"
-#include "kavo/writer/json_text.h"
+#include "kavo/writer/json_parts.h"
 #include "kavo/writer/writer.h"
 
 namespace kavo::writer {
 
 namespace {
-
-void writeNumbers(JsonText& json, const char* key, const std::optional<std::vector<double>>& values) {
-  json.key(key);
-  if (!values) return json.null();
-  json.beginArray();
-  for (const double value : *values) json.value(value);
-  json.endArray();
-}
-
-void writeBasis(JsonText& json, const std::optional<std::vector<int>>& basis) {
-  constexpr const char* kWords[] = {nullptr, "lower", "upper", "basic", "superbasic"};
-  json.key("basis");
-  if (!basis) return json.null();
-  json.beginArray();
-  for (const int status : *basis) {
-    json.value(status >= KAVO_BASIS_LOWER && status <= KAVO_SUPERBASIC ? kWords[status] : nullptr);
-  }
-  json.endArray();
-}
-
-void writeNames(JsonText& json, const Model& model, int kind) {
-  const std::size_t count = elementCount(model, kind);
-  json.key("name");
-  json.beginArray();
-  for (std::size_t i = 0; i < count; ++i) json.value(elementName(model, kind, i));
-  json.endArray();
-}
 
 void writeVariables(JsonText& json, const Model& model, const Results& results) {
   json.key("variables");
@@ -87,9 +60,9 @@ void writeOutcome(JsonText& json, const Results& results) {
       {"status", words.status}, {"termination", words.termination}, {"message", words.message}};
   for (const auto& [key, text] : texts) json.key(key), json.value(text);
   const std::pair<const char*, double> numbers[] = {
-      {"objective", finish.objective},   {"bound", finish.bound}, {"gap", finish.gap},
-      {"iterations", finish.iterations}, {"nodes", finish.nodes}, {"seconds", results.seconds},
-      {"solutions", finish.solutions}};
+      {"objective", finish.objective},   {"bound", finish.bound},     {"gap", finish.gap},
+      {"iterations", finish.iterations}, {"nodes", finish.nodes},     {"seconds", results.seconds},
+      {"solutions", finish.solutions},   {"kappa", finish.condition}, {"kappa_exact", finish.exact_condition}};
   for (const auto& [key, number] : numbers) json.key(key), json.value(number);
 }
 
@@ -104,6 +77,12 @@ void writeJson(const Model& model, const Results& results, const std::vector<std
     writeVariables(json, model, results);
     writeRows(json, model, results);
     writeViolations(json, model, results);
+    writeRanges(json, model, results);
+    writePool(json, results);
+    writeObjectives(json, model, results);
+    writeFixed(json, results);
+    writeRelaxation(json, model, results);
+    writeConflict(json, model, results);
     json.key("notes");
     json.beginArray();
     for (const std::string& note : notes) json.value(note);

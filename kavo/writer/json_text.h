@@ -21,6 +21,8 @@ class JsonText {
   void value(const char* string);
   // A number; NaN is null, an infinity +-1e100.
   void value(double number);
+  // Not an overload of value: text would become a truth unseen.
+  void truth(bool is) { piece(is ? "true" : "false"); }
   void null() { piece("null"); }
 
  private:

@@ -1,5 +1,5 @@
 #include "kavo/error.h"
-#include "kavo/model/element.h"
+#include "kavo/writer/element_names.h"
 #include "kavo/writer/file.h"
 #include "kavo/writer/writer.h"
 
@@ -9,9 +9,10 @@ namespace {
 
 void write(const Model& model, double objective, const std::vector<double>& point, const std::string& path) {
   writeFile(path, [&](Text& text) {
+    ElementNames names(model, KAVO_COLUMN);
     (text << "# Objective value = ").number(objective) << '\n';
     for (std::size_t i = 0; i < point.size(); ++i) {
-      (text << elementName(model, KAVO_COLUMN, i) << ' ').number(point[i]) << '\n';
+      (text << names.at(i) << ' ').number(point[i]) << '\n';
     }
   });
 }
