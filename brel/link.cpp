@@ -6,6 +6,7 @@
 
 #include "brel/host.h"
 #include "brel/load/loader.h"
+#include "brel/load/preferences.h"
 #include "brel/plugin/plugin.h"
 #include "brel/settings/publish.h"
 #include "brel/settings/rewrite_settings.h"
@@ -100,7 +101,7 @@ std::int32_t Link::modifyProblem() { return model_ == nullptr ? 1 : 0; }
 void Link::run() {
   const auto log = std::make_shared<HostLog>(model_);
   solver_->setLog(log);
-  const settings::Given given = settings::check(model_, *table_, *solver_);
+  settings::Given given = settings::check(model_, *table_, *solver_);
   log->writeLine(solverText(*solver_));
   for (const std::string& line : given.skipped) {
     log->writeLine(line);
@@ -121,6 +122,9 @@ void Link::run() {
   Plugins plugins(definition_);
   plugins.each(&plugin::AbstractPlugin::prepare, solve);
   if (solve.isDone) return;
+  choices.basisUse = settings::wholeNumber(given, "usebasis");
+  choices.usesMipStarts = settings::wholeNumber(given, "mipstart").value_or(0) != 0;
+  if (settings::wholeNumber(given, "feasopt").value_or(0) != 0) choices.preferences = load::preferencesOf(model);
   setUp(given);
   load::send(model, *solver_, choices);
   plugins.each(&plugin::AbstractPlugin::loaded, solve);
@@ -152,11 +156,11 @@ void Link::runSolver(HostLog& log, watch::Watch& watch) {
     solver_->solve();
   } catch (...) {
     log.onWrite({});
-    watch.end();
+    watch.end(false);
     throw;
   }
   log.onWrite({});
-  watch.end();
+  watch.end(true);
 }
 
 }  // namespace brel
