@@ -33,8 +33,13 @@ the value in force.
 void declare(CLI::App& cli, Arguments& arguments, std::vector<std::string>& positional) {
   cli.set_help_flag();
   cli.add_flag("--quiet", arguments.quiet, "print nothing but errors");
+  cli.add_flag("--progress", arguments.progress, "show one status line in place of the log, in a terminal");
+  cli.add_flag("--statistics", arguments.statistics, "tell the sizes of the model before it is solved");
+  cli.add_flag("--ranges", arguments.ranges, "print the ranges of costs, bounds and sides after the solve");
   cli.add_flag("--no-sol", arguments.noSol, "write no solution file");
   cli.add_option("--json", arguments.json, "write everything known about the result as JSON")->type_name("FILE");
+  cli.add_option("--report", arguments.report, "write a page in HTML about model, search and result")
+      ->type_name("FILE");
   cli.add_option("--log", arguments.log, "write the solver's log to a file")->type_name("FILE");
   cli.add_option("--trace", arguments.trace, "write every call of the Gurobi library to a file")->type_name("FILE");
   cli.add_option("--link", arguments.link, "use another link library than libgrblink.so")->type_name("PATH");

@@ -26,12 +26,14 @@ struct Arguments {
   std::vector<std::string> words;  // what stands behind it, name=value each
   bool ampl = false;               // called by the AMPL protocol
   bool quiet = false;
+  bool progress = false;  // a status line in place of the log
+  bool ranges = false, statistics = false;
   bool noSol = false;
-  bool writeSol = false;                    // -s
-  std::string sol, log, trace, json, link;  // paths, "" when not given
-  std::vector<std::string> options;         // option files
-  std::string topic;                        // what optionHelp is about, "" for everything
-  std::string description;                  // the file that describeOptions writes
+  bool writeSol = false;                            // -s
+  std::string sol, log, trace, json, report, link;  // paths, "" when not given
+  std::vector<std::string> options;                 // option files
+  std::string topic;                                // what optionHelp is about, "" for everything
+  std::string description;                          // the file that describeOptions writes
 };
 
 // Throws Failure with kExitUsage.

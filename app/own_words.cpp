@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* kGroup = "Command line";
 
-enum Word { kOutlev, kLogFile, kObjno, kWantSol, kCount };
+enum Word { kOutlev, kLogFile, kObjno, kWantSol, kBRatio, kPoolStub, kCount };
 
 // By the number of the word.
 constexpr std::array<kavo_setting_info, kCount> kInfos{{
@@ -29,6 +29,12 @@ constexpr std::array<kavo_setting_info, kCount> kInfos{{
     {"wantsol", KAVO_SETTING_INT, "1", 0, kWriteSol + kPrintVariables + kPrintDuals + kNoSummary, kGroup,
      "A sum of 1: write a solution file, 2: print the variables, 4: print the duals, 8: print no summary. It has no "
      "meaning with -AMPL."},
+    {"bratio", KAVO_SETTING_DOUBLE, "0", 0, 1, kGroup,
+     "The share of variables and rows for which a start basis must say something for it to be used; 1 withholds it, "
+     "and the start values too."},
+    {"poolstub", KAVO_SETTING_TEXT, nullptr, 0, 0, kGroup,
+     "Writes the points of the solution pool, the best first, to the files whose names are this text followed by "
+     "1.sol, 2.sol, and so on. Asks for the pool, as pool=1 does; PoolSearchMode and PoolSolutions say what it holds."},
 }};
 
 Word wordOf(const char* name) {
@@ -41,13 +47,17 @@ std::string placeOf(const kavo_setting& given) {
   return given.line > 0 ? fmt::format("{}, line {}", given.source, given.line) : given.source;
 }
 
-unsigned number(const kavo_setting& given, const kavo_setting_info& info) {
+// A value of the word's type within its bounds.
+template <class Number>
+Number number(const kavo_setting& given, const kavo_setting_info& info) {
   const std::string_view text = given.value;
-  unsigned value = 0;
+  Number value = 0;
   const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error == std::errc{} && stop == text.data() + text.size() && value <= info.upper) return value;
-  throw Failure(fmt::format("{}: {}={}: the value must be a whole number from {} to {}", placeOf(given), info.name,
-                            text, info.lower, info.upper));
+  if (error == std::errc{} && stop == text.data() + text.size() && value >= info.lower && value <= info.upper)
+    return value;
+  const char* kind = info.type == KAVO_SETTING_INT ? "whole number" : "number";
+  throw Failure(fmt::format("{}: {}={}: the value must be a {} from {} to {}", placeOf(given), info.name, text, kind,
+                            info.lower, info.upper));
 }
 
 void take(OwnWords& words, const kavo_setting& given) {
@@ -55,16 +65,22 @@ void take(OwnWords& words, const kavo_setting& given) {
   const kavo_setting_info& info = kInfos[word];
   switch (word) {
     case kOutlev:
-      words.showLog = number(given, info) > 0;
+      words.showLog = number<unsigned>(given, info) > 0;
       break;
     case kLogFile:
       words.logFile = given.value;
       break;
     case kObjno:
-      words.objective = static_cast<int>(number(given, info));
+      words.objective = static_cast<int>(number<unsigned>(given, info));
       break;
     case kWantSol:
-      words.wantSol = number(given, info);
+      words.wantSol = number<unsigned>(given, info);
+      break;
+    case kBRatio:
+      words.basisRatio = number<double>(given, info);
+      break;
+    case kPoolStub:
+      words.poolStub = given.value;
       break;
     case kCount:
       break;

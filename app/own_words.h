@@ -14,6 +14,8 @@ struct OwnWords {
   std::string logFile;               // logfile
   int objective = 1;                 // objno
   std::optional<unsigned> wantSol;   // wantsol, a sum of the constants below
+  double basisRatio = 0;             // bratio
+  std::string poolStub;              // poolstub
   std::vector<std::string> answers;  // lines to those that were asked for, name=?
 };
 inline constexpr unsigned kWriteSol = 1, kPrintVariables = 2, kPrintDuals = 4, kNoSummary = 8;

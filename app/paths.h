@@ -17,8 +17,11 @@ struct Paths {
 // The model's path without its ending names the solution file, in the same folder, unless the arguments name another.
 Paths pathsOf(const Arguments& arguments);
 
+// A point of the pool goes to this file; number counts from 1.
+std::string poolPath(const std::string& stub, std::size_t number);
+
 // Throws Failure unless a file can be written at each of the paths without overwriting the model or another one of
-// them; devices may be named twice. "" is fine.
-void checkOutputs(const std::vector<std::string>& paths, const std::string& model);
+// them; devices may be named twice. "" is fine. poolStub: the files of poolPath are outputs too, however many.
+void checkOutputs(const std::vector<std::string>& paths, const std::string& model, const std::string& poolStub);
 
 }  // namespace app

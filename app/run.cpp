@@ -9,43 +9,31 @@
 #include <string>
 #include <utility>
 
-#include "app/assignments.h"
 #include "app/failure.h"
 #include "app/output.h"
 #include "app/own_words.h"
 #include "app/paths.h"
-#include "app/report.h"
+#include "app/pool_files.h"
+#include "app/report/page.h"
+#include "app/report/path.h"
 #include "app/session.h"
+#include "app/settings.h"
 #include "app/signals.h"
+#include "app/status_line.h"
+#include "app/summary.h"
+#include "app/tables.h"
+#include "app/words.h"
 
 namespace app {
 
 namespace {
 
-constexpr const char* kOptionsVariable = "grblink_options";
 constexpr int kSolInterrupted = 471;
-
-// All settings in the order in which they count: the environment, option files, the words behind the model.
-void giveSettings(Session& session, const Arguments& arguments) {
-  declareOwnWords(session);
-  const auto give = [&](const Assignment& word) {
-    check(kavo_set_option(session.model(), word.name.c_str(), word.value.c_str(), word.source, 0));
-  };
-  if (const char* list = std::getenv(kOptionsVariable)) {
-    for (const Assignment& word : parseList(list, kOptionsVariable)) give(word);
-  }
-  for (const std::string& path : arguments.options) check(kavo_read_options(session.model(), path.c_str()));
-  bool secret = false;  // a blank in the value of a secret makes the rest of it a word of its own
-  for (const std::string& word : arguments.words) {
-    give(parseWord(word, secret));
-    secret = secret || namesSecret(word);
-  }
-}
 
 class Run {
  public:
   explicit Run(const Arguments& arguments)
-      : arguments_(arguments), paths_(pathsOf(arguments)), watch_(session_.model()) {}
+      : arguments_(arguments), paths_(pathsOf(arguments)), watch_(session_.model(), [this] { line_.abandon(); }) {}
 
   int execute() {
     try {
@@ -65,15 +53,15 @@ class Run {
 
   // Everything that can be found wrong before the model is read.
   void prepare() {
-    giveSettings(session_, arguments_);
-    words_ = ownWords(session_);
+    words_ = giveSettings(session_, arguments_);
     for (const std::string& line : words_.answers) session_.addNote(line);
     const unsigned want = words_.wantSol.value_or(kWriteSol) | (arguments_.writeSol ? kWriteSol : 0);
     writesSol_ = arguments_.ampl || (!arguments_.noSol && (want & kWriteSol) != 0);
     if (!arguments_.log.empty()) words_.logFile = arguments_.log;
-    checkOutputs({writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace},
-                 paths_.nl.empty() ? arguments_.model : paths_.nl);
+    checkOutputs({writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace, arguments_.report},
+                 paths_.nl.empty() ? arguments_.model : paths_.nl, words_.poolStub);
     check(kavo_set_objective_number(model(), words_.objective));
+    check(kavo_set_basis_ratio(model(), words_.basisRatio));
   }
 
   void load() {
@@ -83,20 +71,32 @@ class Run {
   }
 
   void solve() {
-    const bool show = !arguments_.quiet && words_.showLog.value_or(!arguments_.ampl);
+    const bool mayShow = !arguments_.quiet && (!arguments_.ampl || words_.showLog.value_or(false));
+    const bool showLine = mayShow && arguments_.progress && terminalColumns() > 0;
     if (!words_.logFile.empty()) logFile_.emplace(Output::file(words_.logFile));
-    if (show) screenLog_ = &screen_;
+    if (mayShow && !showLine && words_.showLog.value_or(true)) screenLog_ = &screen_;
     check(kavo_set_log(model(), &Run::takeLog, this));
+    if (showLine) line_.open();
+    if (showLine || !arguments_.report.empty()) check(kavo_set_progress(model(), &Run::takeProgress, this));
     if (!arguments_.trace.empty()) setenv("GRBLINK_TRACE", arguments_.trace.c_str(), 1);
     session_.openLink(arguments_.link);
     stopIfInterrupted();
-    check(kavo_solve(model()));
+    const int status = kavo_solve(model());
+    line_.close();
+    check(status);
   }
 
   static void takeLog(const char* text, std::size_t length, void* data) {
     const auto* run = static_cast<const Run*>(data);
     if (run->screenLog_ != nullptr) run->screenLog_->write({text, length});
     if (run->logFile_) run->logFile_->write({text, length});
+  }
+
+  static int takeProgress(const kavo_progress* now, void* data) {
+    auto* run = static_cast<Run*>(data);
+    run->line_.show(*now, run->watch_.interrupted());
+    if (!run->arguments_.report.empty()) run->path_.add(*now);
+    return 0;
   }
 
   void stopIfInterrupted() const {
@@ -116,7 +116,13 @@ class Run {
     attempt([&] { writeSolution(); });
     const bool answered = arguments_.ampl && !first;
     attempt([&] {
+      if (!words_.poolStub.empty()) stale_ += writePool(session_, words_.poolStub, paths_.amplForm);
+    });
+    attempt([&] {
       if (!arguments_.json.empty()) check(kavo_write_json(model(), arguments_.json.c_str()));
+    });
+    attempt([&] {
+      if (!arguments_.report.empty()) report::write(arguments_.report, session_, path_, arguments_.model);
     });
     attempt([&] { print(); });
     attempt([&] { screen_.finish(); });
@@ -143,8 +149,9 @@ class Run {
     if (arguments_.quiet || arguments_.ampl) return;
     const unsigned want = words_.wantSol.value_or(0);
     if ((want & kNoSummary) == 0) screen_.write(summary(session_) + stale_);
-    if ((want & kPrintVariables) != 0) screen_.write(table(session_, KAVO_PRIMAL));
-    if ((want & kPrintDuals) != 0) screen_.write(table(session_, KAVO_DUAL));
+    if ((want & kPrintVariables) != 0) screen_.write(valueTable(session_, KAVO_PRIMAL));
+    if ((want & kPrintDuals) != 0) screen_.write(valueTable(session_, KAVO_DUAL));
+    if (arguments_.ranges) screen_.write(rangeTables(session_));
   }
 
   // A caller by the AMPL protocol reads failures in the .sol, as far as the model's counts are known.
@@ -168,8 +175,10 @@ class Run {
   bool read_ = false;  // the model is there
   Output screen_ = Output::standard();
   mutable std::optional<Output> logFile_;
-  std::string stale_;  // a line about a file of an earlier run
+  std::string stale_;  // lines about files of an earlier run
   Output* screenLog_ = nullptr;
+  StatusLine line_{screen_};
+  report::Path path_;
   Session session_;
   SignalWatch watch_;
 };

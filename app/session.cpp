@@ -50,6 +50,18 @@ Session::Values Session::values(int quantity) const {
   return values;
 }
 
+Session::Values Session::objectiveValues() const {
+  Values values;
+  kavo_objective_values(model_, &values.first, &values.count);
+  return values;
+}
+
+std::size_t Session::poolSize() const {
+  std::size_t count = 0;
+  kavo_pool_size(model_, &count);
+  return count;
+}
+
 std::optional<Session::Violation> Session::violation(int check) const {
   Violation found{};
   if (kavo_violation(model_, check, &found.value, &found.element) != KAVO_OK) return std::nullopt;

@@ -38,6 +38,9 @@ class Session {
     std::size_t count = 0;
   };
   Values values(int quantity) const;
+  // The values of the objectives at the point.
+  Values objectiveValues() const;
+  std::size_t poolSize() const;
 
   struct Violation {
     double value;

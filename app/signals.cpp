@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "app/failure.h"
 
@@ -41,7 +42,8 @@ void blockSignals() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
-SignalWatch::SignalWatch(trpRec* model) : model_(model), signals_(openSignals()), end_(eventfd(0, EFD_CLOEXEC)) {
+SignalWatch::SignalWatch(trpRec* model, std::function<void()> last)
+    : model_(model), last_(std::move(last)), signals_(openSignals()), end_(eventfd(0, EFD_CLOEXEC)) {
   if (signals_ < 0 || end_ < 0) throw Failure(fmt::format("cannot watch for signals: {}", std::strerror(errno)));
   thread_ = std::thread([this] { watch(); });
 }
@@ -60,7 +62,10 @@ void SignalWatch::watch() {
   while ((waiting[1].revents & POLLIN) == 0) {
     signalfd_siginfo info{};
     while (read(signals_, &info, sizeof info) == sizeof info) {
-      if (interrupted_.exchange(true)) _exit(kExitInterrupted);
+      if (interrupted_.exchange(true)) {
+        last_();
+        _exit(kExitInterrupted);
+      }
     }
     if (interrupted_) kavo_interrupt(model_, KAVO_STOP_SIGNAL);
     poll(waiting, 2, interrupted_ ? kRepeatMilliseconds : -1);

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <functional>
 #include <thread>
 
 #include "kavo/kavo.h"
@@ -16,7 +17,8 @@ void blockSignals();
 // keeps what was found; a second one ends the program with exit code 130.
 class SignalWatch {
  public:
-  explicit SignalWatch(trpRec* model);
+  // last: what to do before the program ends by a second signal, on the thread of the watch.
+  SignalWatch(trpRec* model, std::function<void()> last);
   ~SignalWatch();
   SignalWatch(const SignalWatch&) = delete;
   SignalWatch& operator=(const SignalWatch&) = delete;
@@ -27,6 +29,7 @@ class SignalWatch {
   void watch();
 
   trpRec* model_;
+  std::function<void()> last_;
   int signals_, end_;  // descriptors: signals to read, and the end of the watch
   std::atomic<bool> interrupted_ = false;
   std::thread thread_;

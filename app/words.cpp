@@ -4,10 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace app {
 
 namespace {
+
+constexpr std::size_t kUsualColumns = 80;
 
 bool isSameLetter(char a, char b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
@@ -42,11 +45,17 @@ bool hasWord(std::string_view text, std::string_view word) {
   return std::search(text.begin(), text.end(), word.begin(), word.end(), isSameLetter) != text.end();
 }
 
-std::size_t screenWidth() {
-  constexpr std::size_t kUsual = 80, kLeast = 40, kMost = 120;
+std::size_t terminalColumns() {
+  const char* kind = std::getenv("TERM");
+  if (isatty(STDOUT_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb") return 0;
   winsize size{};
-  if (isatty(STDOUT_FILENO) == 0 || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsual;
-  return std::clamp<std::size_t>(size.ws_col, kLeast, kMost);
+  return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
+}
+
+std::size_t screenWidth() {
+  constexpr std::size_t kLeast = 40, kMost = 120;
+  const std::size_t columns = terminalColumns();
+  return columns == 0 ? kUsualColumns : std::clamp(columns, kLeast, kMost);
 }
 
 }  // namespace app

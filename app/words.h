@@ -14,7 +14,11 @@ std::string wrapped(std::string_view text, std::size_t indent, std::size_t width
 bool isSameWord(std::string_view text, std::string_view word);
 bool hasWord(std::string_view text, std::string_view word);
 
-// The columns of the terminal that the standard output goes to, within reason; 80 when it goes elsewhere.
+// The columns of the terminal that the standard output goes to, 80 when it does not tell; 0 when the output goes
+// elsewhere, or to a terminal that cannot write a line anew.
+std::size_t terminalColumns();
+
+// The same for text that is read at leisure: within reason, and 80 when the output goes elsewhere.
 std::size_t screenWidth();
 
 }  // namespace app

@@ -13,8 +13,8 @@ std::string solMessage(const Session& session);
 // The same with the model's size, the time and the solver: what a person reads.
 std::string summary(const Session& session);
 
-// A table "name value" of a quantity (a kavo_quantity), with a heading; "" when the solve has not given it.
-std::string table(const Session& session, int quantity);
+// What the .sol file of a point of the pool says, counted from 0.
+std::string poolMessage(const Session& session, std::size_t index);
 
 // What a .sol file says when there is no result.
 std::string failureMessage(const std::string& message);

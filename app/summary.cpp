@@ -1,25 +1,29 @@
-#include "app/report.h"
+#include "app/summary.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
 
+#include "app/checks.h"
+#include "app/conflict.h"
 #include "app/failure.h"
 
 namespace app {
 
 namespace {
 
-constexpr double kTolerance = 1e-6;  // violations up to this size are not worth a line
-
 std::string counted(double number, const char* one, const char* many) {
   return fmt::format("{} {}", number, number == 1 ? one : many);
 }
 
-std::string headline(const kavo_outcome& outcome) {
-  std::string line = fmt::format("grblink {}: {}", kavo_version(), outcome.message);
+std::string sentence(const kavo_outcome& outcome) {
+  std::string line = outcome.message;
   if (!std::isnan(outcome.objective)) line += fmt::format("; objective {:.10g}", outcome.objective);
   return line + "\n";
+}
+
+std::string headline(const kavo_outcome& outcome) {
+  return fmt::format("grblink {}: {}", kavo_version(), sentence(outcome));
 }
 
 // A continuous model has neither nodes nor a gap, so a zero is not worth a line.
@@ -31,18 +35,30 @@ std::string work(const kavo_outcome& outcome) {
   return lines;
 }
 
-std::string warnings(const Session& session) {
-  struct Row {
-    int check, kind;
-    const char *what, *element;
-  };
-  constexpr Row kRows[] = {{KAVO_CHECK_ROW, KAVO_ROW, "row", "row"},
-                           {KAVO_CHECK_BOUND, KAVO_COLUMN, "bound", "variable"},
-                           {KAVO_CHECK_INTEGRALITY, KAVO_COLUMN, "integrality", "variable"},
-                           {KAVO_CHECK_LOGICAL, KAVO_LOGICAL, "logical", "constraint"},
-                           {KAVO_CHECK_SET, KAVO_SET, "ordered set", "set"}};
+// What was asked for besides: repairs, explanations, several answers.
+std::string extras(const Session& session, const kavo_outcome& outcome) {
   std::string lines;
-  for (const Row& row : kRows) {
+  if (!std::isnan(outcome.relaxation)) lines += fmt::format("cost of the relaxation {:.10g}\n", outcome.relaxation);
+  if (const auto conflict = conflictOf(session)) lines += "conflict: " + describe(*conflict) + "\n";
+  const Session::Values objectives = session.objectiveValues();
+  for (std::size_t i = 0; objectives.count > 1 && i < objectives.count; ++i) {
+    lines += fmt::format("objective {}: {:.10g}\n", session.name(KAVO_OBJECTIVE, i), objectives.first[i]);
+  }
+  if (const std::size_t points = session.poolSize(); points > 0) {
+    lines += counted(static_cast<double>(points), "point", "points") + " in the solution pool\n";
+  }
+  if (!std::isnan(outcome.condition)) lines += fmt::format("condition number about {:.3g}\n", outcome.condition);
+  if (!std::isnan(outcome.exact_condition)) {
+    lines += fmt::format("exact condition number {:.3g}\n", outcome.exact_condition);
+  }
+  kavo_outcome fixed;
+  if (kavo_get_fixed_outcome(session.model(), &fixed) == KAVO_OK) lines += "fixed model: " + sentence(fixed);
+  return lines;
+}
+
+std::string warnings(const Session& session) {
+  std::string lines;
+  for (const Check& row : kChecks) {
     const auto found = session.violation(row.check);
     if (!found || found->element < 0 || found->value <= kTolerance) continue;
     const std::string name = session.name(row.kind, static_cast<std::size_t>(found->element));
@@ -62,24 +78,20 @@ std::string size(const Session& session) {
 
 std::string solMessage(const Session& session) {
   const kavo_outcome outcome = session.outcome();
-  return headline(outcome) + work(outcome) + warnings(session);
+  return headline(outcome) + work(outcome) + extras(session, outcome) + warnings(session);
 }
 
 std::string summary(const Session& session) {
   const kavo_outcome outcome = session.outcome();
-  return headline(outcome) + size(session) + work(outcome) +
+  return headline(outcome) + size(session) + work(outcome) + extras(session, outcome) +
          fmt::format("{:.2f} seconds, {}\n", outcome.seconds, session.solverText()) + warnings(session);
 }
 
-std::string table(const Session& session, int quantity) {
-  const Session::Values values = session.values(quantity);
-  const bool columns = quantity <= KAVO_REDUCED_COST;
-  if (values.first == nullptr) return {};
-  std::string lines = columns ? "\nvariable  value\n" : "\nrow  dual\n";
-  for (std::size_t i = 0; i < values.count; ++i) {
-    lines += fmt::format("{}  {}\n", session.name(columns ? KAVO_COLUMN : KAVO_ROW, i), values.first[i]);
-  }
-  return lines;
+std::string poolMessage(const Session& session, std::size_t index) {
+  double objective = 0;
+  check(kavo_pool_point(session.model(), index, &objective, nullptr, nullptr));
+  return fmt::format("grblink {}: point {} of {} in the solution pool; objective {:.10g}\n", kavo_version(), index + 1,
+                     session.poolSize(), objective);
 }
 
 std::string failureMessage(const std::string& message) {
