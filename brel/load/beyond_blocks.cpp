@@ -1,6 +1,5 @@
 #include "brel/load/beyond_blocks.h"
 
-#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -20,8 +19,6 @@ using Symbol = tav::math::Symbol<double>;
 using Linear = tav::math::LinearFunction<double>;
 using Quadratic = tav::math::QuadraticFunction<double>;
 using tav::opt::BlockGroup;
-
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 std::vector<const char*> sendable(const std::vector<std::string>& names) {
   std::vector<const char*> result;
@@ -63,15 +60,12 @@ Block blockOf(std::shared_ptr<BlockGroup> group) {
 }  // namespace
 
 tav::opt::ConstraintContainer linearBlock(const rewrite::LinearRows& rows, std::uint64_t space,
-                                          std::span<const double> dualStart) {
+                                          const rewrite::Starts& start) {
   const auto group = groupOf(rows.heads);
   group->set(Q::function, "function", linearFunctions(rows.heads, rows.terms, space));
-  if (!dualStart.empty()) {
-    std::vector<double> marginals;
-    for (const int user : rows.heads.user) {
-      marginals.push_back(user == rewrite::kNoUserRow ? kUnknown : dualStart[static_cast<std::size_t>(user)]);
-    }
-    group->set(Q::marginal, "marginal", owned(std::move(marginals)));
+  if (!start.linear.empty()) group->set(Q::marginal, "marginal", tav::attr::lib::viewOf<double>(start.linear));
+  if (!start.linearBasis.empty()) {
+    group->set(Q::basis, "basis status", tav::attr::lib::viewOf<int>(start.linearBasis));
   }
   return blockOf<tav::opt::ConstraintContainer>(group);
 }

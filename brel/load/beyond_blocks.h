@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "brel/rewrite/beyond.h"
+#include "brel/rewrite/trail.h"
 #include "brel/user_model.h"
 #include "tav/opt/block.h"
 
@@ -14,9 +15,8 @@
 // function, but that of a nonlinear row, whose function has the constant already.
 namespace brel::load {
 
-// dualStart: of the user's rows; may be empty.
 tav::opt::ConstraintContainer linearBlock(const rewrite::LinearRows& rows, std::uint64_t space,
-                                          std::span<const double> dualStart);
+                                          const rewrite::Starts& start);
 tav::opt::ConstraintContainer quadraticBlock(const rewrite::QuadraticRows& rows, std::uint64_t space);
 tav::opt::LinkedConstraintContainer indicatorBlock(const rewrite::IndicatorRows& rows, std::uint64_t space);
 // ownGroup: the tag of the solver's own group.

@@ -2,8 +2,7 @@
 
 #include <fmt/core.h>
 
-#include <algorithm>
-#include <limits>
+#include <span>
 
 #include "brel/host.h"
 #include "brel/load/beyond_blocks.h"
@@ -11,8 +10,10 @@
 #include "brel/load/names.h"
 #include "brel/load/objective_block.h"
 #include "brel/load/own_group.h"
+#include "brel/load/starts.h"
 #include "brel/rewrite/rewrite_beyond.h"
 #include "tav/attr/lib/span_container.h"
+#include "tav/idx/lib/range.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/support_exception.h"
 #include "tav/opt/tags.h"
@@ -44,15 +45,17 @@ void addNames(BlockGroup& group, int key, const SentNames& names) {
   if (!names.names.empty()) group.set(key, "name", tav::attr::lib::viewOf<const char*>(names.names));
 }
 
-void addValues(BlockGroup& group, int key, const char* name, const std::vector<double>& values) {
-  if (!values.empty()) group.set(key, name, tav::attr::lib::viewOf<double>(values));
+template <class T>
+void addValues(BlockGroup& group, int key, const char* name, const std::vector<T>& values) {
+  if (!values.empty()) group.set(key, name, tav::attr::lib::viewOf<T>(values));
 }
 
 // One model on its way: everything that its blocks need, and the adders for all of them.
 class Sender {
  public:
-  Sender(TranslatedModel& model, tav::opt::AbstractSolver& solver)
+  Sender(TranslatedModel& model, tav::opt::AbstractSolver& solver, const Choices& choices)
       : model_(model),
+        choices_(choices),
         user_(model.user),
         sent_(model.sent),
         beyond_(model.sent.beyond()),
@@ -62,13 +65,15 @@ class Sender {
   }
 
   void send() {
-    const rewrite::Starts starts = startsOf();
-    sendColumns(starts);
-    sendRows(starts);
-    if (beyond_ != nullptr) sendBeyondRows(starts);
+    const rewrite::Starts start = startOf(model_);
+    noteUnusedStarts(model_, start, choices_);
+    sendColumns(start);
+    sendRows(start);
+    if (beyond_ != nullptr) sendBeyondRows(start);
     if (user_.sets.count > 0) sets_->add(setBlock(viewOf(user_.sets), space_));
     if (beyond_ != nullptr) sendBeyondConstraints();
     if (user_.objective) objective_->add(objectiveBlock(*user_.objective, beyond_, space_));
+    sendMipStarts();
   }
 
  private:
@@ -107,25 +112,7 @@ class Sender {
     }
   }
 
-  rewrite::Starts startsOf() const {
-    const double* primal = nullptr;
-    const double* dual = nullptr;
-    checkHost(kavo_link_starts(user_.host, &primal, &dual));
-    rewrite::Starts starts;
-    if (primal != nullptr) {
-      starts.userColumn = {primal, user_.columns.count};
-      starts.column.assign(sent_.columnCount(), std::numeric_limits<double>::quiet_NaN());
-      std::copy(starts.userColumn.begin(), starts.userColumn.end(), starts.column.begin());
-    }
-    if (dual != nullptr) {
-      starts.userRow = {dual, user_.rows.count};
-      for (std::size_t r = 0; r < sent_.rowCount(); ++r) starts.row.push_back(dual[sent_.userRow(r)]);
-    }
-    model_.trail.startsForward(starts);
-    return starts;
-  }
-
-  void sendColumns(const rewrite::Starts& starts) {
+  void sendColumns(const rewrite::Starts& start) {
     using Q = tav::opt::VariableQuantity;
     const SentNames names = sentNames(user_.columns.names, user_.columns.count, sent_.auxiliaryNames());
     noteWithheldNames(user_.host, names, "variable");
@@ -134,10 +121,11 @@ class Sender {
     group->set(Q::lower, "lower", tav::attr::lib::viewOf<double>(sent_.lower()));
     group->set(Q::upper, "upper", tav::attr::lib::viewOf<double>(sent_.upper()));
     addNames(*group, Q::name, names);
-    addValues(*group, Q::level, "level", starts.column);
+    addValues(*group, Q::level, "level", start.column);
+    addValues(*group, Q::basis, "basis status", start.columnBasis);
     tav::opt::VariableContainer block;
     block.setGroup(tag::kVariable, group);
-    block.setGroup(ownTag_, columnGroup({user_.host, KAVO_COLUMN, {}, sent_.columnCount()}));
+    block.setGroup(ownTag_, columnGroup({user_.host, KAVO_COLUMN, {}, sent_.columnCount(), columnPreferences()}));
     variables_->add(block);
   }
 
@@ -160,7 +148,7 @@ class Sender {
     return rows;
   }
 
-  void sendRows(const rewrite::Starts& starts) {
+  void sendRows(const rewrite::Starts& start) {
     using Q = tav::opt::RowQuantity;
     const SentNames names = rowNames();
     noteWithheldNames(user_.host, names, "row");
@@ -169,18 +157,19 @@ class Sender {
     group->set(Q::type, "type", tav::attr::BaseContainer(std::make_shared<RowTypes>(sent_)));
     group->set(Q::function, "function", rowFunctions(sent_, user_.rows, space_));
     addNames(*group, Q::name, names);
-    addValues(*group, Q::marginal, "marginal", starts.row);
+    addValues(*group, Q::marginal, "marginal", start.row);
+    addValues(*group, Q::basis, "basis status", start.rowBasis);
     const std::vector<int> users = sentUserRows();
     tav::opt::ConstraintContainer block;
     block.setGroup(tag::kConstraint, group);
-    block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, users, sent_.rowCount()}));
+    block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, users, sent_.rowCount(), rowPreferences()}));
     rows_->add(block);
   }
 
-  void sendBeyondRows(const rewrite::Starts& starts) {
+  void sendBeyondRows(const rewrite::Starts& start) {
     if (const auto& rows = beyond_->linear; rows.heads.size() > 0) {
-      tav::opt::ConstraintContainer block = linearBlock(rows, space_, starts.userRow);
-      block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, rows.heads.user, rows.heads.size()}));
+      tav::opt::ConstraintContainer block = linearBlock(rows, space_, start);
+      block.setGroup(ownTag_, rowGroup({user_.host, KAVO_ROW, rows.heads.user, rows.heads.size(), rowPreferences()}));
       rows_->add(block);
     }
     if (quadraticRows_) quadraticRows_->add(quadraticBlock(beyond_->quadratic, space_));
@@ -192,7 +181,24 @@ class Sender {
     if (nonlinearRows_) nonlinearRows_->add(nonlinearBlock(beyond_->nonlinear, ownTag_));
   }
 
+  std::span<const double> columnPreferences() const {
+    return choices_.preferences ? std::span<const double>(choices_.preferences->column) : std::span<const double>();
+  }
+  std::span<const double> rowPreferences() const {
+    return choices_.preferences ? std::span<const double>(choices_.preferences->row) : std::span<const double>();
+  }
+
+  void sendMipStarts() {
+    if (!choices_.usesMipStarts) return;
+    const auto starts = solver_.makeVariableContainers({}).get(tav::opt::VariableQuantity::starts).as<double>();
+    int number = 0;
+    for (const auto& start : mipStartsOf(model_, choices_)) {
+      starts.set(tav::idx::lib::Range(0, static_cast<int>(start.size())), start, number++);
+    }
+  }
+
   TranslatedModel& model_;
+  const Choices& choices_;
   const UserModel& user_;
   const rewrite::SolverModel& sent_;
   const rewrite::Beyond* beyond_;
@@ -218,8 +224,8 @@ TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrit
   return {user, std::move(sent), std::move(trail), nullptr, nullptr, nullptr};
 }
 
-void send(TranslatedModel& model, tav::opt::AbstractSolver& solver, const Choices& /*choices*/) {
-  Sender(model, solver).send();
+void send(TranslatedModel& model, tav::opt::AbstractSolver& solver, const Choices& choices) {
+  Sender(model, solver, choices).send();
 }
 
 }  // namespace brel::load

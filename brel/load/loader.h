@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "brel/rewrite/rewriter.h"
@@ -24,11 +25,21 @@ struct TranslatedModel {
 // is refused before a licence is. Raises SupportException that names the element.
 TranslatedModel translate(trpRec* host, tav::opt::AbstractSolver& solver, rewrite::RewriteOptions options);
 
-// What is up to the plug-ins when a model is loaded.
+// Who may give way, and how gladly, in a relaxation: a value per column that is sent and per row of the user's. NaN:
+// none was given. Empty: none at all.
+struct Preferences {
+  std::vector<double> column, row;
+};
+
+// What is up to the settings and the plug-ins when a model is loaded.
 struct Choices {
+  std::optional<Preferences> preferences;  // none: the model is not relaxed
+  std::optional<int> basisUse;             // the setting usebasis, if it is given
+  bool usesMipStarts = false;
+
   bool allObjectives = false;                            // every linear objective, or only the one that is solved
   std::vector<double> objectiveAbsTol, objectiveRelTol;  // per objective, as far as given; else the model's own
-  std::vector<std::vector<double>> mipStarts;            // per user column, besides those of the host; NaN: not given
+  std::vector<std::vector<double>> mipStarts;            // per user column, behind those of the host; NaN: not given
 };
 
 // Sends the model block by block: variables, linear rows, quadratic rows, ordered sets, indicators, nonlinear rows, the

@@ -6,8 +6,10 @@
 #include <limits>
 #include <type_traits>
 #include <unordered_map>
+#include <vector>
 
 #include "brel/host.h"
+#include "brel/load/containers.h"
 #include "tav/attr/lib/optional_container.h"
 #include "tav/util/exception.h"
 
@@ -52,9 +54,24 @@ tav::attr::BaseContainer values(const OwnGroupSource& source, const char* name, 
   return tav::attr::BaseContainer(container);
 }
 
+// The preferences of the block's elements. What the host does not know does not give way.
+std::vector<double> preferences(const OwnGroupSource& source) {
+  if (source.element.empty() || source.preference.empty()) return {source.preference.begin(), source.preference.end()};
+  std::vector<double> values;
+  for (const int element : source.element) {
+    values.push_back(element < 0 ? 0 : source.preference[static_cast<std::size_t>(element)]);
+  }
+  return values;
+}
+
 class GroupMaker {
  public:
   explicit GroupMaker(const OwnGroupSource& source) : source_(source) {}
+
+  GroupMaker& preference() {
+    auto all = preferences(source_);
+    return set("feaspref", all.empty() ? tav::attr::BaseContainer() : tav::attr::BaseContainer(owned(std::move(all))));
+  }
 
   GroupMaker& store(const char* name, Order order = Order::asItIs) {
     return set(name, values<double>(source_, name, std::numeric_limits<double>::quiet_NaN(), order));
@@ -77,15 +94,11 @@ constexpr int kNoPartition = -1;
 }  // namespace
 
 std::shared_ptr<tav::opt::BlockGroup> columnGroup(const OwnGroupSource& source) {
-  return GroupMaker(source)
-      .store("feaspref")
-      .store("priority", Order::largerFirst)
-      .sent("partition", kNoPartition)
-      .group();
+  return GroupMaker(source).preference().store("priority", Order::largerFirst).sent("partition", kNoPartition).group();
 }
 
 std::shared_ptr<tav::opt::BlockGroup> rowGroup(const OwnGroupSource& source) {
-  return GroupMaker(source).store("feaspref").sent("lazy", 0).group();
+  return GroupMaker(source).preference().sent("lazy", 0).group();
 }
 
 }  // namespace brel::load

@@ -21,7 +21,7 @@ struct Solve {
   tav::opt::AbstractSolverServices* services;  // null when the solver has none
   tav::opt::AbstractLog& log;
   const settings::Table& table;
-  const settings::Given& given;
+  settings::Given& given;  // what is added while the solve is prepared is set with the rest
   const settings::PluginValues& values;
   load::TranslatedModel& model;
   load::Choices& choices;  // how the model is loaded

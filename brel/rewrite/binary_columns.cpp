@@ -9,6 +9,7 @@ namespace {
 class BinaryColumnsStep : public Step {
  public:
   void startsForward(Starts&) const override {}
+  void changeForward(Change&) const override {}
   void resultsBack(RowResults&) const override {}
 };
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "brel/rewrite/evaluate.h"
 #include "brel/rewrite/rules.h"
 
@@ -10,6 +12,14 @@ class FreeRowsStep : public Step {
 
   void startsForward(Starts&) const override {}  // nothing was sent that could have a start
 
+  void changeForward(Change& change) const override {
+    std::erase_if(change.sideRows, [this](int row) { return isDropped(row); });
+    for (std::size_t k = 0; k < change.coefficientRows.size(); ++k) {
+      if (!isDropped(change.coefficientRows[k])) continue;
+      change.coefficientRows[k] = kNoUserRow;
+    }
+  }
+
   void resultsBack(RowResults& results) const override {
     for (const int row : dropped_) {
       const auto i = static_cast<std::size_t>(row);
@@ -20,8 +30,10 @@ class FreeRowsStep : public Step {
   }
 
  private:
+  bool isDropped(int row) const { return std::binary_search(dropped_.begin(), dropped_.end(), row); }
+
   kavo_rows rows_;
-  std::vector<int> dropped_;
+  std::vector<int> dropped_;  // in rising order
 };
 
 bool isFree(const kavo_rows& rows, std::size_t i) { return Sides(rows, i).areNone(); }

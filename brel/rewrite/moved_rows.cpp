@@ -14,12 +14,21 @@ class MovedRowsStep : public Step {
   MovedRowsStep(const UserModel& user, const Beyond& beyond) : user_(user), beyond_(beyond) {}
 
   void startsForward(Starts& starts) const override {
-    if (starts.column.empty() || beyond_.columns.size() == 0) return;
-    const UserPoint start(user_, &beyond_, starts.userColumn);
-    for (std::size_t k = 0; k < beyond_.columns.size(); ++k) {
-      starts.column[user_.columns.count + k] = start.auxiliary(k);
+    if (!starts.column.empty() && beyond_.columns.size() > 0) {
+      const UserPoint start(user_, &beyond_, starts.userColumn);
+      for (std::size_t k = 0; k < beyond_.columns.size(); ++k) {
+        starts.column[user_.columns.count + k] = start.auxiliary(k);
+      }
+    }
+    const RowHeads& heads = beyond_.linear.heads;
+    for (std::size_t r = 0; r < heads.size(); ++r) {
+      if (!starts.userRow.empty())
+        starts.linear.push_back(heads.user[r] == kNoUserRow ? 0 : starts.userRow[at(heads, r)]);
+      if (!starts.userRowBasis.empty()) starts.linearBasis.push_back(startStatus(r, starts));
     }
   }
+
+  void changeForward(Change& change) const override { change.needsLoading = true; }
 
   void resultsBack(RowResults& results) const override {
     for (std::size_t i = 0; i < beyond_.moved.size(); ++i) {
@@ -35,6 +44,27 @@ class MovedRowsStep : public Step {
   }
 
  private:
+  static std::size_t at(const RowHeads& heads, std::size_t row) { return static_cast<std::size_t>(heads.user[row]); }
+
+  // Of a row that is sent for one of the user's, on whose column it may stand; unknown for rows that only help.
+  int startStatus(std::size_t row, Starts& starts) const {
+    if (beyond_.linear.heads.user[row] == kNoUserRow) return 0;
+    int status = starts.userRowBasis[at(beyond_.linear.heads, row)];
+    if (isRanged(row)) giveStatus(status, starts.columnBasis[slackOf(row)]);
+    return status;
+  }
+
+  // Whether a row of the user's with two sides is sent as the equality f - s = 0; s is the last of its columns.
+  bool isRanged(std::size_t row) const {
+    const RowHeads& heads = beyond_.linear.heads;
+    const std::size_t user = at(heads, row);
+    return heads.type[row] == tav::opt::RowType::equal && user_.rows.lower[user] != user_.rows.upper[user];
+  }
+  std::size_t slackOf(std::size_t row) const {
+    const LinearTerms& terms = beyond_.linear.terms;
+    return static_cast<std::size_t>(terms.column[terms.start[row + 1] - 1]);
+  }
+
   // A row is worth to the user what all rows that are sent for it are worth.
   static void addDuals(const RowHeads& heads, std::span<const double> sent, std::span<double> dual) {
     if (sent.empty() || dual.empty()) return;
@@ -45,8 +75,8 @@ class MovedRowsStep : public Step {
     }
   }
 
-  // Statuses exist when all that was sent is linear. A row with two sides is then the equality f - s = 0, in which s,
-  // the last of its columns, has the status unless the equality itself is basic.
+  // Statuses exist when all that was sent is linear. That of a row with two sides stands on its column unless the
+  // equality itself is basic.
   void takeStatuses(const RowResults& results) const {
     if (results.linearBasis.empty() || results.basis.empty()) return;
     const LinearRows& rows = beyond_.linear;
@@ -54,12 +84,7 @@ class MovedRowsStep : public Step {
       if (rows.heads.user[r] == kNoUserRow) continue;
       const auto user = static_cast<std::size_t>(rows.heads.user[r]);
       int status = results.linearBasis[r];
-      const bool isRanged =
-          rows.heads.type[r] == tav::opt::RowType::equal && user_.rows.lower[user] != user_.rows.upper[user];
-      if (isRanged && status != KAVO_BASIC) {
-        const int last = rows.terms.column[rows.terms.start[r + 1] - 1];
-        status = results.solverColumnBasis[static_cast<std::size_t>(last)];
-      }
+      if (isRanged(r) && status != KAVO_BASIC) status = results.solverColumnBasis[slackOf(r)];
       results.basis[user] = status;
     }
   }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "brel/rewrite/evaluate.h"
 #include "brel/rewrite/rules.h"
 
@@ -13,11 +15,25 @@ class RangedRowsStep : public Step {
   RangedRowsStep(const kavo_rows& rows, std::vector<RangedRow> ranged) : rows_(rows), ranged_(std::move(ranged)) {}
 
   void startsForward(Starts& starts) const override {
-    if (starts.column.empty()) return;
-    for (const RangedRow& r : ranged_) {  // unknown when one of the row's columns is
-      starts.column[static_cast<std::size_t>(r.slack)] =
-          activity(rows_, static_cast<std::size_t>(r.user), starts.userColumn);
+    for (const RangedRow& r : ranged_) {
+      const auto slack = static_cast<std::size_t>(r.slack);
+      if (!starts.column.empty()) {  // unknown when one of the row's columns is
+        starts.column[slack] = activity(rows_, static_cast<std::size_t>(r.user), starts.userColumn);
+      }
+      if (!starts.rowBasis.empty())
+        giveStatus(starts.rowBasis[static_cast<std::size_t>(r.solver)], starts.columnBasis[slack]);
     }
+  }
+
+  // The sides are the column's bounds.
+  void changeForward(Change& change) const override {
+    std::erase_if(change.sideRows, [&](int row) {
+      const auto found = std::lower_bound(ranged_.begin(), ranged_.end(), row,
+                                          [](const RangedRow& r, int user) { return r.user < user; });
+      const bool isRanged = found != ranged_.end() && found->user == row;
+      if (isRanged) change.boundColumns.push_back(found->slack);
+      return isRanged;
+    });
   }
 
   void resultsBack(RowResults& results) const override {
@@ -36,7 +52,7 @@ class RangedRowsStep : public Step {
 
  private:
   kavo_rows rows_;
-  std::vector<RangedRow> ranged_;
+  std::vector<RangedRow> ranged_;  // in the order of the user's rows
 };
 
 std::string slackName(const kavo_rows& rows, std::size_t row) {

@@ -177,6 +177,13 @@ std::string answerTo(const Row& row, const tav::attr::BaseItem& item) {
 
 }  // namespace
 
+std::optional<int> wholeNumber(const Given& given, std::string_view name) {
+  for (const Checked& setting : given.settings) {
+    if (setting.row->name() == name) return std::get<int>(setting.value);
+  }
+  return std::nullopt;
+}
+
 Given check(const trpRec* host, const Table& table, tav::opt::AbstractSolver& solver) {
   const kavo_setting* first = nullptr;
   std::size_t count = 0;

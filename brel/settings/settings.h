@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -23,6 +25,9 @@ struct Given {
   std::vector<const Row*> questions;  // settings whose value in force is asked for, name=?
   std::vector<std::string> skipped;   // lines for the log about settings that are passed over
 };
+
+// The whole number that a setting, by its name in the table, was given; none when it was not.
+std::optional<int> wholeNumber(const Given& given, std::string_view name);
 
 // Checks all settings of the host, in the order in which they were given. Raises an exception for the first one that is
 // unknown (suggesting names), of the wrong type or out of range (telling what is allowed), or that belongs to a feature

@@ -1,0 +1,112 @@
+#include "brel/load/preferences.h"
+
+#include <fmt/core.h>
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "brel/host.h"
+#include "brel/rewrite/sides.h"
+#include "tav/util/exception.h"
+
+namespace brel::load {
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUsual = 1;  // the penalty, and the preference, of what is given none
+
+// A suffix by element, NaN where there is none; empty when the model has no such suffix.
+class Given {
+ public:
+  Given(const UserModel& user, int kind, const char* name, std::size_t count) : name_(name) {
+    kavo_suffix suffix{};
+    checkHost(kavo_link_suffix(user.host, kind, name, &suffix));
+    if (suffix.count == 0) return;
+    values_.assign(count, kNone);
+    for (std::size_t k = 0; k < suffix.count; ++k) values_[static_cast<std::size_t>(suffix.index[k])] = suffix.value[k];
+  }
+  bool any() const { return !values_.empty(); }
+  bool has(std::size_t i) const { return any() && !std::isnan(values_[i]); }
+  double operator[](std::size_t i) const { return has(i) ? values_[i] : kNone; }
+  std::string told(std::size_t i) const {
+    return has(i) ? fmt::format("{} {}", name_, values_[i]) : fmt::format("no {}", name_);
+  }
+
+ private:
+  const char* name_;
+  std::vector<double> values_;
+};
+
+double preferenceOf(double penalty) { return penalty > 0 ? 1 / penalty : 0; }
+
+bool areSame(double a, double b) { return a == b || (a <= 0 && b <= 0); }
+
+std::string columnName(const UserModel& user, std::size_t j) {
+  const std::string name = nameOf(user.columns.names, j);
+  return name.empty() ? fmt::format("_svar[{}]", j + 1) : name;
+}
+
+// The penalty of a variable's bounds, of which only those that it has count; NaN when it is given none.
+double boundPenalty(const UserModel& user, const Given& lower, const Given& upper, std::size_t j) {
+  const bool hasLower = user.columns.lower[j] > -rewrite::kUserInfinity;
+  const bool hasUpper = user.columns.upper[j] < rewrite::kUserInfinity;
+  if (!hasLower || !hasUpper) return hasLower ? lower[j] : upper[j];
+  if (!lower.has(j) && !upper.has(j)) return kNone;
+  const double ofLower = lower.has(j) ? lower[j] : kUsual;
+  const double ofUpper = upper.has(j) ? upper[j] : kUsual;
+  if (areSame(ofLower, ofUpper)) return ofLower;
+  throw tav::UserException(
+      fmt::format("variable {} has {} and {}: a relaxation knows one penalty for both bounds (without one it is 1)",
+                  columnName(user, j), lower.told(j), upper.told(j)));
+}
+
+// Puts the two ways of saying it together, element by element.
+class Merger {
+ public:
+  double merge(double preference, double penalty) {
+    if (std::isnan(penalty)) return preference;
+    if (std::isnan(preference)) return preferenceOf(penalty);
+    ++both_;
+    return preference;
+  }
+
+  void note(trpRec* host, const char* what) const {
+    if (both_ == 0) return;
+    const auto line = fmt::format("{} {} have both feaspref and a penalty; feaspref counts", both_, what);
+    kavo_link_note(host, line.c_str());
+  }
+
+ private:
+  std::size_t both_ = 0;
+};
+
+std::vector<double> ofColumns(const TranslatedModel& model) {
+  const UserModel& user = model.user;
+  const std::size_t count = user.columns.count;
+  const Given preference(user, KAVO_COLUMN, "feaspref", count);
+  const Given lower(user, KAVO_COLUMN, "lbpen", count), upper(user, KAVO_COLUMN, "ubpen", count);
+  const bool isAnyGiven = preference.any() || lower.any() || upper.any();
+  if (!isAnyGiven && model.sent.columnCount() == count) return {};
+  std::vector<double> values(model.sent.columnCount(), 0);
+  Merger merger;
+  for (std::size_t j = 0; j < count; ++j) values[j] = merger.merge(preference[j], boundPenalty(user, lower, upper, j));
+  merger.note(user.host, "variables");
+  return values;
+}
+
+std::vector<double> ofRows(const UserModel& user) {
+  const Given preference(user, KAVO_ROW, "feaspref", user.rows.count);
+  const Given penalty(user, KAVO_ROW, "rhspen", user.rows.count);
+  std::vector<double> values(user.rows.count, kNone);
+  Merger merger;
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] = merger.merge(preference[i], penalty[i]);
+  merger.note(user.host, "rows");
+  return values;
+}
+
+}  // namespace
+
+Preferences preferencesOf(const TranslatedModel& model) { return {ofColumns(model), ofRows(model.user)}; }
+
+}  // namespace brel::load
