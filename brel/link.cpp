@@ -2,9 +2,11 @@
 
 #include <exception>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "brel/host.h"
+#include "brel/interrupt_hook.h"
 #include "brel/load/loader.h"
 #include "brel/load/preferences.h"
 #include "brel/plugin/plugin.h"
@@ -17,20 +19,18 @@
 namespace brel {
 namespace {
 
-// Lets the host stop the solver, as long as it lives.
-class InterruptHook {
- public:
-  InterruptHook(trpRec* host, tav::opt::AbstractSolver& solver) : host_(host) {
-    kavo_link_on_interrupt(
-        host, [](void* data) { static_cast<tav::opt::AbstractSolver*>(data)->interrupt(); }, &solver);
+// Runs the solver. A search for a conflict that finds none ends the solver's part with an error, and yet what it has
+// found before is to be read: only a note is left of the error.
+void solveAndNote(trpRec* host, tav::opt::AbstractSolver& solver) {
+  const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
+  const auto failure = [services] { return services != nullptr ? services->conflictFailure() : std::string(); };
+  try {
+    solver.solve();
+  } catch (const tav::Exception&) {
+    if (failure().empty()) throw;
   }
-  ~InterruptHook() { kavo_link_on_interrupt(host_, nullptr, nullptr); }
-  InterruptHook(const InterruptHook&) = delete;
-  InterruptHook& operator=(const InterruptHook&) = delete;
-
- private:
-  trpRec* host_;
-};
+  if (!failure().empty()) kavo_link_note(host, ("there is no conflict (IIS): " + failure()).c_str());
+}
 
 // Runs a piece of work for the host; what it raises becomes the host's error.
 template <class Work>
@@ -153,7 +153,7 @@ void Link::runSolver(HostLog& log, watch::Watch& watch) {
   watch.begin();
   log.onWrite([&watch] { watch.logged(); });
   try {
-    solver_->solve();
+    solveAndNote(model_, *solver_);
   } catch (...) {
     log.onWrite({});
     watch.end(false);

@@ -168,7 +168,8 @@ std::string Solver::libraryText() const { return data_->model->library()->text()
 
 tav::opt::StopReason Solver::stopReason() const {
   const bool hasSolved = hasModel() && data_->outcome.hasSolved;
-  return hasSolved ? grb::stopReason(data_->model->getIntAttr("Status")) : tav::opt::StopReason::notRun;
+  if (!hasSolved) return tav::opt::StopReason::notRun;
+  return grb::stopReason(data_->outcome.status.value_or(data_->model->getIntAttr("Status")));
 }
 
 std::optional<double> Solver::relaxation() const {

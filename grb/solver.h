@@ -52,6 +52,7 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
   tav::opt::StopReason stopReason() const override;
   bool structureIntact() const override { return !data_->model->relaxed() && !data_->model->fixed(); }
   std::optional<tav::opt::Conflict> conflict() const override { return data_->outcome.conflict; }
+  std::string conflictFailure() const override { return data_->outcome.conflictFailure; }
   std::optional<double> relaxation() const override;
   std::optional<double> conditionNumber(bool exact) const override;
   void queueCoefficients(int row, const std::vector<int>& columns, const std::vector<double>& values) override;

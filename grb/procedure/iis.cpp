@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 
 #include <numeric>
+#include <utility>
 #include <vector>
 
+#include "grb/gurobi/constants.h"
+#include "grb/gurobi/exception.h"
 #include "tav/idx/lib/range.h"
 
 namespace grb {
@@ -34,8 +37,8 @@ class Report {
  public:
   explicit Report(Data& data) : data_(data), model_(*data.model) {}
 
-  void write() {
-    Conflict& found = data_.outcome.conflict.emplace();
+  Conflict write() {
+    Conflict found;
     found.isMinimal = model_.getIntAttr("IISMinimal") == 1;
     if (!found.isMinimal) log("IIS construction terminated prematurely. IIS may not be minimal!");
     writeBounds(found);
@@ -43,6 +46,7 @@ class Report {
     found.quadraticRows = writeRows(kQuadratic);
     writeSets(found);
     noteGeneral(found);
+    return found;
   }
 
  private:
@@ -108,12 +112,31 @@ class Report {
   GurobiModel& model_;
 };
 
+// Gurobi says the same of a model that it could not tell from an infeasible one and that is unbounded.
+std::string whyNone(const Data& data) {
+  if (!data.outcome.hasSolved) return "the model is not infeasible";
+  return "the model is not infeasible, so it is unbounded";
+}
+
 }  // namespace
 
-void reportIis(Data& data) {
+void reportIis(Data& data, int status) {
   data.callbacks.log->writeLine("Computing IIS...");
-  data.model->computeIIS();
-  Report(data).write();
+  try {
+    data.model->computeIIS();
+  } catch (const GurobiException& failure) {
+    if (failure.code() == error::kIisNotInfeasible) {
+      data.outcome.conflictFailure = whyNone(data);
+      data.outcome.status = status;
+    }
+    throw;
+  }
+  Conflict found = Report(data).write();
+  if (data.model->relaxed()) {
+    data.outcome.conflictFailure = "it is the relaxation that is infeasible; the log tells its conflict";
+  } else {
+    data.outcome.conflict = std::move(found);
+  }
 }
 
 }  // namespace grb

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "tav/opt/solver_services.h"
 
@@ -10,6 +11,10 @@ namespace grb {
 struct Outcome {
   bool hasSolved = false;  // false when only something else than a solve was asked for
   std::optional<tav::opt::Conflict> conflict;
+  std::string conflictFailure;  // why there is none although it was asked for
+  // Gurobi's status of the solve, where a failed search for a conflict has put another in its place. What Gurobi holds
+  // is no answer of that solve then.
+  std::optional<int> status;
   std::optional<double> relaxation;
   bool relaxationIsObjective = false;  // the relaxed model's objective is what the relaxation costs
   std::optional<double> condition;

@@ -70,7 +70,7 @@ void solveModel(Data& data) {
 void runProcedure(Data& data) {
   data.outcome = {};
   const bool relaxes = data.options.isSetTo(IntOption::feasopt, 1);
-  if (!relaxes && data.options.isSetTo(IntOption::iis, 2)) return reportIis(data);
+  if (!relaxes && data.options.isSetTo(IntOption::iis, 2)) return reportIis(data, status::kLoaded);
   if (!relaxes && !data.options.file(FileOption::tuning).empty()) return tune(data);
   data.outcome.hasSolved = true;
   if (relaxes) return solveRelaxation(data);
@@ -97,8 +97,9 @@ tav::opt::Termination solve(Data& data) {
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
   listened(data, [&] { runProcedure(data); });
   putBack(model, data.beforeProcedure);
-  if (isInfeasible(model.getIntAttr("Status")) && data.options.isSetTo(IntOption::iis, 1)) {
-    listened(data, [&] { reportIis(data); });
+  const int status = model.getIntAttr("Status");
+  if (isInfeasible(status) && data.options.isSetTo(IntOption::iis, 1)) {
+    listened(data, [&] { reportIis(data, status); });
   }
   onFile(data, FileOption::writeparams, [&](const std::string& file) { model.writeParams(file.c_str()); });
   return termination(data.model->getIntAttr("Status"));

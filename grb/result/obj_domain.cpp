@@ -5,6 +5,7 @@
 #include "grb/gurobi/callback_constants.h"
 #include "grb/result/attrib.h"
 #include "grb/result/attribute_container.h"
+#include "grb/result/parameter_aside.h"
 #include "grb/result/sources.h"
 #include "grb/result/transforms.h"
 #include "tav/attr/view/single_item_container.h"
@@ -77,12 +78,12 @@ double ObjPrimalSolutions::get(int index, int solution) const {
   const auto model = model_.lock();
   if (!model) return 0;
   if (mode_ == kMultiObjectiveMode && model->getIntAttr("NumObj") > 1) {
-    model->setIntParam("ObjNumber", index);
-    model->setIntParam("SolutionNumber", solution);
+    const ParameterAside objective(*model, "ObjNumber", index);
+    const ParameterAside point(*model, "SolutionNumber", solution);
     return model->getDblAttr("ObjNVal");
   }
   if (solution == 0) return model->getDblAttr("ObjVal");
-  model->setIntParam("SolutionNumber", solution);
+  const ParameterAside point(*model, "SolutionNumber", solution);
   return model->getDblAttr("PoolNObjVal");
 }
 

@@ -56,12 +56,12 @@ tav::opt::Termination termination(int gurobiStatus) { return meaning(gurobiStatu
 
 int SolutionStatus::solutionCount() const {
   const auto model = model_.lock();
-  return model ? model->getIntAttr("SolCount") : 0;
+  return model && !instead_ ? model->getIntAttr("SolCount") : 0;
 }
 
 int SolutionStatus::get(int /*solution*/) const {
   const auto model = model_.lock();
-  return model ? static_cast<int>(solutionStatus(model->getIntAttr("Status"))) : 0;
+  return model ? static_cast<int>(solutionStatus(instead_ ? *instead_ : model->getIntAttr("Status"))) : 0;
 }
 
 int CallbackSolutionStatus::solutionCount() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "grb/gurobi/model.h"
 #include "grb/result/callback_values.h"
@@ -19,13 +20,16 @@ tav::opt::Termination termination(int gurobiStatus);
 // gone.
 class SolutionStatus : public tav::attr::AbstractItem<int> {
  public:
-  explicit SolutionStatus(std::weak_ptr<GurobiModel> model) : model_(std::move(model)) {}
+  // instead: Gurobi's status of a solve whose answer Gurobi no longer holds; there are no solutions then.
+  explicit SolutionStatus(std::weak_ptr<GurobiModel> model, std::optional<int> instead = std::nullopt)
+      : model_(std::move(model)), instead_(instead) {}
   int solutionCount() const override;
   int get(int solution) const override;
   std::vector<int> getAll() const override { return {get(0)}; }
 
  private:
   std::weak_ptr<GurobiModel> model_;
+  std::optional<int> instead_;
 };
 
 // The status inside a running solve: unknown. The number of solutions is told at nodes of the search tree only.

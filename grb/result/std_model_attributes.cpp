@@ -43,7 +43,7 @@ tav::attr::BaseItem readOnly(std::shared_ptr<Attrib<kModelAttribute, T>> item) {
 }  // namespace
 
 StdModelAttributes::StdModelAttributes(const Data& data, std::optional<Event> event)
-    : model_(data.model), source_(callbackSource(data)), event_(event) {}
+    : model_(data.model), source_(callbackSource(data)), status_(data.outcome.status), event_(event) {}
 
 int StdModelAttributes::count() const {
   int provided = 0;
@@ -77,7 +77,7 @@ tav::attr::BaseItem StdModelAttributes::ofModel(int key) const {
     case Key::name:
       return readOnly(attribute<std::string>(model_, "ModelName"));
     case Key::status:
-      return std::make_shared<SolutionStatus>(model_);
+      return std::make_shared<SolutionStatus>(model_, status_);
     case Key::iterationLimit:
       return transformed<CountOfDouble>(parameter<double>(model_, "IterationLimit"));
     case Key::iterations:

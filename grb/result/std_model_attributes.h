@@ -32,6 +32,7 @@ class StdModelAttributes : public tav::attr::AbstractItemDict {
 
   std::weak_ptr<GurobiModel> model_;
   CallbackSource source_;
+  std::optional<int> status_;
   std::optional<Event> event_;
 };
 

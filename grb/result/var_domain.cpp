@@ -4,6 +4,7 @@
 
 #include "grb/gurobi/callback_constants.h"
 #include "grb/result/attribute_container.h"
+#include "grb/result/parameter_aside.h"
 #include "grb/result/sources.h"
 #include "grb/result/transforms.h"
 #include "tav/attr/view/transform_container.h"
@@ -48,11 +49,12 @@ const char* attributeOf(int key) {
   }
 }
 
-// "X" of the best point; another point is chosen by a parameter and read as "Xn".
-const char* selectPoint(GurobiModel& model, int solution) {
-  if (solution == 0) return "X";
-  model.setIntParam("SolutionNumber", solution);
-  return "Xn";
+// Runs a read of the attribute that holds a point: "X" of the best one; another is chosen by a parameter and is "Xn".
+template <class Read>
+auto readPoint(GurobiModel& model, int solution, const Read& read) {
+  if (solution == 0) return read("X");
+  const ParameterAside chosen(model, "SolutionNumber", solution);
+  return read("Xn");
 }
 
 }  // namespace
@@ -102,12 +104,14 @@ int VarPrimalSolutions::solutionCount() const {
 
 double VarPrimalSolutions::get(int index, int solution) const {
   const auto model = model_.lock();
-  return model ? model->getDblAttrElement(selectPoint(*model, solution), index) : 0;
+  if (!model) return 0;
+  return readPoint(*model, solution, [&](const char* name) { return model->getDblAttrElement(name, index); });
 }
 
 void VarPrimalSolutions::get(const tav::idx::List& list, std::span<double> values, int solution) const {
   const auto model = model_.lock();
-  if (model && list.size() > 0) readElements<double>(*model, selectPoint(*model, solution), list, values);
+  if (!model || list.size() == 0) return;
+  readPoint(*model, solution, [&](const char* name) { readElements<double>(*model, name, list, values); });
 }
 
 }  // namespace grb

@@ -35,6 +35,9 @@ class AbstractSolverServices {
   // What the last solve found out besides a point, if it was asked to: parts of the model that contradict each other;
   // what the cheapest relaxation costs; the condition number of the basis at the end.
   virtual std::optional<Conflict> conflict() const = 0;
+  // Why there is none although it was asked for, a sentence without its end; empty otherwise. The solve may then have
+  // ended with an error; what it has found stands all the same.
+  virtual std::string conflictFailure() const = 0;
   virtual std::optional<double> relaxation() const = 0;
   virtual std::optional<double> conditionNumber(bool exact) const = 0;
 
