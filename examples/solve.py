@@ -22,7 +22,8 @@ class Outcome(ctypes.Structure):
     """kavo_outcome"""
     _fields_ = [("status", c_int), ("status_text", c_char_p), ("termination", c_char_p), ("sol_code", c_int),
                 ("message", c_char_p), ("objective", c_double), ("bound", c_double), ("gap", c_double),
-                ("iterations", c_double), ("nodes", c_double), ("seconds", c_double), ("solutions", c_double)]
+                ("iterations", c_double), ("nodes", c_double), ("seconds", c_double), ("solutions", c_double),
+                ("relaxation", c_double), ("condition", c_double), ("exact_condition", c_double)]
 
 
 class KavoError(Exception):
