@@ -73,8 +73,7 @@ std::optional<NameAndValue> split(std::string_view line) {
   const std::string_view text = line.substr(0, line.find_last_not_of(kBlanks) + 1);
   const auto blank = text.find_last_of(kBlanks);
   if (blank == std::string_view::npos) return std::nullopt;
-  const NameAndValue parts{text.substr(0, blank), trimmed(text.substr(0, blank)), text.substr(blank + 1)};
-  return parts.name.empty() ? std::nullopt : std::optional(parts);
+  return NameAndValue{text.substr(0, blank), trimmed(text.substr(0, blank)), text.substr(blank + 1)};
 }
 
 class PointReader {
@@ -102,7 +101,9 @@ class PointReader {
     const auto parts = split(line);
     const int column = parts ? find(*parts) : NameIndex::kNone;
     if (column == NameIndex::kNone && line.starts_with('#')) return;
-    if (!parts) fail(fmt::format("expected a name and a value, found {}", quoted(trimmed(line))));
+    if (!parts || (parts->name.empty() && column == NameIndex::kNone)) {
+      fail(fmt::format("expected a name and a value, found {}", quoted(trimmed(line))));
+    }
     const double value = numberOrNan(parts->value);
     if (!std::isfinite(value)) fail(fmt::format("the value {} is not a finite number", quoted(parts->value)));
     if (column == NameIndex::kNone) {

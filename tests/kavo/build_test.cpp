@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <functional>
 
 #include "kavo/link.h"
 #include "tests/kavo/fixture.h"
@@ -97,11 +96,6 @@ TEST(Build, LaterSuffixReplacesEarlier) {
   ASSERT_EQ(kavo_link_suffix(model, KAVO_OBJECTIVE, "priority", &suffix), KAVO_OK);
   EXPECT_EQ(suffix.count, 0u);
 }
-
-struct BadCall {
-  const char* message;  // part of the error that is expected
-  std::function<int(trpRec*)> call;
-};
 
 TEST(Build, BadInputIsRefusedByNameAndChangesNothing) {
   const double nan = NAN, inf = INFINITY, big = 1e20, one[] = {1, 1}, nans[] = {1, nan}, infs[] = {1, inf},

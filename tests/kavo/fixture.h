@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -49,6 +50,34 @@ inline int solveFake(trpRec* model, const Settings& settings) {
   EXPECT_EQ(kavo_close_link(model), KAVO_OK);
   return status;
 }
+
+// Solves through a link that is open already, and returns the log.
+inline std::string logOfSolve(trpRec* model, const Settings& settings, int expected = KAVO_OK) {
+  std::string log;
+  EXPECT_EQ(kavo_clear_options(model), KAVO_OK);
+  for (const auto& [name, value] : settings)
+    EXPECT_EQ(kavo_set_option(model, name.c_str(), value.c_str(), "test", 1), KAVO_OK);
+  const auto write = [](const char* text, std::size_t length, void* data) {
+    static_cast<std::string*>(data)->append(text, length);
+  };
+  EXPECT_EQ(kavo_set_log(model, write, &log), KAVO_OK);
+  EXPECT_EQ(kavo_solve(model), expected) << kavo_last_error();
+  EXPECT_EQ(kavo_set_log(model, nullptr, nullptr), KAVO_OK);
+  return log;
+}
+
+inline std::vector<std::string> notesOf(const trpRec* model) {
+  std::vector<std::string> notes;
+  const char* note = nullptr;
+  for (std::size_t i = 0; kavo_note(model, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
+  return notes;
+}
+
+// What is refused, and part of the error that is expected.
+struct BadCall {
+  const char* message;
+  std::function<int(trpRec*)> call;
+};
 
 // A folder of its own that goes with the test.
 class Folder {

@@ -23,13 +23,6 @@ std::vector<double> resultOf(const trpRec* model, int quantity) {
   return {values, values + count};
 }
 
-std::vector<std::string> notesOf(const trpRec* model) {
-  std::vector<std::string> notes;
-  const char* note = nullptr;
-  for (std::size_t i = 0; kavo_note(model, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
-  return notes;
-}
-
 TEST(Solve, ResultsComeBackAndStayWhenTheLinkIsClosed) {
   Model model;
   fillSmall(model);

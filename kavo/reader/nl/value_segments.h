@@ -33,12 +33,14 @@ class ValueSegments {
     suffix.name = source_.name("the name of a suffix");
     if (!suffixes_.insert(fmt::format("{} {}", kind, suffix.name)).second) source_.refuse("this suffix comes twice");
     source_.endLine();
+    const bool isBasis = kind <= KAVO_ROW && suffix.name == "sstatus";
     suffix.index.reserve(static_cast<std::size_t>(n));
     suffix.value.reserve(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k) {
       suffix.index.push_back(below(source_, sizes[kind], "the number of an element"));
       suffix.value.push_back(suffix.real ? source_.number("a value") : source_.integer("a whole value"));
       if (std::isnan(suffix.value.back())) source_.fail("a value");
+      if (isBasis && basisStatus(suffix.value.back()) < 0) source_.fail("a basis status from 0 to 6");
       source_.endLine();
     }
     std::vector<int> sorted = suffix.index;
@@ -46,6 +48,7 @@ class ValueSegments {
     const auto twice = std::adjacent_find(sorted.begin(), sorted.end());
     if (twice != sorted.end()) source_.refuse(fmt::format("element {} has two values", *twice));
     if (kind == KAVO_ROW) leaveOutLogical(suffix);
+    if (isBasis) takeBasis(suffix);
     model_.suffixes.push_back(std::move(suffix));
   }
 
@@ -53,6 +56,25 @@ class ValueSegments {
   void readDual() { readStart(draft_.dual, model_.dualStart, header_.constraints, "the number of a constraint"); }
 
  private:
+  // The kavo_basis of a value of sstatus, 0 when it tells none; -1 when there is no such value.
+  static int basisStatus(double value) {
+    // none, bas, sup, low, upp, equ (fixed, or an equation), btw (between the sides)
+    constexpr int kOf[] = {
+        0, KAVO_BASIC, KAVO_SUPERBASIC, KAVO_BASIS_LOWER, KAVO_BASIS_UPPER, KAVO_BASIS_LOWER, KAVO_SUPERBASIC};
+    const bool isStatus = value >= 0 && value <= 6 && value == std::floor(value);
+    return isStatus ? kOf[static_cast<std::size_t>(value)] : -1;
+  }
+
+  void takeBasis(const Suffix& suffix) {
+    if (std::all_of(suffix.value.begin(), suffix.value.end(), [](double v) { return v == 0; })) return;
+    model_.columnStart.resize(static_cast<std::size_t>(header_.variables), 0);
+    model_.rowStart.resize(static_cast<std::size_t>(header_.constraints), 0);
+    auto& statuses = suffix.kind == KAVO_COLUMN ? model_.columnStart : model_.rowStart;
+    for (std::size_t k = 0; k < suffix.index.size(); ++k) {
+      statuses[static_cast<std::size_t>(suffix.index[k])] = basisStatus(suffix.value[k]);
+    }
+  }
+
   void readStart(bool& seen, std::vector<double>& start, int size, std::string_view what) {
     once(source_, seen);
     seen = true;
