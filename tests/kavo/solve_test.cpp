@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(Sources, Interrupt, testing::Values(KAVO_STOP_HOST, KAV
 // the hundreds of the code, and by words of the message for codes they do not know.
 TEST(Outcome, CodesAndWordsAgreeForEveryPair) {
   for (int status = KAVO_OPTIMAL; status <= KAVO_UNKNOWN; ++status) {
-    for (int stop = KAVO_STOP_NOT_RUN; stop <= KAVO_STOP_INTERRUPTED; ++stop) {
+    for (int stop = KAVO_STOP_NOT_RUN; stop <= KAVO_STOP_RULE; ++stop) {
       for (const bool point : {false, true}) {
         Model model;
         ASSERT_EQ(solveFake(model, {{"status", std::to_string(status)},

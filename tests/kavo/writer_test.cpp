@@ -109,6 +109,8 @@ TEST(Json, HoldsEverythingKnown) {
   EXPECT_EQ(found, json::parse(R"({
     "status": "optimal", "termination": "finished", "message": "optimal solution",
     "objective": 8, "bound": 1e100, "gap": 0.25, "iterations": 1000000, "nodes": null, "solutions": null,
+    "kappa": null, "kappa_exact": null, "ranges": null, "pool": null, "objectives": null, "fixed": null,
+    "relaxation": null, "iis": null,
     "variables": {"name": ["x", "_svar[2]"], "value": [0, 0], "reduced_cost": [-0.5, 0.5], "basis": ["lower", "upper"]},
     "rows": {"name": ["c1", "_scon[2]"], "activity": [0, 0], "dual": [1.5, 2.5], "slack": null, "basis": ["lower", "upper"]},
     "violations": {"rows": {"value": 0.5, "name": "c1"}, "bounds": null, "integrality": null,
