@@ -5,8 +5,6 @@
 //   objective, bound, gap, iterations, nodes, solutions   numbers to tell
 //   relaxation, condition, exact   the same
 //   give            results word by word (give.h)
-//   relaxation, condition, exact   the same
-//   give            results word by word (give.h)
 //   violation       size of a violation of the first row
 //   log, note       a text to tell
 //   fail            an error to end with; unfinished: 1 to return without results
@@ -31,7 +29,6 @@
 #include <string>
 #include <thread>
 
-#include "give.h"
 #include "give.h"
 #include "kavo/link.h"
 
@@ -77,7 +74,6 @@ class FakeLink {
     if (number("duals", 0) != 0) fill(KAVO_DUAL, 1.5), fill(KAVO_REDUCED_COST, -0.5);
     if (number("basis", 0) != 0) giveBasis();
     if (has("violation")) kavo_link_violation(model_, KAVO_CHECK_ROW, number("violation", 0), 0);
-    if (has("give")) fake_link::give(model_, settings_["give"]);
     if (has("give")) fake_link::give(model_, settings_["give"]);
     if (number("unfinished", 0) == 0) finish();
     return 0;
