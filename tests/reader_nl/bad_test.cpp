@@ -167,6 +167,9 @@ TEST(NlBad, Values) {
       {kHead + "S0 0 a\nS0 0 a\n", "line 12: segment S0: this suffix comes twice"},
       {kHead + "S0 1 a\n0 1.5\n", "segment S0: expected a whole value, found \"1.5\""},
       {kHead + "S4 1 a\n0 nan\n", "segment S4: expected a value, found \"nan\""},
+      {kHead + "S0 1 sstatus\n0 7\n", "line 12: segment S0: expected a basis status from 0 to 6, found \"7\""},
+      {kHead + "S0 1 sstatus\n0 -1\n", "expected a basis status from 0 to 6, found \"-1\""},
+      {kHead + "S5 1 sstatus\n0 1.5\n", "segment S5: expected a basis status from 0 to 6, found \"1.5\""},
       {kHead + "S0 2 a\n1 1\n1 2\n", "segment S0: element 1 has two values"},
   });
 }

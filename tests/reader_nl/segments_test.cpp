@@ -171,6 +171,28 @@ TEST(NlSegments, StartsWithoutValuesAreNoStarts) {
   EXPECT_TRUE(model.dualStart.empty());
 }
 
+// The numbers of AMPL's basis statuses: none 0, bas 1, sup 2, low 3, upp 4, equ 5, btw 6.
+TEST(NlSegments, BasisStatusesAreTheStartBasis) {
+  const std::string columns = "S0 7 sstatus\n0 1\n1 2\n2 3\n3 4\n4 5\n5 6\n6 0\n";
+  const std::vector<int> statuses{3, 4, 1, 2, 1, 4, 0, 0};
+  struct Case {
+    std::string suffixes;
+    std::vector<int> columns, rows;
+  };
+  const Case cases[] = {
+      {columns, statuses, {0, 0}},
+      {"S1 2 sstatus\n1 3\n2 1\n" + columns, statuses, {0, 1}},
+      {"S5 1 sstatus\n0 1\n", std::vector<int>(8, 0), {3, 0}},
+      {"S0 1 sstatus\n0 0\nS2 1 sstatus\n0 9\nS0 1 status\n0 9\n", {}, {}},
+  };
+  for (const Case& c : cases) {
+    const Model model = fromText(header({.variables = 8, .constraints = 2, .objectives = 1, .logical = 1}) +
+                                 c.suffixes + "L0\nn1\nO0 0\nn0\nr\n3\n3\nb\n3\n3\n3\n3\n3\n3\n3\n3\n");
+    EXPECT_EQ(model.columnStart, c.columns) << c.suffixes;
+    EXPECT_EQ(model.rowStart, c.rows) << c.suffixes;
+  }
+}
+
 TEST(NlSegments, SuffixValuesOfLogicalConstraintsAreLeftOutWithANote) {
   const Model model = fromText(header({.variables = 1, .constraints = 1, .logical = 2}) +
                                "S1 3 level\n2 9\n0 7\n1 8\nL0\nn1\nL1\nn1\nr\n3\nb\n3\n");
