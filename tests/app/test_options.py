@@ -83,7 +83,7 @@ class Help(cli.FolderCase):
 
     def test_groups(self):
         text = self.help("--help-options")
-        self.assertRegex(text, r"\n  Answers +2\n  Command line +4\n  all +6\n\Z")
+        self.assertRegex(text, r"\n  Answers +2\n  Command line +6\n  all +8\n\Z")
 
     def test_words_find_names_groups_and_meanings(self):
         for words, shown in [

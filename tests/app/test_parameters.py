@@ -179,7 +179,7 @@ class Parameters(cli.FolderCase):
         unnamed = [f"plugin-attribute-{number}" for number in (3, 8, 9, 11, 15)]
         self.assertEqual({name for name, setting in self.settings.items() if setting["group"] == "Plug-ins"},
                          {*plugins, *unnamed})
-        self.assertEqual(len(self.settings), 4 + 15 + 161 + 1 + 26)
+        self.assertEqual(len(self.settings), 6 + 15 + 161 + 1 + 26)
         for name, setting in self.settings.items():
             self.assertTrue(setting["group"], name)
 

@@ -4,12 +4,13 @@
 //   point, duals, basis   1: give them; the point has every column at its lower bound, or 0
 //   objective, bound, gap, iterations, nodes, solutions   numbers to tell
 //   relaxation, condition, exact   the same
+//   ranges, pool, statistics   taken and not heeded
 //   give            results word by word (give.h)
 //   violation       size of a violation of the first row
 //   log, note       a text to tell
 //   fail            an error to end with; unfinished: 1 to return without results
 //   wait            1: run until stopped, but for the first `deaf` requests
-//   progress        tells of so many incumbents, until it is asked to stop
+//   progress        tells of so many incumbents, 1, 2 and so on, under a bound that falls, until it is asked to stop
 //   tell            1: log what has changed, changes: 'structure' or the elements, and what there is to start from
 //
 // Any other setting is refused. It describes two of them, and those of the host. The environment variable
@@ -93,7 +94,7 @@ class FakeLink {
   bool readSettings() {
     static const char* const kKnown =
         " status stop point duals basis objective bound gap iterations nodes solutions violation log note fail "
-        "unfinished wait deaf progress tell give relaxation condition exact ";
+        "unfinished wait deaf progress tell give ranges pool statistics relaxation condition exact ";
     const kavo_setting* setting = nullptr;
     std::size_t count = 0;
     kavo_link_settings(model_, &setting, &count);
@@ -168,7 +169,9 @@ class FakeLink {
         model_, [](void* lock) { const std::lock_guard held(*static_cast<std::mutex*>(lock)); }, &solver);
     for (int step = 1; step <= steps && settings_["stop"] == "1"; ++step) {
       const std::lock_guard held(solver);
-      const kavo_progress now{KAVO_PROGRESS_INCUMBENT, 0.1 * step, kNone, 1.0 * step, kNone, kNone, 1.0 * step};
+      const double incumbent = step, bound = 2.0 * steps - step;
+      const kavo_progress now{KAVO_PROGRESS_INCUMBENT,         0.1 * step, 10.0 * step, incumbent, bound,
+                              (bound - incumbent) / incumbent, incumbent};
       if (kavo_link_progress(model_, &now) != 0) settings_["stop"] = std::to_string(KAVO_STOP_INTERRUPTED);
     }
     kavo_link_on_interrupt(model_, nullptr, nullptr);
