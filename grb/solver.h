@@ -51,6 +51,7 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
   std::string libraryText() const override;
   tav::opt::StopReason stopReason() const override;
   bool structureIntact() const override { return !data_->model->relaxed() && !data_->model->fixed(); }
+  bool isSearch() const override { return data_->model->getIntAttr("IsMIP") != 0; }
   std::optional<tav::opt::Conflict> conflict() const override { return data_->outcome.conflict; }
   std::string conflictFailure() const override { return data_->outcome.conflictFailure; }
   std::optional<double> relaxation() const override;

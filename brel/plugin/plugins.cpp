@@ -4,8 +4,16 @@ namespace brel::plugin {
 
 std::unique_ptr<AbstractPlugin> makePlugin(Plugin plugin) {
   switch (plugin) {
+    case Plugin::fixedSolve:
+      return fixedSolve();
     case Plugin::writeBack:
       return writeBack();
+    case Plugin::dumpSolutions:
+      return dumpSolutions();
+    case Plugin::trace:
+      return trace();
+    case Plugin::stopExpression:
+      return stopExpression();
     default:
       return nullptr;
   }

@@ -7,6 +7,10 @@
 // The plug-ins, each in a file of its own.
 namespace brel::plugin {
 
+std::unique_ptr<AbstractPlugin> fixedSolve();
 std::unique_ptr<AbstractPlugin> writeBack();
+std::unique_ptr<AbstractPlugin> dumpSolutions();
+std::unique_ptr<AbstractPlugin> trace();
+std::unique_ptr<AbstractPlugin> stopExpression();
 
 }  // namespace brel::plugin

@@ -54,7 +54,9 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
   Reader reader(host, solver, model);
   kavo_finish finish = reader.facts();
   const bool hasPoint = finish.solutions > 0;
-  if (hasPoint || !isRelaxed) {
+  // A search for a conflict that found none leaves a basis of its own behind.
+  const bool isOverwritten = services != nullptr && !services->conflictFailure().empty();
+  if (hasPoint || !(isRelaxed || isOverwritten)) {
     reader.read(isRelaxed ? Extent::point : hasPoint ? Extent::all : Extent::basis);
   }
   if (isRelaxed) {

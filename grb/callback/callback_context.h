@@ -23,6 +23,8 @@ class CallbackContext {
 
   std::shared_ptr<tav::opt::AbstractCallback> handler;
   std::shared_ptr<tav::opt::AbstractLog> log;
+  bool isMuted =
+      false;  // the log is not to hear what Gurobi says, such as of parameters that move while results are read
   std::shared_ptr<LiveCallbackData> live = std::make_shared<LiveCallbackData>();
 
   // Indices 0 and 1 subscribe to solved nodes, 2 to new incumbents; false for any other index.

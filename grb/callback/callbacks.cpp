@@ -15,6 +15,7 @@ void notifyAll(const CallbackContext& context, int where) {
 
 extern "C" int grbLogCallback(char* message, void* context) {
   auto& callbacks = *static_cast<CallbackContext*>(context);
+  if (callbacks.isMuted) return 0;
   try {
     callbacks.log->write(message);
   } catch (...) {

@@ -7,7 +7,7 @@ namespace grb {
 // The functions that Gurobi calls. Their user data is the CallbackContext. Both return 0 on every path, since stopping
 // goes through GRBterminate; an exception of a listener is kept in the context and stops the solve.
 
-// For GRBsetlogcallbackfunc: a piece of log text, handed on as it is.
+// For GRBsetlogcallbackfunc: a piece of log text, handed on as it is unless the context is muted.
 extern "C" int grbLogCallback(char* message, void* context);
 
 // For GRBsetcallbackfuncadv with this mask.

@@ -77,6 +77,33 @@ void runProcedure(Data& data) {
   solveModel(data);
 }
 
+// Gurobi is heard while the solve goes on, and not while its results are read.
+class Hearing {
+ public:
+  explicit Hearing(CallbackContext& callbacks) : callbacks_(callbacks) { callbacks_.isMuted = false; }
+  ~Hearing() { callbacks_.isMuted = true; }
+  Hearing(const Hearing&) = delete;
+  Hearing& operator=(const Hearing&) = delete;
+
+ private:
+  CallbackContext& callbacks_;
+};
+
+// With the parameters that the procedure moves put back, also when it fails.
+void runAsideFromParameters(Data& data) {
+  try {
+    listened(data, [&] { runProcedure(data); });
+  } catch (...) {
+    try {
+      putBack(*data.model, data.beforeProcedure);
+    } catch (const GurobiException&) {
+      // tried again before the next solve; what failed first is to be told
+    }
+    throw;
+  }
+  putBack(*data.model, data.beforeProcedure);
+}
+
 bool isInfeasible(int status) {
   return status == status::kInfeasible || status == status::kInfOrUnbd || status == status::kLocallyInfeasible;
 }
@@ -85,7 +112,8 @@ bool isInfeasible(int status) {
 
 tav::opt::Termination solve(Data& data) {
   GurobiModel& model = *data.model;
-  putBack(model, data.beforeProcedure);  // of a solve that failed
+  const Hearing hearing(data.callbacks);
+  putBack(model, data.beforeProcedure);  // what could not be put back when it should
   // A long solve is not to be lost for the sake of a file that comes after it.
   onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
@@ -95,8 +123,7 @@ tav::opt::Termination solve(Data& data) {
   });
   applyChanges(data);
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
-  listened(data, [&] { runProcedure(data); });
-  putBack(model, data.beforeProcedure);
+  runAsideFromParameters(data);
   const int status = model.getIntAttr("Status");
   if (isInfeasible(status) && data.options.isSetTo(IntOption::iis, 1)) {
     listened(data, [&] { reportIis(data, status); });

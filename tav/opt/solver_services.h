@@ -31,6 +31,9 @@ class AbstractSolverServices {
   // Whether the solver's model is still the one that was loaded: false once it was relaxed or its integers were fixed,
   // until it starts anew.
   virtual bool structureIntact() const = 0;
+  // Whether the model, as the solver holds it, is a search: one that has more than continuous variables, linear and
+  // convex quadratic parts, so that its point has no duals. Only once there is a model.
+  virtual bool isSearch() const = 0;
 
   // What the last solve found out besides a point, if it was asked to: parts of the model that contradict each other;
   // what the cheapest relaxation costs; the condition number of the basis at the end.
