@@ -233,8 +233,8 @@ KAVO_API int kavo_add_sets(trpRec* model, size_t count, const unsigned char* typ
                            const int* column, const double* weight, const char* const* names);
 
 /* Switches `count` rows: row[i] must hold only when column[i] has the value value[i], 0 or 1 (NULL: 1). The column must
- * be KAVO_BINARY, or KAVO_INTEGER with bounds within [0, 1]; types and bounds cannot change later. A second call for a
- * row replaces the first. */
+ * be KAVO_BINARY, or KAVO_INTEGER with bounds within [0, 1], and stays so. A second call for a row replaces the
+ * first. */
 KAVO_API int kavo_set_indicators(trpRec* model, size_t count, const int* row, const int* column,
                                  const unsigned char* value);
 
@@ -248,18 +248,24 @@ KAVO_API int kavo_add_mip_start(trpRec* model, const double* values);
 KAVO_API int kavo_clear_mip_starts(trpRec* model);
 
 /* A basis to start from: a kavo_basis per column and per row (0: unknown); a row at its lower side is KAVO_BASIS_LOWER.
- * Both NULL: none. It is used when it is complete. A .nl file gives it by its suffixes sstatus. */
+ * NULL: all unknown; both NULL: no basis. The solver is given one that is complete, and a note tells why another is not
+ * used. A .nl file gives it by its suffixes sstatus. */
 KAVO_API int kavo_set_basis(trpRec* model, const int* columns, const int* rows);
 
-/* Which share of all columns and rows must have a known basis status for the start basis to be used: 0 (the default)
- * any; 1 withholds basis, start values and MIP starts alike. KAVO_INVALID outside [0, 1]. */
+/* Which share of all columns and rows must have a known basis status for the start basis to go to the link: 0 (the
+ * default) any; 1 withholds basis, start values and MIP starts alike. A note of the solve tells what was withheld.
+ * KAVO_INVALID outside [0, 1]. */
 KAVO_API int kavo_set_basis_ratio(trpRec* model, double ratio);
 
 /* Gives `count` elements of a kind a named value (a suffix); integer values are given as doubles. Elements not listed
  * have none. A second call with the same kind and name replaces the first. The link takes of these
- *   columns: partition, feaspref, priority;   rows: lazy, feaspref, trynonlin
- * and ignores the others. objpriority, objweight, objabstol and objreltol of objectives are kept for a solve of several
- * objectives at once. */
+ *   columns: priority   the integer variable with the largest is branched on first; 0: not given
+ *            partition  as Gurobi's attribute Partition
+ *            feaspref   preference in a relaxation, 1 when none is given; or lbpen and ubpen, penalties: 1 / preference
+ *   rows:    lazy, trynonlin   how the row is sent (docs/limits.md)
+ *            feaspref   as for columns; or rhspen
+ * and ignores the others, sstatus too: a basis is given by kavo_set_basis. objpriority, objweight, objabstol and
+ * objreltol of objectives are kept for a solve of several objectives at once. */
 KAVO_API int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, const int* index,
                              const double* value);
 
@@ -287,13 +293,17 @@ KAVO_API int kavo_name(trpRec* model, int kind, size_t index, const char** name)
  * New numbers in a model that was built or read. A solve after these alone keeps the solver's model and gives it what
  * has changed (docs/c-api.md tells for which models); any other change of the model makes it load anew. All of a call's
  * entries are checked first; an index that does not exist, a NaN or a value that building would refuse changes nothing
- * at all. Of several entries for one place the last counts. */
+ * at all. Of several entries for one place the last counts. Start values, basis and MIP starts stay as they were given,
+ * the results of the solve before go. */
 
-/* The coefficient of column[k] in the linear part of row[k] becomes value[k]; the row need not have had the column. */
+/* The coefficient of column[k] in the linear part of row[k] becomes value[k]; the row need not have had the column. New
+ * terms cost time linear in the model, once per call. */
 KAVO_API int kavo_change_coefficients(trpRec* model, size_t count, const int* row, const int* column,
                                       const double* value);
-/* lower, upper: count entries each, or NULL for no change on that side. */
+/* lower, upper: count entries each, or NULL for no change on that side. A lower one may exceed the upper one, as in
+ * building: the model is infeasible then. */
 KAVO_API int kavo_change_sides(trpRec* model, size_t count, const int* row, const double* lower, const double* upper);
+/* The same for bounds. An integer column that switches a row must stay within 0 and 1. */
 KAVO_API int kavo_change_bounds(trpRec* model, size_t count, const int* column, const double* lower,
                                 const double* upper);
 /* The linear coefficients of column[k] in an objective; constant NULL: no change. */
@@ -302,18 +312,30 @@ KAVO_API int kavo_change_objective(trpRec* model, size_t objective, const double
 
 /* ---- statistics ---- */
 
-/* The smallest and the largest absolute value other than 0 and infinity; both 0 when there is none. */
+/* The smallest and the largest absolute value of some numbers, not counting 0 and what is infinite (1e20 or more); both
+ * 0 when there is none. */
 typedef struct kavo_range {
   double smallest, largest;
 } kavo_range;
 
+/* What a model consists of, as it is now. */
 typedef struct kavo_statistics {
-  size_t columns[5];                                        /* by kavo_type */
-  size_t rows, equalities, inequalities, ranges, free_rows; /* all rows, and those with linear terms alone by sides */
-  size_t quadratic_rows, nonlinear_rows, switched_rows; /* rows with such parts, each counted once, last kind first */
+  size_t columns[5]; /* by kavo_type */
+  size_t rows;       /* the sum of the next seven, in which each row counts once: */
+  /* rows with linear terms alone (or with none), by their sides: both the same; one of them infinite; both finite and
+   * different; none */
+  size_t equalities, inequalities, ranges, free_rows;
+  size_t quadratic_rows; /* rows with quadratic terms, without an expression and not switched */
+  size_t nonlinear_rows; /* rows with an expression, not switched */
+  size_t switched_rows;  /* rows that an indicator switches */
   size_t logical, sets1, sets2, objectives;
-  size_t nonzeros, quadratic_terms, nodes;
-  kavo_range coefficients, objective, bounds, sides; /* of linear terms; objective: the one that is solved */
+  size_t nonzeros;         /* linear terms of rows other than 0 */
+  size_t quadratic_terms;  /* of rows and objectives */
+  size_t nodes;            /* of expressions, used or not */
+  kavo_range coefficients; /* of the linear terms of all rows */
+  kavo_range objective;    /* of the linear terms of the objective that is solved, without its constant */
+  kavo_range bounds;       /* of the columns as they were given: of a binary one those of its own */
+  kavo_range sides;        /* of all rows */
 } kavo_statistics;
 KAVO_API int kavo_get_statistics(const trpRec* model, kavo_statistics* statistics);
 
@@ -338,8 +360,11 @@ KAVO_API int kavo_write_point(const trpRec* model, const char* path);
 KAVO_API int kavo_write_pool_sol(const trpRec* model, size_t index, const char* path, const char* message);
 KAVO_API int kavo_write_pool_point(const trpRec* model, size_t index, const char* path);
 /* Reads a file of the form of kavo_write_point for the columns of this model: values has one entry per column, NaN
- * where the file says nothing. Lines that begin with # are passed over. unknown: how many of its names no column has;
- * may be NULL. KAVO_FILE names the line that is not "name value", or whose value is no finite number. */
+ * where the file says nothing. A column goes by the name it was given, any may go by "_svar[1]" and so on; a name may
+ * have blanks, the value is what stands behind the last one. Of several lines for a column the last counts. Empty lines
+ * are passed over, and those that begin with # unless that is a column's name. unknown: how many lines have a name that
+ * no column has; may be NULL. KAVO_FILE names the line that has no name or value, whose value is no finite number, or
+ * whose name several columns have. */
 KAVO_API int kavo_read_point(const trpRec* model, const char* path, double* values, size_t* unknown);
 /* Everything known, as one JSON object (docs/results.md). */
 KAVO_API int kavo_write_json(const trpRec* model, const char* path);

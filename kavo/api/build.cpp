@@ -110,7 +110,11 @@ int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, con
 }
 
 int kavo_set_name(trpRec* model, const char* name) {
-  return guard([&] { needIdle(model).model.name = &need(name, "the name"); });
+  return guard([&] {
+    trpRec& record = needIdle(model);
+    record.model.name = &need(name, "the name");
+    record.changes.becomeStructural();
+  });
 }
 
 int kavo_counts(const trpRec* model, size_t* columns, size_t* rows, size_t* nonzeros, size_t* objectives) {

@@ -19,17 +19,13 @@ int kavo_set_progress(trpRec* model, int (*progress)(const kavo_progress* now, v
 
 int kavo_link_wants_progress(const trpRec* model) { return model != nullptr && model->progress != nullptr ? 1 : 0; }
 
-// An answer counts even when no memory or thread is left to repeat it: then the link alone knows.
 int kavo_link_progress(trpRec* model, const kavo_progress* now) {
-  bool isAsked = false;
   guard([&] {
-    trpRec& record = need(model);
-    isAsked = record.stop->requested();
-    if (record.progress == nullptr || record.progress(&need(now, "the progress"), record.progressData) == 0) return;
-    isAsked = true;
-    record.stop->request(false);
+    const trpRec& record = need(model);
+    if (record.progress == nullptr) return;
+    if (record.progress(&need(now, "the progress"), record.progressData) != 0) record.stop->request(false);
   });
-  return isAsked ? 1 : 0;
+  return kavo_link_stop_requested(model);
 }
 
 }  // extern "C"

@@ -27,10 +27,12 @@ void StopRequest::end() {
 
 void StopRequest::request(bool signalled) {
   const std::lock_guard lock(mutex_);
-  if (!active_ || requested_) return;
-  repeater_ = std::thread([this] { repeat(); });
-  signalled_ = signalled;
-  requested_ = true;
+  if (!active_) return;
+  if (!requested_) {
+    signalled_ = signalled;
+    requested_ = true;
+  }
+  if (!repeater_.joinable()) repeater_ = std::thread([this] { repeat(); });
 }
 
 void StopRequest::setHook(Hook hook, void* data) {

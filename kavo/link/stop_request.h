@@ -22,7 +22,9 @@ class StopRequest {
   void begin();
   // The solve has returned.
   void end();
-  // Asks for the stop; nothing happens outside a solve. The first request tells by whom. Any thread.
+  // Asks for the stop; nothing happens outside a solve. The first request tells by whom. Any thread, also one that the
+  // solver waits for: it calls no hook itself. When there is no thread to be had (std::system_error) the request counts
+  // all the same, but only those hear of it who ask.
   void request(bool signalled);
   // Sets or (null) takes back the way to stop the solver. The earlier one is not running any more on return.
   void setHook(Hook hook, void* data);
