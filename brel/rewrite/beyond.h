@@ -36,11 +36,20 @@ struct QuadraticTerms {
   void end() { start.push_back(value.size()); }
 };
 
+// For which of the user's elements (Beyond::elements) something was made that stands for none itself. node: of the
+// graph, whose value it gives to all elements that need the node; -1: it is a part of what the element demands.
+struct Maker {
+  int element = -1;
+  expr::NodeId node = -1;
+};
+
 // What rows of every kind have: function, sense, side.
 struct RowHeads {
   std::vector<tav::opt::RowType> type;
   std::vector<double> side;
   std::vector<int> user;           // the user's row that it stands for, kNoUserRow for a row that only helps
+  std::vector<int> rangeColumn;    // the column whose bounds are the user's two sides, -1: none
+  std::vector<Maker> maker;        // of a row that only helps
   std::vector<std::string> names;  // as many as rows, or none at all when the model has no names
 
   std::size_t size() const { return type.size(); }
@@ -77,6 +86,7 @@ struct NonlinearRows {
 struct OrderedSets {
   std::vector<unsigned char> type;  // 1 or 2
   LinearTerms members;              // values: the weights, which rise within a set
+  std::vector<Maker> maker;
 };
 
 // Columns behind those of the user. `definition`: the node of the graph that the column stands for; its value at a
@@ -87,6 +97,7 @@ struct AuxiliaryColumns {
   std::vector<double> lower, upper;
   std::vector<unsigned char> isInteger;
   std::vector<expr::NodeId> definition;
+  std::vector<Maker> maker;
   std::vector<std::string> names;  // as many as columns, or none at all
 
   std::size_t size() const { return lower.size(); }
@@ -100,6 +111,19 @@ struct BeyondObjective {
   LinearTerms terms;                                        // one function
   QuadraticTerms quadratic;                                 // one function, when kind is quadratic
   std::vector<tav::math::ExpressionView<double>> function;  // one, when kind is nonlinear: linear part and constant too
+};
+
+// An element of the user's that was taken into the graph.
+struct UserElement {
+  int kind;           // KAVO_ROW, KAVO_LOGICAL or KAVO_OBJECTIVE
+  std::size_t index;  // of its kind
+  expr::NodeId root;  // its function
+};
+
+// A node for which a column of the user's stands, since an element says that they are equal.
+struct JoinedResult {
+  expr::NodeId node;
+  int element;
 };
 
 // What the user's own elements are in the graph: by them the user's rows and constraints are evaluated at a point.
@@ -123,6 +147,8 @@ struct Beyond {
   std::shared_ptr<tav::math::Expression<double>> expressions = std::make_shared<tav::math::Expression<double>>();
   std::shared_ptr<const expr::Graph> graph;  // of the user's expressions and of what the rules made of them
   UserNodes nodes;
+  std::vector<UserElement> elements;
+  std::vector<JoinedResult> joined;
   std::vector<std::string> notes;  // for the user, about what was taken otherwise than it is written
 };
 

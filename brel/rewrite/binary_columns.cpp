@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "brel/rewrite/rules.h"
 
@@ -8,9 +9,25 @@ namespace {
 // The bounds are the only trace of the rule, so that values and starts pass as they are.
 class BinaryColumnsStep : public Step {
  public:
+  explicit BinaryColumnsStep(const kavo_columns& columns) : columns_(columns) {}
+
   void startsForward(Starts&) const override {}
   void changeForward(Change&) const override {}
   void resultsBack(RowResults&) const override {}
+
+  // Of a bound that is not the user's nothing is known.
+  void rangesBack(const RangeResults& ranges) const override {
+    for (std::size_t j = 0; j < columns_.count; ++j) {
+      if (columns_.type[j] != KAVO_BINARY) continue;
+      if (columns_.lower[j] < 0) ranges.userLower.give(j, std::nan(""), std::nan(""));
+      if (columns_.upper[j] > 1) ranges.userUpper.give(j, std::nan(""), std::nan(""));
+    }
+  }
+
+  void marksBack(Marks&) const override {}  // the bound of the type is one of the column's
+
+ private:
+  kavo_columns columns_;
 };
 
 }  // namespace
@@ -22,7 +39,7 @@ void binaryColumns(const kavo_columns& columns, SolverModel& model, Trail& trail
     any = true;
     model.setBounds(j, std::max(columns.lower[j], 0.0), std::min(columns.upper[j], 1.0));
   }
-  if (any) trail.push(std::make_unique<BinaryColumnsStep>());
+  if (any) trail.push(std::make_unique<BinaryColumnsStep>(columns));
 }
 
 }  // namespace brel::rewrite

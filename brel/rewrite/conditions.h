@@ -54,6 +54,7 @@ void Conditions::close(const Lowered& lowered) {
   for (auto id = static_cast<Id>(all_.size()) + 1; id >= 2; --id) {
     const Condition condition = at(id);
     if (condition.column < 0) continue;
+    rewriter_.setMakerOf(condition.column);
     const Literal own{condition.column, true};
     if (condition.second != kNever) {
       tie(own, kNoNode, condition.outer);

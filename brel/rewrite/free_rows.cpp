@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "brel/rewrite/evaluate.h"
 #include "brel/rewrite/rules.h"
@@ -28,6 +29,12 @@ class FreeRowsStep : public Step {
       if (!results.basis.empty()) results.basis[i] = KAVO_BASIC;
     }
   }
+
+  void rangesBack(const RangeResults& ranges) const override {
+    for (const int row : dropped_) ranges.userSide.give(static_cast<std::size_t>(row), -HUGE_VAL, HUGE_VAL);
+  }
+
+  void marksBack(Marks&) const override {}  // what holds nothing contradicts nothing
 
  private:
   bool isDropped(int row) const { return std::binary_search(dropped_.begin(), dropped_.end(), row); }

@@ -80,8 +80,10 @@ Lowering::Lowering(Rewriter& rewriter)
       sources_(rewriter.graph().size()),
       need_(sources_, 0),
       element_(sources_, -1),
+      enforcer_(sources_, -1),
       firstGuard_(sources_, -1),
       result_(sources_, kNoNode),
+      joiner_(sources_, -1),
       lowered_(sources_, kNoNode),
       conditions_(rewriter),
       matters_(sources_, Conditions::kNever),
@@ -91,10 +93,11 @@ Lowering::Lowering(Rewriter& rewriter)
 void Lowering::need(NodeId node, std::uint8_t what) {
   need_[index(node)] |= what;
   matters_[index(node)] = Conditions::kAlways;
-  if (element_[index(node)] < 0) element_[index(node)] = static_cast<int>(elements_.size()) - 1;
+  if (element_[index(node)] < 0) element_[index(node)] = lastElement();
+  if ((what & kTrue) != 0 && enforcer_[index(node)] < 0) enforcer_[index(node)] = lastElement();
 }
 
-bool Lowering::setResult(NodeId node, NodeId column) {
+bool Lowering::setResult(NodeId node, NodeId column, int element) {
   const bool isFree = mayHaveResult(graph().op(node)) && result_[index(node)] == kNoNode;
   const bool fits = !graph().isTruth(node) || graph().isTruth(column);
   if (!isFree || !fits) return false;
@@ -102,6 +105,8 @@ bool Lowering::setResult(NodeId node, NodeId column) {
     if (child == column) return false;
   }
   result_[index(node)] = column;
+  joiner_[index(node)] = element;
+  rewriter_.noteJoined(node, element);
   return true;
 }
 
@@ -134,8 +139,8 @@ NodeId Lowering::finish(NodeId node, NodeId value) {
   return given;
 }
 
-void Lowering::guard(NodeId node, Literal literal) {
-  guards_.push_back({literal, firstGuard_[index(node)]});
+void Lowering::guard(NodeId node, Literal literal, int element) {
+  guards_.push_back({literal, element, firstGuard_[index(node)]});
   firstGuard_[index(node)] = static_cast<int>(guards_.size()) - 1;
 }
 
@@ -209,7 +214,11 @@ void Lowering::passOn(NodeId node) {
 void Lowering::passTo(NodeId child, NodeId parent, std::uint8_t what, Conditions::Id where) {
   need_[index(child)] |= what;
   matters_[index(child)] = conditions_.either(matters_[index(child)], where);
-  if (element_[index(child)] < 0) element_[index(child)] = element_[index(parent)];
+  int& element = element_[index(child)];
+  if (element < 0 || element == objective_) element = element_[index(parent)];
+  if ((what & (kTrue | kFalse)) != 0 && enforcer_[index(child)] < 0) {
+    enforcer_[index(child)] = enforcer_[index(parent)];
+  }
 }
 
 // What a comparison compares matters where its result must be true, or false; where it must tell both, always.
@@ -229,7 +238,7 @@ void Lowering::passOnOr(NodeId node, std::uint8_t needed) {
   Literal when{};
   const NodeId guarded = needed & kTrue ? guardedOperand(node, when) : kNoNode;
   if (guarded != kNoNode) {
-    guard(guarded, when);
+    guard(guarded, when, enforcer_[index(node)]);
     passTo(guarded, node, 0);
   }
   const std::uint8_t asClause = needed & kTrue && guarded == kNoNode ? kOne : 0;
@@ -245,8 +254,9 @@ void Lowering::passGuardsOn(NodeId node) {
     return;
   }
   for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
+    const Guard passed = guards_[static_cast<std::size_t>(g)];
     for (const NodeId child : graph().children(node)) {
-      guard(child, guards_[static_cast<std::size_t>(g)].literal);
+      guard(child, passed.literal, passed.element);
       passTo(child, node, 0);
     }
   }
@@ -256,7 +266,7 @@ void Lowering::passGuardsOn(NodeId node) {
 void Lowering::joinEquivalent(NodeId node) {
   const auto children = graph().children(node);
   for (std::size_t k = 0; k < 2; ++k) {
-    if (graph().isVariable(children[k]) && setResult(children[1 - k], children[k])) return;
+    if (graph().isVariable(children[k]) && setResult(children[1 - k], children[k], enforcer_[index(node)])) return;
   }
 }
 
@@ -290,6 +300,7 @@ void Lowering::run() {
   for (std::size_t i = 0; i < sources_; ++i) {
     const auto node = static_cast<NodeId>(i);
     if (element_[i] >= 0) rewriter_.setElement(elements_[static_cast<std::size_t>(element_[i])]);
+    makeFor(node);
     const bool isLeaf = graph().isVariable(node) || graph().isConstant(node);
     if (isLeaf || (need_[i] & kBoth) != 0) lowered_[i] = lower(node);
     enforce(node);
@@ -383,6 +394,12 @@ NodeId Lowering::copyWithLoweredChildren(NodeId node) {
   }
 }
 
+// What is made from now on gives the node its value, or is what an element says of it.
+void Lowering::makeFor(NodeId node) {
+  const int joiner = joiner_[index(node)];
+  rewriter_.setMaker(joiner >= 0 ? Maker{joiner, kNoNode} : Maker{element_[index(node)], node});
+}
+
 std::vector<NodeId> Lowering::loweredChildren(NodeId node) {
   std::vector<NodeId> result;
   for (const NodeId child : graph().children(node)) result.push_back(lowered(child));
@@ -392,11 +409,13 @@ std::vector<NodeId> Lowering::loweredChildren(NodeId node) {
 // Makes a node hold that must be true or false, everywhere or under guards.
 void Lowering::enforce(NodeId node) {
   const std::uint8_t needed = need_[index(node)];
+  rewriter_.setMaker({enforcer_[index(node)], kNoNode});
   if (needed & kTrue) enforceAlways(node, true);
   if (needed & kFalse) enforceAlways(node, false);
   for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
     const Literal when = guards_[static_cast<std::size_t>(g)].literal;
     const Op op = graph().op(node);
+    rewriter_.setMaker({guards_[static_cast<std::size_t>(g)].element, kNoNode});
     if (isComparison(op)) {
       enforceComparisonWhen(*this, node, when);
     } else if (op != Op::logicalAnd) {

@@ -22,13 +22,17 @@ class Lowering {
   explicit Lowering(Rewriter& rewriter);
 
   // ---- before run: what is wanted ----
-  // An element whose expressions follow, by the name that auxiliary elements get from it.
-  void setElement(std::string name) { elements_.push_back(std::move(name)); }
+  // An element whose expressions follow, by the name that auxiliary elements get from it; in the order of
+  // Beyond::elements. isObjective: what others need too is made for these.
+  void setElement(std::string name, bool isObjective = false) {
+    elements_.push_back(std::move(name));
+    if (isObjective) objective_ = lastElement();
+  }
   void needValue(NodeId node) { need(node, kBoth); }
   void needTrue(NodeId node) { need(node, kTrue); }
-  // Lets a column be the result of a node: the user's row "column = node" says no more than that. False when the node
-  // is no result of a rule, or has a result already.
-  bool setResult(NodeId node, NodeId column);
+  // Lets a column be the result of a node: the user's row "column = node", the element set last, says no more than
+  // that. False when the node is no result of a rule, or has a result already.
+  bool setResult(NodeId node, NodeId column) { return setResult(node, column, lastElement()); }
 
   void run();
 
@@ -57,10 +61,13 @@ class Lowering {
   // `node` must be true wherever a binary column has a value.
   struct Guard {
     Literal literal;
-    int next;  // of the same node, -1
+    int element;  // that says so
+    int next;     // of the same node, -1
   };
 
   static std::size_t index(NodeId node) { return static_cast<std::size_t>(node); }
+  int lastElement() const { return static_cast<int>(elements_.size()) - 1; }
+  bool setResult(NodeId node, NodeId column, int element);
   void need(NodeId node, std::uint8_t what);
   void passOn(NodeId node);
   void passTo(NodeId child, NodeId parent, std::uint8_t what) { passTo(child, parent, what, matters_[index(parent)]); }
@@ -69,7 +76,8 @@ class Lowering {
   void passOnOr(NodeId node, std::uint8_t needed);
   void passGuardsOn(NodeId node);
   void joinEquivalent(NodeId node);
-  void guard(NodeId node, Literal literal);
+  void guard(NodeId node, Literal literal, int element);
+  void makeFor(NodeId node);
   bool isSimple(NodeId node, Literal& literal);
   NodeId guardedOperand(NodeId node, Literal& when);
 
@@ -85,9 +93,12 @@ class Lowering {
   std::size_t sources_;  // number of nodes before anything was made of them
   std::vector<std::uint8_t> need_;
   std::vector<int> element_;     // by node: what it was first needed for
+  std::vector<int> enforcer_;    // by node: the element that says that it is true, or false
   std::vector<int> firstGuard_;  // by node, -1
   std::vector<Guard> guards_;
   std::vector<NodeId> result_;  // by node: its result when the user has it, kNoNode
+  std::vector<int> joiner_;     // by node: the element that says so
+  int objective_ = -1;          // among the elements
   std::vector<NodeId> lowered_;
   Conditions conditions_;
   std::vector<Conditions::Id> matters_;  // by node: where its value matters

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "brel/rewrite/beyond_marks.h"
 #include "brel/rewrite/evaluate.h"
 #include "brel/rewrite/rules.h"
 
@@ -28,7 +29,8 @@ class MovedRowsStep : public Step {
     }
   }
 
-  void changeForward(Change& change) const override { change.needsLoading = true; }
+  // Other numbers may need other elements: such models are loaded anew, and nothing comes this way.
+  void changeForward(Change&) const override {}
 
   void resultsBack(RowResults& results) const override {
     for (std::size_t i = 0; i < beyond_.moved.size(); ++i) {
@@ -43,6 +45,24 @@ class MovedRowsStep : public Step {
     takeStatuses(results);
   }
 
+  void rangesBack(const RangeResults& ranges) const override {
+    for (std::size_t i = 0; i < beyond_.moved.size(); ++i) {
+      if (beyond_.moved[i] != 0 && Sides(user_.rows, i).areNone()) ranges.userSide.give(i, -HUGE_VAL, HUGE_VAL);
+    }
+    const RowHeads& heads = beyond_.linear.heads;
+    for (std::size_t r = 0; r < heads.size(); ++r) {
+      if (heads.user[r] == kNoUserRow) continue;
+      const Sides sides(user_.rows, at(heads, r));
+      if (isRanged(r)) {
+        giveSideOfColumn(ranges, sides, at(heads, r), slackOf(r));
+      } else {
+        ranges.userSide.give(at(heads, r), sides.side() + ranges.linear.low[r], sides.side() + ranges.linear.high[r]);
+      }
+    }
+  }
+
+  void marksBack(Marks& marks) const override { markElements(user_, beyond_, marks); }
+
  private:
   static std::size_t at(const RowHeads& heads, std::size_t row) { return static_cast<std::size_t>(heads.user[row]); }
 
@@ -54,16 +74,9 @@ class MovedRowsStep : public Step {
     return status;
   }
 
-  // Whether a row of the user's with two sides is sent as the equality f - s = 0; s is the last of its columns.
-  bool isRanged(std::size_t row) const {
-    const RowHeads& heads = beyond_.linear.heads;
-    const std::size_t user = at(heads, row);
-    return heads.type[row] == tav::opt::RowType::equal && user_.rows.lower[user] != user_.rows.upper[user];
-  }
-  std::size_t slackOf(std::size_t row) const {
-    const LinearTerms& terms = beyond_.linear.terms;
-    return static_cast<std::size_t>(terms.column[terms.start[row + 1] - 1]);
-  }
+  // Whether a row of the user's with two sides is sent as the equality f - s = 0.
+  bool isRanged(std::size_t row) const { return beyond_.linear.heads.rangeColumn[row] >= 0; }
+  std::size_t slackOf(std::size_t row) const { return static_cast<std::size_t>(beyond_.linear.heads.rangeColumn[row]); }
 
   // A row is worth to the user what all rows that are sent for it are worth.
   static void addDuals(const RowHeads& heads, std::span<const double> sent, std::span<double> dual) {

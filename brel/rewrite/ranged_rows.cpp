@@ -50,6 +50,21 @@ class RangedRowsStep : public Step {
     }
   }
 
+  void rangesBack(const RangeResults& ranges) const override {
+    for (const RangedRow& r : ranged_) {
+      const auto user = static_cast<std::size_t>(r.user);
+      giveSideOfColumn(ranges, Sides(rows_, user), user, static_cast<std::size_t>(r.slack));
+    }
+  }
+
+  void marksBack(Marks& marks) const override {
+    for (const RangedRow& r : ranged_) {
+      const auto slack = static_cast<std::size_t>(r.slack);
+      const bool isIn = marks.row[static_cast<std::size_t>(r.solver)] || marks.lower[slack] || marks.upper[slack];
+      if (isIn) marks.userRow[static_cast<std::size_t>(r.user)] = sideMarkOfColumn(marks, slack);
+    }
+  }
+
  private:
   kavo_rows rows_;
   std::vector<RangedRow> ranged_;  // in the order of the user's rows

@@ -34,7 +34,8 @@ class BeyondRewrite {
         allExpressions_(expressionsOf(user.host)),
         beyond_(std::make_shared<Beyond>(rows_.count)),
         graph_(std::make_shared<Graph>()),
-        expressions_(user.host, columns_, allExpressions_, *graph_),
+        inGraph_(options.ignoresBounds ? withoutBounds() : user.columns),
+        expressions_(user.host, inGraph_, allExpressions_, *graph_),
         hasNames_(columns_.names.start != nullptr || rows_.names.start != nullptr),
         rewriter_(*graph_, *beyond_, {space, static_cast<int>(columns_.count)}, hasNames_, options) {}
 
@@ -48,6 +49,8 @@ class BeyondRewrite {
     NodeId node;          // kNoNode: there is nothing left to do
   };
 
+  kavo_columns withoutBounds();
+  void noteElements();
   bool isMoved(std::size_t row) const {
     return has(rows_.expression, row) || has(rows_.quadratic, row) || isSwitched(row);
   }
@@ -74,12 +77,27 @@ class BeyondRewrite {
   kavo_expressions allExpressions_;
   std::shared_ptr<Beyond> beyond_;
   std::shared_ptr<Graph> graph_;
+  std::vector<double> noLower_, noUpper_;
+  kavo_columns inGraph_;  // the columns as the graph sees them
   expr::HostExpressions expressions_;
   bool hasNames_;
   Rewriter rewriter_;
   std::vector<Work> rowWork_, logicalWork_;
   Work objective_{0, "objective", kNoNode};
 };
+
+// Binary columns stay within the bounds of their type.
+kavo_columns BeyondRewrite::withoutBounds() {
+  kavo_columns columns = user_.columns;
+  for (std::size_t j = 0; j < columns.count; ++j) {
+    const bool isBinary = columns.type[j] == KAVO_BINARY;
+    noLower_.push_back(isBinary ? 0 : -kUserInfinity);
+    noUpper_.push_back(isBinary ? 1 : kUserInfinity);
+  }
+  columns.lower = noLower_.data();
+  columns.upper = noUpper_.data();
+  return columns;
+}
 
 NodeId BeyondRewrite::sumOf(std::size_t terms, const int* column, const double* value, double constant) {
   std::vector<expr::Term> sum(terms);
@@ -120,6 +138,8 @@ void BeyondRewrite::copyQuadratic(std::size_t row) {
   to.heads.type.push_back(sides.type());
   to.heads.side.push_back(sides.side());
   to.heads.user.push_back(static_cast<int>(row));
+  to.heads.rangeColumn.push_back(-1);
+  to.heads.maker.emplace_back();
   if (hasNames_) to.heads.names.push_back(nameOf(rows_.names, row));
 }
 
@@ -151,7 +171,7 @@ void BeyondRewrite::addUserRow(std::size_t row, NodeId lowered) {
     return rewriter_.addRow(against(sides.upper), RowType::lessOrEqual, origin);
   }
   const NodeId slack = rewriter_.addColumn({sides.lower, sides.upper}, false, lowered, "range");
-  rewriter_.addRow(graph_->subtract(lowered, slack), RowType::equal, origin);
+  rewriter_.addRow(graph_->subtract(lowered, slack), RowType::equal, {origin.user, origin.name, graph_->column(slack)});
 }
 
 void BeyondRewrite::addUserIndicator(std::size_t row, NodeId lowered) {
@@ -255,6 +275,13 @@ void BeyondRewrite::collectObjective() {
                                *given.name == '\0' ? objective_.element : "objective " + objective_.element);
 }
 
+// In the order in which they are lowered.
+void BeyondRewrite::noteElements() {
+  for (const Work& work : rowWork_) beyond_->elements.push_back({KAVO_ROW, work.row, work.node});
+  for (const Work& work : logicalWork_) beyond_->elements.push_back({KAVO_LOGICAL, work.row, work.node});
+  beyond_->elements.push_back({KAVO_OBJECTIVE, 0, objective_.node});
+}
+
 void BeyondRewrite::lower(Lowering& lowering) {
   for (Work& work : rowWork_) {
     lowering.setElement(work.element);
@@ -268,7 +295,7 @@ void BeyondRewrite::lower(Lowering& lowering) {
     lowering.setElement(work.element);
     lowering.needTrue(work.node);
   }
-  lowering.setElement(objective_.element);
+  lowering.setElement(objective_.element, true);
   if (objective_.node != kNoNode) lowering.needValue(objective_.node);
   lowering.run();
 }
@@ -277,17 +304,21 @@ std::shared_ptr<const Beyond> BeyondRewrite::run() {
   collectRows();
   collectLogical();
   collectObjective();
+  noteElements();
   Lowering lowering(rewriter_);
   lower(lowering);
-  for (const Work& work : rowWork_) {
+  for (std::size_t k = 0; k < rowWork_.size(); ++k) {
+    const Work& work = rowWork_[k];
     if (work.node == kNoNode) continue;
     rewriter_.setElement(work.element);
+    rewriter_.setMaker({static_cast<int>(k), work.node});
     const NodeId lowered = lowering.lowered(work.node);
     isSwitched(work.row) ? addUserIndicator(work.row, lowered) : addUserRow(work.row, lowered);
   }
   markTryNonlinear();
   noteLazyRows();
   rewriter_.setElement(objective_.element);
+  rewriter_.setMaker({static_cast<int>(beyond_->elements.size()) - 1, objective_.node});
   if (objective_.node != kNoNode) rewriter_.setObjective(lowering.lowered(objective_.node));
   beyond_->graph = graph_;
   return beyond_;

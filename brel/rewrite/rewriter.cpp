@@ -66,6 +66,7 @@ NodeId Rewriter::addColumn(Interval bounds, bool isInteger, NodeId definition, s
   columns.upper.push_back(bounds.upper);
   columns.isInteger.push_back(isInteger ? 1 : 0);
   columns.definition.push_back(definition);
+  columns.maker.push_back(maker_);
   if (hasNames_) columns.names.push_back(nameFor(what));
   return graph_.variable(position, bounds.lower, bounds.upper, isInteger);
 }
@@ -108,6 +109,8 @@ void Rewriter::pushHead(RowHeads& heads, RowType type, double side, const RowOri
   heads.type.push_back(type);
   heads.side.push_back(side);
   heads.user.push_back(origin.user);
+  heads.rangeColumn.push_back(origin.rangeColumn);
+  heads.maker.push_back(maker_);
   if (hasNames_) heads.names.push_back(origin.name);
 }
 
@@ -174,6 +177,7 @@ void Rewriter::addOrderedSet(std::span<const NodeId> members) {
   for (const NodeId member : members) beyond_.sets.members.push(graph_.column(member), ++weight);
   beyond_.sets.members.end();
   beyond_.sets.type.push_back(2);
+  beyond_.sets.maker.push_back(maker_);
 }
 
 void Rewriter::setObjective(NodeId node) {

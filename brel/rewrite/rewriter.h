@@ -23,6 +23,9 @@ inline constexpr NodeId kNoNode = -1;
 
 struct RewriteOptions {
   double strictStep = 1e-4;  // a < b of real values is sent as a <= b - strictStep
+  // What is sent follows from the user's expressions alone, not also from the bounds of his columns: a conflict could
+  // not tell which of these it needs.
+  bool ignoresBounds = false;
 };
 
 // Where the solver's columns are, and where auxiliary ones begin.
@@ -40,7 +43,8 @@ struct Literal {
 // What a row is sent for.
 struct RowOrigin {
   int user = kNoUserRow;
-  std::string name;  // "" for none
+  std::string name;      // "" for none
+  int rangeColumn = -1;  // see RowHeads
 };
 
 // The workshop of the rules: makes auxiliary columns and rows and keeps them. The nodes that its functions take are of
@@ -54,6 +58,11 @@ class Rewriter {
 
   // The user's element for which something is made now; names begin with it.
   void setElement(std::string_view name) { element_ = name; }  // which must live on
+  // What things are made for from now on; or for what an auxiliary column was made.
+  void setMaker(const Maker& maker) { maker_ = maker; }
+  void setMakerOf(int column) { maker_ = beyond_.columns.maker[static_cast<std::size_t>(column - place_.firstColumn)]; }
+  // A column of the user's stands for a node because of an element.
+  void noteJoined(NodeId node, int element) { beyond_.joined.push_back({node, element}); }
 
   // Tells the user something about the element.
   void note(std::string_view what);
@@ -104,6 +113,7 @@ class Rewriter {
   RewriteOptions options_;
   expr::Splitter splitter_;
   std::string_view element_;
+  Maker maker_;
   std::vector<NodeId> columnOf_;  // by node: the column made for it, kNoNode
   int named_ = 0;
 };

@@ -5,6 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "brel/rewrite/marks.h"
+#include "brel/rewrite/ranges.h"
 #include "kavo/link.h"
 
 namespace brel::rewrite {
@@ -35,7 +37,6 @@ struct Change {
   std::vector<int> coefficientRows;     // the user's rows, kNoUserRow: not sent; entry k is the new value ...
   std::vector<int> coefficientColumns;  // ... of this solver's column in that row
   std::vector<double> coefficientValues;
-  bool needsLoading = false;  // a rule would have to be applied anew
 };
 
 class UserPoint;
@@ -65,9 +66,13 @@ class Step {
   virtual void changeForward(Change& change) const = 0;
   // From the solver's results to those of the user's elements that the rule took away or replaced.
   virtual void resultsBack(RowResults& results) const = 0;
+  virtual void rangesBack(const RangeResults& ranges) const = 0;
+  // From the parts of the solver's model that contradict each other to the user's elements.
+  virtual void marksBack(Marks& marks) const = 0;
 };
 
-// The steps in the order in which they were applied: starts and changes walk them forward, results backward.
+// The steps in the order in which they were applied: starts and changes walk them forward, results, ranges and marks
+// backward.
 class Trail {
  public:
   void push(std::unique_ptr<const Step> step) { steps_.push_back(std::move(step)); }
@@ -79,6 +84,12 @@ class Trail {
   }
   void resultsBack(RowResults& results) const {
     for (const auto& step : std::views::reverse(steps_)) step->resultsBack(results);
+  }
+  void rangesBack(const RangeResults& ranges) const {
+    for (const auto& step : std::views::reverse(steps_)) step->rangesBack(ranges);
+  }
+  void marksBack(Marks& marks) const {
+    for (const auto& step : std::views::reverse(steps_)) step->marksBack(marks);
   }
 
  private:

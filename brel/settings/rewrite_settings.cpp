@@ -19,6 +19,7 @@ const std::vector<std::shared_ptr<const tav::attr::AbstractBaseInfo>>& rewriteSe
 
 rewrite::RewriteOptions rewriteOptions(const Given& given) {
   rewrite::RewriteOptions options;
+  options.ignoresBounds = wholeNumber(given, "iis").value_or(0) != 0;  // a conflict may be asked for
   for (const Checked& setting : given.settings) {
     if (setting.row->owner == Owner::framework) options.strictStep = std::get<double>(setting.value);
   }
