@@ -3,6 +3,7 @@
 #include <exception>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "brel/host.h"
@@ -63,6 +64,12 @@ class Plugins {
   std::vector<std::unique_ptr<plugin::AbstractPlugin>> plugins_;
 };
 
+kavo_changes changesOf(const trpRec* host) {
+  kavo_changes changes{};
+  checkHost(kavo_link_changes(host, &changes));
+  return changes;
+}
+
 // Which solver this is, as exactly as it can tell.
 std::string solverText(tav::opt::AbstractSolver& solver) {
   const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
@@ -95,7 +102,7 @@ std::int32_t Link::callSolver() {
   return guarded(model_, [this] { run(); });
 }
 
-// Every solve loads the model as it is then, so there is nothing to keep in mind.
+// The host tells what has changed when it is asked, so there is nothing to keep in mind.
 std::int32_t Link::modifyProblem() { return model_ == nullptr ? 1 : 0; }
 
 void Link::run() {
@@ -121,23 +128,49 @@ void Link::run() {
                       watch};
   Plugins plugins(definition_);
   plugins.each(&plugin::AbstractPlugin::prepare, solve);
-  if (solve.isDone) return;
+  if (solve.isDone) {
+    loaded_.reset();  // what the host has changed until now is never told again
+    return;
+  }
   choices.basisUse = settings::wholeNumber(given, "usebasis");
   choices.usesMipStarts = settings::wholeNumber(given, "mipstart").value_or(0) != 0;
   if (settings::wholeNumber(given, "feasopt").value_or(0) != 0) choices.preferences = load::preferencesOf(model);
-  setUp(given);
-  load::send(model, *solver_, choices);
+  const load::Loaded wanted(model, given, choices);
+  bring(wanted, solve);
   plugins.each(&plugin::AbstractPlugin::loaded, solve);
   runSolver(*log, watch);
   settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
   plugins.each(&plugin::AbstractPlugin::read, solve);
   plugins.each(&plugin::AbstractPlugin::finish, solve);
+  loaded_ = wanted;
 }
 
-// A solver with an empty model and the settings of this solve.
-void Link::setUp(const settings::Given& given) {
+// Whether the solver's model is the host's but for some numbers. Without any difference it is loaded anew, so that a
+// solve that was stopped is not taken up where it was.
+bool Link::canGoOn(const std::optional<load::Loaded>& before, const load::Loaded& wanted,
+                   const plugin::Solve& solve) const {
+  if (!before || solve.services == nullptr || !solver_->hasModel()) return false;
+  const kavo_changes changes = changesOf(model_);
+  const bool isAny = changes.coefficients + changes.sides + changes.bounds + changes.costs > 0 || changes.constant != 0;
+  return changes.structure == 0 && isAny && solve.services->structureIntact() && before->differsInNumbersOnly(wanted);
+}
+
+// Into the solver, with the settings of this solve: the model as it is now, or what has changed in it.
+void Link::bring(const load::Loaded& wanted, plugin::Solve& solve) {
+  const auto before = std::exchange(loaded_, std::nullopt);
+  const bool goesOn = canGoOn(before, wanted, solve);
+  setUp(solve.given, goesOn);
+  if (goesOn) {
+    load::sendChanges(solve.model, changesOf(model_), *solver_, *solve.services);
+  } else {
+    load::send(solve.model, *solver_, solve.choices);
+  }
+}
+
+// A solver with the settings of this solve, and an empty model unless it goes on with the one that it has.
+void Link::setUp(const settings::Given& given, bool goesOn) {
   if (solver_->hasModel()) {
-    solver_->clear();
+    if (!goesOn) solver_->clear();
   } else {
     settings::applyBeforeSetup(given.settings, *solver_);
     solver_->setup();

@@ -8,6 +8,8 @@
 
 #include "brel/host.h"
 #include "brel/link_def.h"
+#include "brel/load/loaded.h"
+#include "brel/plugin/plugin.h"
 #include "brel/settings/settings.h"
 #include "brel/settings/table.h"
 #include "brel/watch/watch.h"
@@ -33,15 +35,17 @@ class Link {
 
   // Binds the link to a model and tells the host about the solver and its settings. Takes no licence.
   std::int32_t readyAPI(trpRec* model);
-  // Loads the model as it is now, solves it, and fills in the results. Also 0 when the model is infeasible or a limit
-  // stopped the solve.
+  // Brings the model as it is now into the solver, solves it, and fills in the results. Also 0 when the model is
+  // infeasible or a limit stopped the solve.
   std::int32_t callSolver();
-  // Tells that the host has changed the model since the last solve; the next one loads it anew.
+  // Tells that the host has changed the model since the last solve. The next one asks the host what has changed.
   std::int32_t modifyProblem();
 
  private:
   void run();
-  void setUp(const settings::Given& given);
+  bool canGoOn(const std::optional<load::Loaded>& before, const load::Loaded& wanted, const plugin::Solve& solve) const;
+  void bring(const load::Loaded& wanted, plugin::Solve& solve);
+  void setUp(const settings::Given& given, bool goesOn);
   void runSolver(HostLog& log, watch::Watch& watch);
 
   std::shared_ptr<tav::opt::AbstractSolver> solver_;
@@ -49,6 +53,7 @@ class Link {
   trpRec* model_ = nullptr;
   std::optional<settings::Table> table_;  // of model_
   std::vector<std::string> inForce_;      // names of what the last solve was given
+  std::optional<load::Loaded> loaded_;    // what the solver's model is, after a solve that went well
 };
 
 }  // namespace brel

@@ -73,7 +73,7 @@ class Merger {
 
   void note(trpRec* host, const char* what) const {
     if (both_ == 0) return;
-    const auto line = fmt::format("{} {} have both feaspref and a penalty; feaspref counts", both_, what);
+    const auto line = fmt::format("where both are given feaspref counts, not the penalty ({}: {})", what, both_);
     kavo_link_note(host, line.c_str());
   }
 

@@ -1,5 +1,7 @@
 #include "brel/rewrite/solver_model.h"
 
+#include <algorithm>
+
 namespace brel::rewrite {
 
 using tav::opt::VariableType;
@@ -57,6 +59,12 @@ int SolverModel::addColumn(double lower, double upper, std::string name) {
   ownUpper_.push_back(upper);
   auxiliaryNames_.push_back(std::move(name));
   return position;
+}
+
+std::size_t SolverModel::position(std::size_t userRow) const {
+  if (!droppedAny_) return userRow;
+  const auto found = std::lower_bound(userRow_.begin(), userRow_.end(), static_cast<int>(userRow));
+  return static_cast<std::size_t>(found - userRow_.begin());
 }
 
 SolverModel::Terms SolverModel::changedTerms(std::size_t row) const {

@@ -40,6 +40,8 @@ class SolverModel {
   std::size_t rowCount() const { return droppedAny_ ? userRow_.size() : rows_.count; }
   // The user's row that a row stands for.
   std::size_t userRow(std::size_t row) const { return droppedAny_ ? static_cast<std::size_t>(userRow_[row]) : row; }
+  // Where the row of a user's row stands, which must be sent.
+  std::size_t position(std::size_t userRow) const;
   tav::opt::RowType rowType(std::size_t row) const {
     if (isChanged(row)) return tav::opt::RowType::equal;
     return Sides(rows_, userRow(row)).type();
