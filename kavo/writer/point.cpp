@@ -5,9 +5,7 @@
 
 namespace kavo::writer {
 
-namespace {
-
-void write(const Model& model, double objective, const std::vector<double>& point, const std::string& path) {
+void writePoint(const Model& model, double objective, std::span<const double> point, const std::string& path) {
   writeFile(path, [&](Text& text) {
     ElementNames names(model, KAVO_COLUMN);
     (text << "# Objective value = ").number(objective) << '\n';
@@ -17,16 +15,14 @@ void write(const Model& model, double objective, const std::vector<double>& poin
   });
 }
 
-}  // namespace
-
 void writePoint(const Model& model, const Results& results, const std::string& path) {
   const Numbers& point = results.values[KAVO_PRIMAL];
   if (!point) throw Error(KAVO_NO_RESULT, "the last solve gave no point that could be written");
-  write(model, results.finish.objective, *point, path);
+  writePoint(model, results.finish.objective, *point, path);
 }
 
 void writePoolPoint(const Model& model, const PoolPoint& point, const std::string& path) {
-  write(model, point.objective, point.values, path);
+  writePoint(model, point.objective, point.values, path);
 }
 
 }  // namespace kavo::writer

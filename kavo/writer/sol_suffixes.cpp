@@ -67,11 +67,11 @@ void writeStatuses(Text& text, const Model& model, const Results& results, int k
   }
 }
 
-// AMPL's words for members of a conflict, which it takes from the file.
+// AMPL's words for members of a conflict, which it takes from the file. No empty lines: readers stumble over them.
 constexpr std::string_view kConflictTable =
-    "\n0\tnon\tnot in the conflict\n1\tlow\tlower bound or side\n2\tfix\tfixed\n3\tupp\tupper bound or side\n"
+    "0\tnon\tnot in the conflict\n1\tlow\tlower bound or side\n2\tfix\tfixed\n3\tupp\tupper bound or side\n"
     "4\tmem\tmember\n5\tpmem\tpossible member\n6\tplow\tpossibly the lower bound or side\n"
-    "7\tpupp\tpossibly the upper bound or side\n";
+    "7\tpupp\tpossibly the upper bound or side";
 
 std::size_t amplConflict(unsigned char mark, bool equal, bool minimal) {
   switch (mark) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,7 @@ struct SolShape {
 // values. Throw Error (KAVO_FILE, or KAVO_NO_RESULT for a point file without a point).
 void writeSol(const Model& model, const Results* results, const std::string& path, const SolHeader& header);
 void writeFailureSol(const SolShape& shape, const std::string& path, const SolHeader& header);
+void writePoint(const Model& model, double objective, std::span<const double> point, const std::string& path);
 void writePoint(const Model& model, const Results& results, const std::string& path);
 void writeJson(const Model& model, const Results& results, const std::vector<std::string>& notes,
                const std::string& path);

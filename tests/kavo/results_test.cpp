@@ -64,9 +64,9 @@ struct Case {
 };
 
 constexpr const char* kConflictTable =
-    "\n0\tnon\tnot in the conflict\n1\tlow\tlower bound or side\n2\tfix\tfixed\n3\tupp\tupper bound or side\n"
+    "0\tnon\tnot in the conflict\n1\tlow\tlower bound or side\n2\tfix\tfixed\n3\tupp\tupper bound or side\n"
     "4\tmem\tmember\n5\tpmem\tpossible member\n6\tplow\tpossibly the lower bound or side\n"
-    "7\tpupp\tpossibly the upper bound or side\n\n";
+    "7\tpupp\tpossibly the upper bound or side\n";
 
 const Case kCases[] = {
     {"nothing", "", "ranges", "null", "objno 0 0\n"},
