@@ -72,7 +72,7 @@ class Sender {
     if (beyond_ != nullptr) sendBeyondRows(start);
     if (user_.sets.count > 0) sets_->add(setBlock(viewOf(user_.sets), space_));
     if (beyond_ != nullptr) sendBeyondConstraints();
-    if (user_.objective) objective_->add(objectiveBlock(*user_.objective, beyond_, space_));
+    if (user_.objective) sendObjectives();
     sendMipStarts();
   }
 
@@ -127,6 +127,17 @@ class Sender {
     block.setGroup(tag::kVariable, group);
     block.setGroup(ownTag_, columnGroup({user_.host, KAVO_COLUMN, {}, sent_.columnCount(), columnPreferences()}));
     variables_->add(block);
+  }
+
+  void sendObjectives() {
+    if (!choices_.allObjectives) {
+      objective_->add(objectiveBlock(*user_.objective, beyond_, space_));
+      return;
+    }
+    tav::opt::ConstraintContainer block = allObjectivesBlock(user_.host, space_);
+    const OwnGroupSource source{user_.host, KAVO_OBJECTIVE, {}, objectiveCount(user_.host), {}};
+    block.setGroup(ownTag_, objectiveGroup(source, choices_.objectiveAbsTol, choices_.objectiveRelTol));
+    objective_->add(block);
   }
 
   // The names of the rows that are sent, in their order.

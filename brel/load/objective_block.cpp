@@ -1,8 +1,10 @@
 #include "brel/load/objective_block.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "brel/host.h"
 #include "brel/load/containers.h"
 #include "tav/math/symbol.h"
 #include "tav/opt/quantities.h"
@@ -50,6 +52,31 @@ tav::opt::ConstraintContainer objectiveBlock(const kavo_objective& user, const r
   const auto group = std::make_shared<tav::opt::BlockGroup>();
   group->set(Q::sense, "sense", owned(std::vector<int>{user.sense}));
   group->set(Q::function, "function", owned(std::vector<Symbol>{functionOf(user, beyond, space)}));
+  tav::opt::ConstraintContainer block;
+  block.setGroup(tav::opt::tag::kConstraint, group);
+  return block;
+}
+
+std::size_t objectiveCount(const trpRec* host) {
+  std::size_t count = 0;
+  checkHost(kavo_counts(host, nullptr, nullptr, nullptr, &count));
+  return count;
+}
+
+tav::opt::ConstraintContainer allObjectivesBlock(trpRec* host, std::uint64_t space) {
+  using Q = tav::opt::ObjectiveQuantity;
+  const std::size_t count = objectiveCount(host);
+  std::vector<int> senses;
+  std::vector<Symbol> functions;
+  for (std::size_t k = 0; k < count; ++k) {
+    kavo_objective user{};
+    checkHost(kavo_link_objective(host, k, &user));
+    senses.push_back(user.sense);
+    functions.push_back(functionOf(user, nullptr, space));
+  }
+  const auto group = std::make_shared<tav::opt::BlockGroup>();
+  group->set(Q::sense, "sense", owned(std::move(senses)));
+  group->set(Q::function, "function", owned(std::move(functions)));
   tav::opt::ConstraintContainer block;
   block.setGroup(tav::opt::tag::kConstraint, group);
   return block;

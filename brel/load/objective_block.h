@@ -16,4 +16,10 @@ std::string_view objectiveFunction(const rewrite::Beyond* beyond);
 tav::opt::ConstraintContainer objectiveBlock(const kavo_objective& user, const rewrite::Beyond* beyond,
                                              std::uint64_t space);
 
+// How many the user's model has.
+std::size_t objectiveCount(const trpRec* host);
+
+// The block of every objective of the user's model, which must all be linear. Views the host's arrays.
+tav::opt::ConstraintContainer allObjectivesBlock(trpRec* host, std::uint64_t space);
+
 }  // namespace brel::load

@@ -11,10 +11,16 @@
 #include "brel/host.h"
 #include "brel/load/containers.h"
 #include "tav/attr/lib/optional_container.h"
+#include "tav/attr/lib/span_container.h"
 #include "tav/util/exception.h"
 
 namespace brel::load {
 namespace {
+
+const char* elementText(int kind) {
+  if (kind == KAVO_COLUMN) return "variable";
+  return kind == KAVO_ROW ? "row" : "objective";
+}
 
 template <class T>
 T convert(const OwnGroupSource& source, const char* suffix, int element, double value) {
@@ -23,7 +29,7 @@ T convert(const OwnGroupSource& source, const char* suffix, int element, double 
   } else {
     if (value == std::trunc(value) && std::abs(value) <= std::numeric_limits<T>::max()) return static_cast<T>(value);
     throw tav::Exception(fmt::format("The value {} of suffix {} of {} {} must be a whole number.", value, suffix,
-                                     source.kind == KAVO_COLUMN ? "variable" : "row", element + 1));
+                                     elementText(source.kind), element + 1));
   }
 }
 
@@ -77,6 +83,11 @@ class GroupMaker {
     return set(name, values<double>(source_, name, std::numeric_limits<double>::quiet_NaN(), order));
   }
   GroupMaker& sent(const char* name, int otherwise) { return set(name, values<int>(source_, name, otherwise)); }
+  // A value that the host knows by another name; `instead`, one per element or empty, takes its place.
+  template <class T>
+  GroupMaker& known(const char* name, const char* host, T otherwise, const std::vector<T>& instead = {}) {
+    return set(name, instead.empty() ? values<T>(source_, host, otherwise) : tav::attr::lib::viewOf<T>(instead));
+  }
   std::shared_ptr<tav::opt::BlockGroup> group() const { return group_; }
 
  private:
@@ -99,6 +110,16 @@ std::shared_ptr<tav::opt::BlockGroup> columnGroup(const OwnGroupSource& source) 
 
 std::shared_ptr<tav::opt::BlockGroup> rowGroup(const OwnGroupSource& source) {
   return GroupMaker(source).preference().sent("lazy", 0).group();
+}
+
+std::shared_ptr<tav::opt::BlockGroup> objectiveGroup(const OwnGroupSource& source, const std::vector<double>& absTol,
+                                                     const std::vector<double>& relTol) {
+  return GroupMaker(source)
+      .known<double>("weight", "objweight", 1.0)
+      .known<int>("priority", "objpriority", 0)
+      .known<double>("abstol", "objabstol", 0.0, absTol)
+      .known<double>("reltol", "objreltol", 0.0, relTol)
+      .group();
 }
 
 }  // namespace brel::load

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "kavo/link.h"
 #include "tav/opt/block.h"
@@ -24,5 +25,9 @@ struct OwnGroupSource {
 std::shared_ptr<tav::opt::BlockGroup> columnGroup(const OwnGroupSource& source);
 // feaspref (the preferences) and lazy of rows. A row that stands for none of the host's has the preference 0.
 std::shared_ptr<tav::opt::BlockGroup> rowGroup(const OwnGroupSource& source);
+// weight, priority, abstol and reltol of objectives; the tolerances that are given here, one per objective, come before
+// those of the host. Views them.
+std::shared_ptr<tav::opt::BlockGroup> objectiveGroup(const OwnGroupSource& source, const std::vector<double>& absTol,
+                                                     const std::vector<double>& relTol);
 
 }  // namespace brel::load

@@ -6,6 +6,8 @@ std::unique_ptr<AbstractPlugin> makePlugin(Plugin plugin) {
   switch (plugin) {
     case Plugin::fixedSolve:
       return fixedSolve();
+    case Plugin::multipleObjectives:
+      return multipleObjectives();
     case Plugin::writeBack:
       return writeBack();
     case Plugin::dumpSolutions:

@@ -62,7 +62,11 @@ tav::idx::List LinObjAdder::add(const tav::opt::ConstraintContainer& block) {
   const int sense = modelSense(*data, senses.front());
   const int before = data->linearObjectives.count();
   const bool isMulti = before + count > 1;
-  if (isMulti) model.setIntAttr("NumObj", before + count);
+  if (isMulti) {
+    model.setIntAttr("NumObj", before + count);
+    // What tells the objectives apart is the user's again before the solve.
+    data->beforeProcedure.emplace("objnumber", model.getIntParamInfo("ObjNumber").value);
+  }
   functions.forEach([&](int i, const LinearTerms& terms) {
     const auto k = static_cast<std::size_t>(i);
     if (isMulti) {
