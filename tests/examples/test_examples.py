@@ -10,6 +10,8 @@ The can: at the least surface of a volume V the height is twice the radius, V = 
 The knapsack: of 2*2*2*2*2*4 choices the only one of value 15 or more that weighs 9 or less is tent and stove.
 """
 
+import fractions
+import itertools
 import json
 import math
 import os
@@ -33,8 +35,10 @@ ROWS = {"energy": {"activity": 23, "dual": 0, "slack": 3, "basis": "basic"},
         "calcium": {"activity": 18, "dual": 0.04, "slack": 0, "basis": "lower"}}
 
 
-def run(*words, folder=ROOT):
+def run(*words, folder=ROOT, trace=None):
     environment = {key: value for key, value in os.environ.items() if key != "grblink_options"}
+    if trace:
+        environment["GRBLINK_TRACE"] = str(trace)
     return subprocess.run([str(word) for word in words], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
                           capture_output=True, text=True, timeout=60, check=False)
 
@@ -48,6 +52,31 @@ def parse(text, kind):
     """{name: facts} of the lines that begin with the kind."""
     lines = [line.split() for line in text.splitlines()]
     return {words[1]: facts_of(words[2:]) for words in lines if words[0] == kind}
+
+
+def determinant(a, b, c):
+    return (a[0] * (b[1] * c[2] - b[2] * c[1]) - a[1] * (b[0] * c[2] - b[2] * c[0]) + a[2] * (b[0] * c[1] - b[1] * c[0]))
+
+
+def least_cost(protein, calcium):
+    """What the diet costs with these demands: the least cost at a corner, in whole numbers and fractions. None when
+    there is none, so no food will do."""
+    # a x >= b: portions that are not negative, at most 4 of Oats, energy from 18 to 26, protein, calcium
+    sides = [((1, 0, 0), 0), ((0, 1, 0), 0), ((0, 0, 1), 0), ((-1, 0, 0), -4), ((4, 2, 3), 18), ((-4, -2, -3), -26),
+             ((3, 4, 8), protein), ((1, 6, 2), calcium)]
+    costs = []
+    for three in itertools.combinations(sides, 3):
+        rows = [a for a, _ in three]
+        size = determinant(*rows)
+        if size == 0:
+            continue
+        point = []
+        for column in range(3):  # Cramer's rule
+            replaced = [[b if k == column else a[k] for k in range(3)] for a, b in three]
+            point.append(fractions.Fraction(determinant(*replaced), size))
+        if all(sum(x * y for x, y in zip(a, point)) >= b for a, b in sides):
+            costs.append((15 * point[0] + 48 * point[1] + 56 * point[2]) / 100)
+    return float(min(costs)) if costs else None
 
 
 class Case(unittest.TestCase):
@@ -108,6 +137,28 @@ class Programs(Case):
         self.assertAlmostEqual(objective, 2 * math.pi * radius * (radius + height), delta=1e-2)
         self.assertGreater(math.pi * radius**2 * height, 330 - 1e-2)  # six digits are printed
         self.assertAlmostEqual(radius, CAN_RADIUS, delta=0.1)
+
+    def test_a_hundred_days(self):
+        with tempfile.TemporaryDirectory() as folder:
+            trace = pathlib.Path(folder) / "trace"
+            done = run(os.environ["DAYS_C"], trace=trace)
+            calls = trace.read_text()
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        lines = done.stdout.splitlines()
+        self.assertRegex(lines.pop(), r"^100 solves in [\d.]+ seconds with \d+ simplex iterations$")
+        self.assertEqual(len(lines), 100)
+        infeasible = 0
+        for day, line in enumerate(lines):
+            with self.subTest(line=line):
+                expected = least_cost(20 + 5 * (day % 10), 12 + 4 * (day // 10))
+                infeasible += expected is None
+                if expected is None:
+                    self.assertRegex(line, rf"^day {day} infeasible(_or_unbounded)?$")
+                else:
+                    self.assertRegex(line, rf"^day {day} optimal cost ")
+                    self.assertAlmostEqual(float(line.split()[-1]), expected, delta=1e-5)
+        self.assertTrue(0 < infeasible < 50, infeasible)
+        self.assertEqual((calls.count("GRBoptimize("), calls.count("GRBaddvars(")), (100, 1))
 
     def test_pyomo(self):
         done = run(sys.executable, "-B", EXAMPLES / "pyomo_diet.py", os.environ["GRBLINK"])
