@@ -62,6 +62,13 @@ std::size_t Session::poolSize() const {
   return count;
 }
 
+double Session::poolObjective(std::size_t point) const {
+  double objective = 0;
+  Values values;
+  check(kavo_pool_point(model_, point, &objective, &values.first, &values.count));
+  return objective;
+}
+
 std::optional<Session::Violation> Session::violation(int check) const {
   Violation found{};
   if (kavo_violation(model_, check, &found.value, &found.element) != KAVO_OK) return std::nullopt;

@@ -41,6 +41,7 @@ class Session {
   // The values of the objectives at the point.
   Values objectiveValues() const;
   std::size_t poolSize() const;
+  double poolObjective(std::size_t point) const;
 
   struct Violation {
     double value;

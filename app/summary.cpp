@@ -88,10 +88,8 @@ std::string summary(const Session& session) {
 }
 
 std::string poolMessage(const Session& session, std::size_t index) {
-  double objective = 0;
-  check(kavo_pool_point(session.model(), index, &objective, nullptr, nullptr));
   return fmt::format("grblink {}: point {} of {} in the solution pool; objective {:.10g}\n", kavo_version(), index + 1,
-                     session.poolSize(), objective);
+                     session.poolSize(), session.poolObjective(index));
 }
 
 std::string failureMessage(const std::string& message) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "app/words.h"
+
 namespace app {
 
 namespace {
@@ -14,6 +16,7 @@ struct Column {
   int quantity;
 };
 
+constexpr int kDigits = 8;
 constexpr std::size_t kNumber = 15;   // the longest number of 8 digits
 constexpr std::size_t kLongest = 32;  // a name that is longer pushes its numbers to the right
 
@@ -35,8 +38,8 @@ std::string rangeTable(const Session& session, int kind, const char* heading, co
   for (std::size_t i = 0; i < count; ++i) {
     text += fmt::format("{:<{}}", session.name(kind, i), longest);
     for (const Session::Values& column : values) {
-      text += column.first == nullptr ? fmt::format(" {:>{}}", "-", kNumber)
-                                      : fmt::format(" {:>{}.8g}", column.first[i], kNumber);
+      const std::string number = column.first == nullptr ? "" : numberText(column.first[i], kDigits);
+      text += fmt::format(" {:>{}}", number.empty() ? "-" : number, kNumber);
     }
     text += '\n';
   }

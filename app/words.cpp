@@ -1,9 +1,11 @@
 #include "app/words.h"
 
+#include <fmt/format.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace app {
@@ -35,6 +37,13 @@ std::string wrapped(std::string_view text, std::size_t indent, std::size_t width
     column += blanks + word.size();
   }
   return column == 0 ? lines : lines + '\n';
+}
+
+std::string numberText(double value, int digits) {
+  constexpr double kInfinite = 1e100;
+  if (std::isnan(value)) return {};
+  if (std::abs(value) >= kInfinite) return value > 0 ? "infinity" : "-infinity";
+  return fmt::format("{:.{}g}", value == 0 ? 0.0 : value, digits);  // no -0
 }
 
 bool isSameWord(std::string_view text, std::string_view word) {

@@ -10,6 +10,9 @@ namespace app {
 // `indent` blanks and ended with "\n". "" stays "".
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t width);
 
+// A number with so many digits; "infinity" for 1e100 and more, "" for NaN.
+std::string numberText(double value, int digits);
+
 // Whether a text is, or has in it, a word; the case of ASCII letters does not matter.
 bool isSameWord(std::string_view text, std::string_view word);
 bool hasWord(std::string_view text, std::string_view word);

@@ -14,7 +14,7 @@ namespace app::report {
 namespace {
 
 constexpr double kWidth = 860, kHeight = 360, kTop = 40, kBottom = 312, kRight = 838;  // of the paper, of the plot
-constexpr double kDotDistance = 7;
+constexpr std::size_t kMostDots = 50;
 
 // Lowest and highest value.
 struct Extent {
@@ -141,15 +141,12 @@ class Drawing {
     return points;
   }
 
-  // A mark at each new incumbent, as far as they stand apart; the last one always has its own.
+  // A mark at each new incumbent; where they stand close there are none but for the last one.
   std::string dots(const std::vector<Point>& points) const {
     std::string text;
-    double latest = -kWidth;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      const double x = x_(points[i].seconds);
-      if (x - latest < kDotDistance && i + 1 < points.size()) continue;
-      text += fmt::format("<circle cx=\"{:.1f}\" cy=\"{:.1f}\" r=\"2.8\"/>\n", x, place(points[i].value));
-      latest = x;
+    for (std::size_t i = points.size() > kMostDots ? points.size() - 1 : 0; i < points.size(); ++i) {
+      text += fmt::format("<circle cx=\"{:.1f}\" cy=\"{:.1f}\" r=\"2.8\"/>\n", x_(points[i].seconds),
+                          place(points[i].value));
     }
     return text;
   }

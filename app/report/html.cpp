@@ -3,13 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
+
+#include "app/words.h"
 
 namespace app::report {
 
 namespace {
 
 constexpr std::size_t kMostCharacters = 600;
+constexpr int kDigits = 10;
 constexpr const char* kReplacement = "\xEF\xBF\xBD";
 
 // The length of the UTF-8 character that the text begins with; 0 when its first byte begins none.
@@ -69,11 +71,7 @@ std::string escaped(std::string_view text) {
   return out;
 }
 
-std::string numberText(double value) {
-  if (std::isnan(value)) return {};
-  if (std::abs(value) >= 1e100) return value > 0 ? "infinity" : "-infinity";
-  return fmt::format("{:.10g}", value == 0 ? 0.0 : value);  // no -0
-}
+std::string numberText(double value) { return app::numberText(value, kDigits); }
 
 void Table::add(const std::vector<std::string>& cells) {
   rows_ += "<tr>";

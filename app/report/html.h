@@ -12,7 +12,7 @@ namespace app::report {
 // U+FFFD; what is longer than a page should show is cut, with an ellipsis.
 std::string escaped(std::string_view text);
 
-// A number for people: 10 digits, "infinity" for 1e100 and more, "" for NaN.
+// A number for people; "" for NaN.
 std::string numberText(double value);
 
 // A table whose first column holds text and whose others hold numbers or words.

@@ -17,6 +17,7 @@ namespace app::report {
 namespace {
 
 constexpr std::size_t kMostElements = 200, kMostMembers = 500, kMostPoints = 100, kMostNotes = 100;
+constexpr std::size_t kMostOpen = 60;  // a longer table is folded until it is asked for
 
 // The colour of the headline: what was asked for, something of use, or nothing.
 const char* gradeOf(const kavo_outcome& outcome) {
@@ -72,7 +73,9 @@ std::string elements(const Session& session, int kind, const char* what,
     if (basis != nullptr) cells.emplace_back(basisWord(basis[i]));
     table.add(cells);
   }
-  return table.text() + cutLine(count, shown, what);
+  if (count <= kMostOpen) return table.text();
+  return fmt::format("<details><summary>{} {}</summary>\n{}{}</details>\n", count, what, table.text(),
+                     cutLine(count, shown, what));
 }
 
 }  // namespace
@@ -141,9 +144,7 @@ std::string answers(const Session& session) {
   Table pool({{"point of the pool", false}, {"objective", true}});
   const std::size_t count = session.poolSize(), shown = std::min(count, kMostPoints);
   for (std::size_t i = 0; i < shown; ++i) {
-    double objective = 0;
-    check(kavo_pool_point(session.model(), i, &objective, nullptr, nullptr));
-    pool.add({fmt::format("{}", i + 1), numberText(objective)});
+    pool.add({fmt::format("{}", i + 1), numberText(session.poolObjective(i))});
   }
   return pool.empty() ? text : text + pool.text() + cutLine(count, shown, "points");
 }

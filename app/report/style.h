@@ -21,12 +21,13 @@ dd { margin: 0; font-size: 17px; font-variant-numeric: tabular-nums; }
 ul { margin: 0; padding-left: 20px; }
 .warn { color: #8a4b00; font-weight: 600; }
 .cut { color: #5a6776; font-size: 13px; margin: 6px 0; }
-.wide { overflow-x: auto; }
+.wide { overflow-x: auto; margin: 6px -12px; }
+summary { cursor: pointer; color: #5a6776; }
 table { border-collapse: collapse; font-size: 14px; }
-th, td { padding: 3px 14px 3px 0; text-align: left; vertical-align: top; overflow-wrap: anywhere; }
+th, td { padding: 3px 12px; text-align: left; vertical-align: top; overflow-wrap: anywhere; }
 th { font-weight: 600; color: #5a6776; border-bottom: 1px solid #d5dbe3; overflow-wrap: normal; }
 tbody tr:nth-child(even) { background: #f6f8fa; }
-.n { text-align: right; padding: 3px 14px; white-space: nowrap; font-variant-numeric: tabular-nums; }
+.n { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
 .pair { display: flex; flex-wrap: wrap; gap: 16px 64px; }
 .search { display: grid; grid-template-columns: minmax(0, 1fr) auto; gap: 24px; align-items: start; }
 figure { margin: 0; }

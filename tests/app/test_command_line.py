@@ -95,6 +95,36 @@ class Solving(cli.FolderCase):
                 if "l" in written:
                     self.assertEqual(self.read("l"), text)
 
+    def test_tables_of_ranges(self):
+        given = "values 0 3 1;values 5 2 0;values 6 1e100 3;values 11 3.5 -1e100;values 12 6 1e100"
+        run = self.run_fake("small.mps", "--ranges", "wantsol=8", f"give={given}")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        rows = [line.split() for line in run.stdout.splitlines() if line]
+        self.assertEqual(rows[1:3], [["x", "3", "2", "infinity", "-", "-", "-", "-"], ["y", "1", "0", "3", "-", "-", "-", "-"]])
+        self.assertEqual(rows[4:], [["c1", "-", "3.5", "6"], ["c2", "-", "-infinity", "infinity"]])
+
+    def test_points_of_the_pool_in_files(self):
+        words = ("poolstub=p", "point=1", "objective=11", "give=pool 11 3 1;pool 9.5 3 0.25")
+        for model, begins in (("small.mps", ("# Objective value = 11\nx 3\ny 1\n", "# Objective value = 9.5\n")),
+                              ("small.nl", ("grblink ", "grblink "))):
+            run = self.run_fake(model, *words)
+            self.assertEqual((run.returncode, run.stderr), (0, ""))
+            self.assertIn("2 points in the solution pool\n", run.stdout)
+            for number, begin in enumerate(begins, 1):
+                self.assertTrue(self.read(f"p{number}.sol").startswith(begin), self.read(f"p{number}.sol"))
+        self.assertIn("point 2 of 2 in the solution pool; objective 9.5\n", self.read("p2.sol"))
+        run = self.run_fake("small.mps", *words[:3], "give=pool 11 3 1")
+        self.assertIn('note: the pool has 1 points; "p2.sol" is from an earlier run\n', run.stdout)
+
+    def test_extras_in_the_summary_and_the_sol(self):
+        run = self.run_fake("small.nl", "status=2", "relaxation=2.5", "condition=40", "exact=41",
+                            "give=marks 0 1 0;marks 1 0 4;minimal 1;fixed 0 1 7;objectives 11 12")
+        for line in ("cost of the relaxation 2.5", "condition number about 40", "exact condition number 41",
+                     "conflict: 1 variable, 1 row; without any one of them there is none",
+                     "fixed model: optimal solution; objective 7"):
+            self.assertIn(line + "\n", run.stdout)
+            self.assertIn(line + "\n", self.read("small.sol"))
+
     def test_json_holds_the_result(self):
         self.assertEqual(self.run_fake("small.mps", "--json", "j", "point=1", "objective=2").returncode, 0)
         found = json.loads(self.read("j"))
@@ -143,6 +173,10 @@ class Failing(cli.FolderCase):
             (["small.mps", "outlev=high"], ["outlev", "0 to 100", "high"]),
             (["small.mps", "wantsol=16"], ["wantsol", "0 to 15"]),
             (["small.mps", "objno=-1"], ["objno"]),
+            (["small.mps", "bratio=1.5"], ["bratio=1.5", "a number from 0 to 1"]),
+            (["small.mps", "poolstub=nosuch/p"], ["nosuch/p1.sol", "No such file"]),
+            (["small.mps", "poolstub=p", "--report", "p12.sol"], ["p12.sol is named for two outputs"]),
+            (["small.mps", "--report", "nosuch/r"], ["nosuch/r", "No such file"]),
             (["small.mps", "objno=2"], ["objective 2", "has 1"]),
             (["small.mps", "fail=one\n  two"], ["one; two"]),
             (["--json", "nosuch/j", "small.mps"], ["nosuch/j", "No such file"]),
@@ -184,7 +218,7 @@ class Failing(cli.FolderCase):
         self.assertEqual(run.returncode, 1)
         self.assert_one_line(run.stderr, "small.sol", "File too large")
         self.assertEqual(self.files(), {"small.mps", "small.nl"})
-        run = self.run_fake("small.mps", "point=1", "--json", "/dev/full", "--log", "/dev/full", "log=x")
+        run = self.run_fake("small.mps", "point=1", "--json", "/dev/full", "--log", "/dev/full", "--report", "/dev/full", "log=x")
         self.assertEqual(run.returncode, 1)
         self.assert_one_line(run.stderr, "/dev/full", "No space left")
         self.assertIn("x 0", self.read("small.sol"))
