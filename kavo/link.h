@@ -180,6 +180,8 @@ KAVO_API void kavo_link_on_interrupt(trpRec* model, void (*stop)(void* data), vo
 KAVO_API int kavo_link_progress(trpRec* model, const kavo_progress* now);
 /* 1 when the host wants to hear of progress. */
 KAVO_API int kavo_link_wants_progress(const trpRec* model);
+/* Writes a point that was found meanwhile, one value per column, as kavo_write_point does. Any thread. */
+KAVO_API int kavo_link_write_point(const trpRec* model, const char* path, double objective, const double* values);
 /* 1 when a stop was asked for in this solve. */
 KAVO_API int kavo_link_stop_requested(const trpRec* model);
 
@@ -222,7 +224,7 @@ KAVO_API int kavo_link_objective_values(trpRec* model, double** values, size_t* 
 /* Appends a point of the pool: one entry per column to fill, NaN so far. */
 KAVO_API int kavo_link_pool_point(trpRec* model, double objective, double** values, size_t* count);
 /* The kavo_conflict_marks of a kind (columns, rows, logical constraints, sets) to fill, none so far; from the first
- * call on there is a conflict. */
+ * call on (of one of these two) there is a conflict, which is taken for not minimal until the link says so. */
 KAVO_API int kavo_link_conflict(trpRec* model, int kind, unsigned char** marks, size_t* count);
 KAVO_API int kavo_link_conflict_minimal(trpRec* model, int minimal);
 /* Closes the results of a solve; those of the fixed model. Quantities and bases of the fixed model are given by the
