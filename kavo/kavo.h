@@ -355,7 +355,8 @@ KAVO_API int kavo_write_sol(const trpRec* model, const char* path, const char* m
 KAVO_API int kavo_write_failure_sol(const char* nl_path, const char* path, const char* message, int result_code);
 /* "# Objective value = v" and a line "name value" per column, as Gurobi reads it. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_write_point(const trpRec* model, const char* path);
-/* The same as kavo_write_sol and kavo_write_point for a point of the pool. KAVO_NO_RESULT when there is no such point.
+/* The same as kavo_write_sol and kavo_write_point for a point of the pool. The .sol file has the values alone; its code
+ * and the last line of its message are the point's own (docs/results.md). KAVO_NO_RESULT when there is no such point.
  */
 KAVO_API int kavo_write_pool_sol(const trpRec* model, size_t index, const char* path, const char* message);
 KAVO_API int kavo_write_pool_point(const trpRec* model, size_t index, const char* path);
@@ -552,13 +553,14 @@ typedef enum kavo_check {
  * inside expressions hold within 1e-6. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_violation(const trpRec* model, int check, double* value, long long* element);
 
-/* The outcome of the fixed model. KAVO_NO_RESULT when there was none. */
+/* The outcome of the fixed model; seconds is the solver's own time. KAVO_NO_RESULT when there was none. */
 KAVO_API int kavo_get_fixed_outcome(const trpRec* model, kavo_outcome* outcome);
 
 /* The value of each of the model's objectives at the point, solved or not. KAVO_NO_RESULT without a point. */
 KAVO_API int kavo_objective_values(const trpRec* model, const double** values, size_t* count);
 
-/* The points of the solution pool, the best first; *count is 0 when none was asked for or there is no point. */
+/* The points of the solution pool, the best first; *count is 0 when none was asked for or there is no point. objective
+ * may be NULL; KAVO_NO_RESULT when index is beyond the last. */
 KAVO_API int kavo_pool_size(const trpRec* model, size_t* count);
 KAVO_API int kavo_pool_point(const trpRec* model, size_t index, double* objective, const double** values,
                              size_t* count);
