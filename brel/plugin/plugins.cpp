@@ -8,6 +8,8 @@ std::unique_ptr<AbstractPlugin> makePlugin(Plugin plugin) {
       return fixedSolve();
     case Plugin::multipleObjectives:
       return multipleObjectives();
+    case Plugin::multipleStarts:
+      return multipleStarts();
     case Plugin::writeBack:
       return writeBack();
     case Plugin::dumpSolutions:

@@ -1,0 +1,146 @@
+"""Models that change between solves: every answer is that of a fresh model with the same numbers, and the solver's model
+is kept where only numbers of linear rows, bounds and the objective have changed."""
+
+import copy
+import os
+import random
+import re
+import tempfile
+import unittest
+from ctypes import byref, c_double, c_int
+
+from harness import BINARY, CONTINUOUS, INF, INTEGER, environment, example, make
+
+
+def ints(values):
+    return (c_int * len(values))(*values)
+
+
+class Numbers:
+    """A random model that is feasible at a point of small whole numbers and bounded, as plain lists."""
+
+    def __init__(self, seed):
+        rng = self.rng = random.Random(seed)
+        count = rng.randrange(4, 9)
+        discrete = seed % 3 == 0
+        self.point = [rng.randrange(0, 2) for _ in range(count)]
+        self.columns = []
+        for j in range(count):
+            kind = rng.choice([BINARY, INTEGER, CONTINUOUS]) if discrete else CONTINUOUS
+            self.columns.append([None, rng.choice([0, -1]), rng.choice([1, 3, 8]), kind])
+        self.rows = [self.row() for _ in range(rng.randrange(3, 7))]
+        self.sense = rng.choice(["min", "max"])
+        self.costs = [rng.randrange(-5, 6) for _ in range(count)]
+        self.constant = 0.0
+
+    def row(self):
+        rng = self.rng
+        terms = {j: rng.choice([-3, -2, -1, 1, 2, 4]) for j in rng.sample(range(len(self.columns)), 3)}
+        row = [None, -INF, terms, INF]
+        self.set_sides(row, rng.choice("<>=rf"))
+        return row
+
+    def set_sides(self, row, kind):
+        """Sides of a kind (f: none, r: two) around the row's value at the point."""
+        here = sum(a * self.point[j] for j, a in row[2].items())
+        row[1] = here if kind == "=" else here - self.rng.randrange(3) if kind in ">r" else -INF
+        row[3] = here if kind == "=" else here + 1 + self.rng.randrange(3) if kind in "<r" else INF
+
+    @staticmethod
+    def kind(row):
+        if row[1] == row[3]:
+            return "="
+        return {(True, True): "r", (True, False): ">", (False, True): "<", (False, False): "f"}[row[1] > -INF,
+                                                                                               row[3] < INF]
+
+    def make(self):
+        return make(self.sense, [tuple(c) for c in self.columns], [tuple(r) for r in copy.deepcopy(self.rows)],
+                    self.costs, self.constant)
+
+    def change(self, model, what):
+        """Changes one thing in the numbers and in the model; tells whether the solver's model can be kept."""
+        rng = self.rng
+        i, j = rng.randrange(len(self.rows)), rng.randrange(len(self.columns))
+        row, column = self.rows[i], self.columns[j]
+        kind = self.kind(row)
+        if what == "coefficient":
+            row[2][j] = rng.choice([-2, 0, 1, 3])
+            model.call("kavo_change_coefficients", 1, ints([i]), ints([j]), example.doubles(row[2][j]))
+        if what in ("coefficient", "sides", "kind"):
+            self.set_sides(row, rng.choice("<>=rf") if what == "kind" else kind)
+            model.call("kavo_change_sides", 1, ints([i]), example.doubles(row[1]), example.doubles(row[3]))
+        elif what == "bounds":
+            column[1], column[2] = self.point[j] - rng.randrange(2), self.point[j] + rng.randrange(4)
+            model.call("kavo_change_bounds", 1, ints([j]), example.doubles(column[1]), example.doubles(column[2]))
+        elif what == "objective":
+            self.costs[j] = rng.randrange(-5, 6)
+            self.constant = rng.choice([0.0, 7.0, self.constant])
+            model.call("kavo_change_objective", 0, byref(c_double(self.constant)), 1, ints([j]),
+                       example.doubles(self.costs[j]))
+        return self.kind(row) == kind
+
+
+def loads_in(path):
+    """The kinds of calls that each solve has made, as sets of names."""
+    with open(path, encoding="utf-8") as file:
+        names = re.findall(r"^\d+ (GRB\w+)\(", file.read(), re.MULTILINE)
+    solves, current = [], set()
+    for name in names:
+        current.add(name)
+        if name == "GRBoptimize":
+            solves.append(current)
+            current = set()
+    return solves
+
+
+class Changes(unittest.TestCase):
+    def check_same(self, found, numbers):
+        with numbers.make() as fresh:
+            wanted = fresh.solve(threads=1)
+        self.assertEqual(found.status, wanted.status)
+        self.assertAlmostEqual(found.objective, wanted.objective, delta=1e-6 * max(1, abs(wanted.objective)))
+        for i, row in enumerate(numbers.rows):
+            value = sum(a * found.values[j] for j, a in row[2].items())
+            self.assertAlmostEqual(value, found.activities[i], delta=1e-6)
+            self.assertTrue(row[1] - 1e-5 <= value <= row[3] + 1e-5, (row, value))
+        if wanted.duals is None:
+            self.assertIsNone(found.duals)
+        else:  # of several optimal duals any will do, as long as it proves the value
+            self.assertAlmostEqual(self.dual_value(found, numbers), wanted.objective,
+                                   delta=1e-5 * max(1, abs(wanted.objective)))
+
+    @staticmethod
+    def dual_value(found, numbers):
+        value = numbers.constant
+        sign = 1 if numbers.sense == "min" else -1
+        for row, dual in zip(numbers.rows, found.duals):
+            if abs(dual) > 1e-9:
+                value += dual * (row[1] if sign * dual > 0 else row[3])
+        for column, reduced in zip(numbers.columns, found.reduced_costs):
+            if abs(reduced) > 1e-9:
+                value += reduced * (column[1] if sign * reduced > 0 else column[2])
+        return value
+
+    def test_every_change_gives_what_a_fresh_model_gives(self):
+        kept = anew = 0
+        for seed in range(30):
+            numbers = Numbers(seed)
+            whats = numbers.rng.sample(["coefficient", "sides", "bounds", "objective", "kind"] * 2, 6)
+            with self.subTest(seed=seed), tempfile.TemporaryDirectory() as folder:
+                path = os.path.join(folder, "trace")
+                keeps = [False]
+                with numbers.make() as model:
+                    with environment(GRBLINK_TRACE=path):
+                        found = model.solve(threads=1)
+                    self.check_same(found, numbers)
+                    for what in whats:
+                        keeps.append(numbers.change(model, what))
+                        self.check_same(model.solve(), numbers)
+                for keep, calls in zip(keeps, loads_in(path), strict=True):
+                    self.assertEqual("GRBaddvars" in calls, not keep)
+                kept, anew = kept + sum(keeps), anew + len(keeps) - sum(keeps)
+        self.assertGreater(min(kept, anew), 30)
+
+
+if __name__ == "__main__":
+    unittest.main()
