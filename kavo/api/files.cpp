@@ -60,7 +60,7 @@ int kavo_write_pool_sol(const trpRec* model, size_t index, const char* path, con
 int kavo_write_pool_point(const trpRec* model, size_t index, const char* path) {
   return guard([&] {
     const kavo::PoolPoint& point = poolPointOf(model, index);
-    kavo::writer::writePoolPoint(model->model, point, &need(path, "the path"));
+    kavo::writer::writePoint(model->model, point.objective, point.values, &need(path, "the path"));
   });
 }
 

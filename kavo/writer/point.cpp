@@ -21,8 +21,4 @@ void writePoint(const Model& model, const Results& results, const std::string& p
   writePoint(model, results.finish.objective, *point, path);
 }
 
-void writePoolPoint(const Model& model, const PoolPoint& point, const std::string& path) {
-  writePoint(model, point.objective, point.values, path);
-}
-
 }  // namespace kavo::writer

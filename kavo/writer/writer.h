@@ -33,10 +33,9 @@ void writePoint(const Model& model, const Results& results, const std::string& p
 void writeJson(const Model& model, const Results& results, const std::vector<std::string>& notes,
                const std::string& path);
 
-// A .sol and a point file of point `index` of the pool, which must be there. The code and the last line of the message
-// of the .sol are the point's own; header.resultCode is not used.
+// The .sol of point `index` of the pool, which must be there. Its code and the last line of its message are the point's
+// own; header.resultCode is not used.
 void writePoolSol(const Model& model, const Results& results, std::size_t index, const std::string& path,
                   const SolHeader& header);
-void writePoolPoint(const Model& model, const PoolPoint& point, const std::string& path);
 
 }  // namespace kavo::writer
