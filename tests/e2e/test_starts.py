@@ -1,0 +1,193 @@
+"""What a solve starts from: points of earlier solves from files and by calls, bases, preferences of a relaxation."""
+
+import glob
+import os
+import random
+import tempfile
+import unittest
+from ctypes import c_double, c_int
+
+from harness import BINARY, CONTINUOUS, INF, KavoError, environment, example, make, market_split
+
+NAN = float("nan")
+
+
+def ints(values):
+    return (c_int * len(values))(*values)
+
+
+def logged(model, **options):
+    """Solves; the results and the lines of the log."""
+    pieces = []
+    model.log(pieces.append)
+    return model.solve(**options), b"".join(pieces).decode().splitlines()
+
+
+def knapsack():
+    rng = random.Random(5)
+    weights = [rng.randrange(20, 90) for _ in range(12)]
+    columns = [(f"x{j}", 0, 1, BINARY) for j in range(12)] + [("y", 0, 9.5, CONTINUOUS)]
+    row = dict(enumerate(weights)) | {12: 3}
+    return make("max", columns, [("capacity", 10, row, 300), ("rest", -INF, {12: 2, 0: 1}, 7)],
+                [w + rng.randrange(-5, 6) for w in weights] + [1])
+
+
+class Folder(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def write(self, name, *lines):
+        with open(self.path(name), "w", encoding="utf-8") as file:
+            file.write("".join(line + "\n" for line in lines))
+        return self.path(name)
+
+
+class SearchStarts(Folder):
+    def test_a_search_begins_with_the_incumbents_of_an_earlier_one(self):
+        with market_split(4, 20) as model:
+            first = model.solve(dumpbcsol=self.path("point"), nodelimit=200, threads=1)
+        files = sorted(glob.glob(self.path("point*.sol")), key=lambda f: int(f[len(self.path("point")):-4]))
+        self.assertGreater(len(files), 1)
+        self.write("list", "# incumbents, the last first", *[os.path.basename(f) for f in reversed(files)])
+        with environment(GRBLINK_TRACE=self.path("trace")), market_split(4, 20) as model:
+            again, log = logged(model, multimipstart=self.path("list"), nodelimit=0, threads=1)
+        self.assertLessEqual(again.objective, first.objective)
+        self.assertEqual(log.count("Copy 28 variables into MIP Start."), len(files))
+        loaded = [line for line in log if "MIP start" in line]
+        self.assertTrue(any(f"objective {first.objective:g}" in line for line in loaded), loaded)
+        with open(self.path("trace"), encoding="utf-8") as trace:
+            calls = [line for line in trace if '"StartNumber"' in line or '"Start"' in line]
+        self.assertIn('"StartNumber", -1)', calls[0])
+        self.assertIn('"StartNumber", 0)', calls[-1])
+        self.assertEqual(len(calls), len(files) + 2)
+        self.assertTrue(all("GRBsetdblattr" in call for call in calls[1:-1]))
+
+    def test_starts_of_the_host_come_in_their_order_with_what_rules_add(self):
+        with knapsack() as model:
+            best = model.solve().values
+        with environment(GRBLINK_TRACE=self.path("trace")), knapsack() as model:
+            model.call("kavo_set_start", example.doubles(*best), None)
+            model.call("kavo_add_mip_start", example.doubles(*[NAN] * 12, 2.0))
+            model.call("kavo_add_mip_start", example.doubles(0.5, 1, 0.9999999, *[NAN] * 10))
+            found, log = logged(model, mipstart=1)
+        copied = [line for line in log if line.startswith(("Copy", "Skipped"))]
+        self.assertEqual(copied, ["Copy 14 variables into MIP Start.", "Copy 1 variables into MIP Start.",
+                                  "Copy 2 variables into MIP Start.",
+                                  "Skipped 1 integer variables for MIP Start due to infeasibility."])
+        self.assertTrue(any(line.startswith(("User MIP start", "Loaded user MIP start")) for line in log), log)
+        self.assertEqual(found.notes, [])
+
+    def test_starts_that_are_not_used_are_told(self):
+        point = self.write("point.sol", "# a comment", "x0 1", "nobody 2", "none 3")
+        self.write("list", "", "# with a comment", "  point.sol  ")
+        lists = {"multimipstart": self.path("list")}
+        unknown = f"{point}: 2 of its names are no variable of the model"
+        off = f"the starts that {self.path('list')} lists are not used, as mipstart is 0"
+        withheld = f"the starts that {self.path('list')} lists are withheld, as the basis ratio is 1"
+        given = "the start point is not used: mipstart=1 hands start points to the search"
+        for options, start, ratio, notes in (
+                ({}, True, 0, [given]), (lists, False, 0, [unknown]), (lists | {"mipstart": 0}, False, 0, [unknown, off]),
+                (lists, False, 1, [unknown, withheld]), ({"mipstart": 1}, True, 0, [])):
+            with self.subTest(options=options, ratio=ratio), knapsack() as model:
+                if start:
+                    model.call("kavo_set_start", example.doubles(1, *[NAN] * 12), None)
+                model.call("kavo_set_basis_ratio", c_double(ratio))
+                found, log = logged(model, **options)
+                self.assertEqual(found.notes, notes)
+                self.assertEqual("Copy 1 variables into MIP Start." in log, notes in ([unknown], []))
+        with make("min", [("x0", 0, 1)], [], [1]) as model:
+            self.assertEqual(model.solve(**lists).notes,
+                             [unknown, "starts of a search are not used: nothing in the model is discrete"])
+
+    def test_files_that_are_wrong_are_refused_by_file_and_line(self):
+        cases = {"nan": "x0 nan", "text": "x0 one", "half": "x0"}
+        for name, line in cases.items():
+            self.write(name, "x1 1", line)
+            self.write("list", "", name)
+            with self.subTest(name), knapsack() as model, self.assertRaises(KavoError) as raised:
+                model.solve(multimipstart=self.path("list"))
+            for part in (self.path("list") + ", line 2: ", self.path(name), "line 2"):
+                self.assertIn(part, str(raised.exception))
+        self.write("list", "nothing.sol")
+        self.write("empty", "# nothing")
+        for file, text in (("list", "nothing.sol"), ("empty", "names no file"), ("missing", "cannot be read")):
+            with self.subTest(file), knapsack() as model, self.assertRaisesRegex(KavoError, text):
+                model.solve(multimipstart=self.path(file))
+
+
+class Bases(unittest.TestCase):
+    # max 3x + 2y with a row with two sides and one without any
+    COLUMNS, COSTS = [("x", 0, 3), ("y", 0, INF)], [3, 2]
+    ROWS = [("both", 1, {0: 1, 1: 1}, 4), ("none", -INF, {0: 1}, INF), ("most", -INF, {0: 1, 1: 3}, 8)]
+
+    def solve(self, columns, rows, **options):
+        with make("max", self.COLUMNS, self.ROWS, self.COSTS) as model:
+            model.call("kavo_set_basis", ints(columns), ints(rows))
+            found, log = logged(model, threads=1, **options)
+        self.assertEqual(found.objective, 11)
+        return found.iterations, found.notes, any("Registering advanced basis." in line for line in log)
+
+    def test_bases_are_used_or_it_is_told_why_not(self):
+        lower, upper, basic = 1, 2, 3
+        optimal = ([upper, basic], [upper, basic, basic])
+        self.assertEqual(self.solve(*optimal, usebasis=2), (0, [], True))
+        for columns, rows, options, note in (
+                (*optimal, {}, "the start basis is not used: usebasis=2 hands it to the solver"),
+                ([upper, basic], [upper, basic, 0], {"usebasis": 2},
+                 "the start basis is not used: 1 of 5 variables and rows have no status in it"),
+                ([upper, lower], [upper, basic, basic], {"usebasis": 1},
+                 "the start basis is not used: 1 of its elements are basic and 2 must be"),
+                ([basic, basic], [basic, basic, upper], {"usebasis": 2},
+                 "the start basis is used in part: 3 of its elements are basic and 2 must be; the last 1 variables of "
+                 "them start at their lower bounds")):
+            with self.subTest(note):
+                _, notes, registered = self.solve(columns, rows, **options)
+                self.assertEqual((notes, registered), ([note], "in part" in note))
+        self.assertEqual(self.solve(*optimal, usebasis=0)[1], [])
+
+
+class Preferences(unittest.TestCase):
+    """A point that must reach 8 with x + y and stay below 3 with x + 2y; x within [1, 2] by a row with two sides."""
+
+    def relax(self, *suffixes, **options):
+        model = make("min", [("x", 0, 10), ("y", 0, 5)],
+                     [("low", 8, {0: 1, 1: 1}, INF), ("high", -INF, {0: 1, 1: 2}, 3), ("both", 1, {0: 1}, 2)], [1, 1])
+        with model:
+            for kind, name, values in suffixes:
+                given = {i: v for i, v in enumerate(values) if v is not None}
+                model.call("kavo_set_suffix", kind, name, len(given), ints(list(given)), example.doubles(*given.values()))
+            return model.solve(feasopt=1, threads=1, **options)
+
+    def test_penalties_and_preferences(self):
+        columns, rows = 0, 1
+        fixed = (columns, b"lbpen", [-3, -2]), (columns, b"ubpen", [0, -1])
+        for suffixes, relaxation in (
+                ([], 5.5), ([(rows, b"rhspen", [1, 10, 0.1])], 5.1), ([(rows, b"rhspen", [1, 10, -1])], 5.5), ([*fixed, (rows, b"rhspen", [1, 0.1, -1])], 1.9),
+                ([(rows, b"feaspref", [1, 10, 0]), *fixed], 1.9)):
+            with self.subTest(suffixes):
+                found = self.relax(*suffixes)
+                self.assertEqual((found.sol_code, found.status), (100, "unknown"))
+                self.assertAlmostEqual(found.relaxation, relaxation, delta=1e-6)
+
+    def test_what_contradicts_itself_is_refused_and_what_is_given_twice_is_told(self):
+        with self.assertRaisesRegex(KavoError, "variable x has lbpen 3 and ubpen 4"):
+            self.relax((0, b"lbpen", [3, None]), (0, b"ubpen", [4, None]))
+        with self.assertRaisesRegex(KavoError, "variable y has no lbpen and ubpen 4"):
+            self.relax((0, b"ubpen", [None, 4]))
+        twice = self.relax((1, b"feaspref", [1, None, None]), (1, b"rhspen", [5, 1, 1]))
+        self.assertIn("where both are given feaspref counts, not the penalty (rows: 1)", twice.notes)
+
+    def test_without_anything_that_may_give_way_there_is_no_relaxation(self):
+        for mode in (0, 1, 3, 5):
+            found = self.relax((0, b"feaspref", [0, 0]), (1, b"feaspref", [0, 0, 0]), feasoptmode=mode)
+            self.assertEqual((found.status, found.values), ("infeasible", None))
+            self.assertIn("no feasible relaxation", found.notes[0])
+
+
+if __name__ == "__main__":
+    unittest.main()
