@@ -27,14 +27,13 @@ bool isThere(double value) { return std::abs(value) < kInfinite; }
 
 struct Part {
   std::string text;
-  int rank;  // 1 stays longest
+  int rank;  // 1 is wanted most
 };
 
-std::string joined(const std::array<Part, 5>& parts, int rank) {
+std::string joined(const std::array<Part, 5>& parts, const std::array<bool, 5>& chosen) {
   std::string line;
-  for (const Part& part : parts) {
-    if (part.text.empty() || part.rank > rank) continue;
-    line += line.empty() ? part.text : "  " + part.text;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (chosen[i]) line += line.empty() ? parts[i].text : "  " + parts[i].text;
   }
   return line;
 }
@@ -51,9 +50,15 @@ std::string statusText(const kavo_progress& now, bool stopping, std::size_t widt
                              {number("bound", now.bound), 4},
                              {isThere(now.gap) ? fmt::format("gap {:.2f}%", 100 * now.gap) : "", 3}}};
   if (stopping) parts[0].text = "stopping  " + parts[0].text;
-  int rank = 5;
-  while (rank > 1 && joined(parts, rank).size() > width) --rank;
-  return joined(parts, rank).substr(0, width);
+  std::array<bool, 5> chosen{};
+  for (int rank = 1; rank <= 5; ++rank) {
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      if (parts[i].rank != rank || parts[i].text.empty()) continue;
+      chosen[i] = true;
+      chosen[i] = joined(parts, chosen).size() <= width;
+    }
+  }
+  return joined(parts, chosen);
 }
 
 void StatusLine::open() {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what building and testing need and is missing. Quick when nothing is.
+# Installs what building and testing need and is missing. Quick when nothing is. With the word `browser` also a browser.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 
@@ -18,9 +18,9 @@ as_root() {
 
 install_packages() {
   local wanted missing=() package
-  mapfile -t wanted < <(grep -v '^#' scripts/packages.txt)
+  mapfile -t wanted < <(grep -hv '^#' "$@")
   if ! command -v dpkg-query >/dev/null; then
-    echo "setup: not a Debian system; the packages that scripts/packages.txt names must be installed by hand" >&2
+    echo "setup: not a Debian system; the packages that $* names must be installed by hand" >&2
     return
   fi
   for package in "${wanted[@]}"; do
@@ -58,6 +58,8 @@ make_venv() {
   touch "$stamp"
 }
 
-install_packages
+lists=(scripts/packages.txt)
+[[ ${1:-} == browser ]] && lists+=(scripts/packages-browser.txt)
+install_packages "${lists[@]}"
 generate_locale
 make_venv

@@ -49,7 +49,8 @@ Extent shownExtent(const Path& path, double end) {
     shown = {std::max(shown.low, late.low - margin), std::min(shown.high, late.high + margin)};
   }
   const double size = std::max(std::abs(shown.low), std::abs(shown.high));
-  const double margin = std::max({0.06 * shown.size(), 1e-9 * size, size == 0 ? 1 : 0.0});
+  const double flat = size == 0 ? 1 : 0.1 * size;
+  const double margin = shown.size() == 0 ? flat : std::max(0.06 * shown.size(), 1e-9 * size);
   return {shown.low - margin, shown.high + margin};
 }
 

@@ -29,9 +29,16 @@ std::size_t characterLength(std::string_view text) {
   return length;
 }
 
+// U+202A to U+202E and U+2066 to U+2069 turn what follows around, so that a name would not look as it is.
+bool isDirection(std::string_view character) {
+  return (character >= "\xE2\x80\xAA" && character <= "\xE2\x80\xAE") ||
+         (character >= "\xE2\x81\xA6" && character <= "\xE2\x81\xA9");
+}
+
 bool isControl(std::string_view character) {
   const auto first = static_cast<unsigned char>(character[0]);
   const bool blank = first == '\t' || first == '\n';
+  if (character.size() == 3) return isDirection(character);
   return (first < 0x20 && !blank) || first == 0x7F ||
          (first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0);
 }

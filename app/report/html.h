@@ -8,8 +8,8 @@
 // A page of one file: pieces of HTML. What comes from outside (names, paths, values) goes through `escaped`.
 namespace app::report {
 
-// Text for HTML: < > & and quotes are written as entities; bytes that are not UTF-8 and control characters become
-// U+FFFD; what is longer than a page should show is cut, with an ellipsis.
+// Text for HTML: < > & and quotes are written as entities; bytes that are not UTF-8 and control characters, those
+// of the direction of writing included, become U+FFFD; what is longer than a page should show is cut, with an ellipsis.
 std::string escaped(std::string_view text);
 
 // A number for people; "" for NaN.

@@ -30,8 +30,8 @@ tbody tr:nth-child(even) { background: #f6f8fa; }
 .n { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
 .pair { display: flex; flex-wrap: wrap; gap: 16px 64px; }
 .search { display: grid; grid-template-columns: minmax(0, 1fr) auto; gap: 24px; align-items: start; }
-figure { margin: 0; }
-svg { display: block; width: 100%; height: auto; }
+figure { margin: 0; overflow-x: auto; }
+svg { display: block; width: 100%; min-width: 560px; height: auto; }
 svg text { font-size: 12px; fill: #47525f; }
 svg .middle { text-anchor: middle; }
 svg .end { text-anchor: end; }

@@ -17,7 +17,7 @@ def mps(columns="", rows="", rhs="", bounds=""):
     return MPS.format(**{key: "".join(f" {line}\n" for line in text.split("|") if line) for key, text in lines.items()})
 
 
-def market_split(size=40, rows=4):
+def market_split(size=50, rows=6):
     """Binary equations with slacks that are paid for: points are easy to find, a proof takes very long."""
     rng = random.Random(7)
     weights = [[rng.randrange(100) for _ in range(size)] for _ in range(rows)]
@@ -80,30 +80,47 @@ class Gurobi(cli.FolderCase):
         self.assertIn('"same"', run.stdout)
         self.assertEqual((found["objective"], found["variables"]["name"]), (11, ["same", "same"]))
 
-    def test_interrupt_keeps_the_best_point(self):
-        self.write("split.mps", market_split())
-        process = subprocess.Popen([cli.PROGRAM, "split.mps", "timelimit=100", "--json", "result.json"], cwd=self.folder,
-                                   stdout=subprocess.PIPE, text=True, env=self.environment())
+    def interrupt(self, number, after, pause):
+        """Sends a signal some time after a line with this word was logged; the rest of what is printed."""
+        process = subprocess.Popen([cli.PROGRAM, "split.mps", "timelimit=100", "--json", "result.json",
+                                    "miptrace=trace.csv", "dumpbcsol=point"], cwd=self.folder, stdout=subprocess.PIPE,
+                                   text=True, env=self.environment())
         for line in process.stdout:
-            if "Incumbent" in line:  # the head of the search's table: it runs
+            if after in line:
                 break
-        time.sleep(0.5)
+        time.sleep(pause)
         begin = time.monotonic()
-        process.send_signal(signal.SIGINT)
+        process.send_signal(number)
         rest, _ = process.communicate(timeout=60)
         self.assertEqual(process.returncode, 0)
         self.assertLess(time.monotonic() - begin, 20)
-        self.assertIn(": interrupted, feasible solution; objective ", rest)
-        found = json.loads(self.read("result.json"))
-        self.assertEqual((found["status"], found["termination"]), ("unknown", "interrupted_by_signal"))
-        self.assertLessEqual(found["bound"], found["objective"])
-        self.assertIn("x39 ", self.read("split.sol"))
+        return rest
+
+    def test_interrupt_keeps_the_best_point(self):
+        self.write("split.mps", market_split())
+        for number in (signal.SIGINT, signal.SIGTERM):
+            rest = self.interrupt(number, "Incumbent", 0.5)  # the head of the search's table: it runs
+            self.assertIn(": interrupted, feasible solution; objective ", rest)
+            found = json.loads(self.read("result.json"))
+            self.assertEqual((found["status"], found["termination"]), ("unknown", "interrupted_by_signal"))
+            self.assertLessEqual(found["bound"], found["objective"])
+            self.assertIn("x49 ", self.read("split.sol"))
+            self.assertRegex(self.read("trace.csv"), r",end\n\Z")
+            dumped = sorted((path for path in self.folder.glob("point*.sol")), key=lambda path: path.stat().st_mtime_ns)
+            best = float(dumped[-1].read_text().splitlines()[0].split()[-1])
+            self.assertAlmostEqual(best, found["objective"], 6)
+
+    def test_interrupt_before_the_search_is_not_forgotten(self):
+        self.write("split.mps", market_split())
+        self.assertIn(": interrupted, ", self.interrupt(signal.SIGINT, "Gurobi", 0))
+        self.assertEqual(json.loads(self.read("result.json"))["termination"], "interrupted_by_signal")
+        self.assertTrue(self.read("trace.csv").endswith(",end\n"))
 
     def test_limit_gives_both_answers(self):
         self.write("split.mps", market_split())
         _, found = self.solve("split.mps", "solutionlimit=1", "--quiet")
         self.assertEqual((found["status"], found["termination"]), ("unknown", "solution_limit"))
-        self.assertEqual(len(found["variables"]["value"]), 48)
+        self.assertEqual(len(found["variables"]["value"]), 62)
 
     def test_failures_of_gurobi_are_one_line(self):
         self.write("big.mps", mps("|".join(f"x{i} obj 1 r{i} 1" for i in range(2500)), "|".join(f"G r{i}" for i in range(2500)),
