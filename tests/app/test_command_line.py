@@ -5,6 +5,7 @@ import os
 import re
 import subprocess
 import unittest
+import xml.etree.ElementTree
 
 import cli
 
@@ -124,6 +125,21 @@ class Solving(cli.FolderCase):
                      "fixed model: optimal solution; objective 7"):
             self.assertIn(line + "\n", run.stdout)
             self.assertIn(line + "\n", self.read("small.sol"))
+
+    def test_report_is_one_well_formed_page(self):
+        self.write("odd.mps", cli.SMALL_MPS.replace("c1", "<&'\"c"))
+        run = self.run_fake("odd.mps", "--report", "page.html", "point=1", "progress=1000", "note=<i>", "fail=lost")
+        self.assertEqual((run.returncode, run.stdout), (1, ""))
+        self.assertNotIn("page.html", self.files())
+        run = self.run_fake("odd.mps", "--report", "page.html", "point=1", "progress=1000", "note=<i>")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        page = self.read("page.html")
+        body = xml.etree.ElementTree.fromstring(page[page.index("<body"):page.index("</html>")])
+        texts = [element.text for element in body.iter()]
+        for text in ("<&'\"c", "<i>", "optimal solution", "1000"):
+            self.assertIn(text, texts)
+        self.assertEqual([element.tag for element in body.iter() if element.tag in ("script", "img", "link")], [])
+        self.assertLess(len(page), 100_000)
 
     def test_json_holds_the_result(self):
         self.assertEqual(self.run_fake("small.mps", "--json", "j", "point=1", "objective=2").returncode, 0)

@@ -3,7 +3,7 @@
 import fcntl
 import os
 import pty
-import re
+import select
 import signal
 import struct
 import subprocess
@@ -18,20 +18,22 @@ STATUS = r"^(?:stopping  )?(?:\d+\.\d s|\d+:\d\d)?(?:  )?(?:\d+ nodes)?(?:  )?(?
 
 
 class Terminal(cli.FolderCase):
-    def watch(self, *words, columns=80, kind="xterm", interrupt_after=None):
-        """What a program writes to a terminal so wide: exit code, the states of its line, and the text in the end."""
+    def watch(self, *words, columns=80, kind="xterm", interrupts=()):
+        """What a program writes to a terminal so wide: exit code, the states of its line, and the text in the end. It is
+        interrupted so many seconds after its start, but not before its line is there."""
         ours, theirs = pty.openpty()
         fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
         process = subprocess.Popen([cli.PROGRAM, *words], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=theirs,
                                    stderr=subprocess.PIPE, env=self.environment(TERM=kind))
         os.close(theirs)
-        begin, written = time.monotonic(), b""
+        begin, written, interrupts = time.monotonic(), b"", list(interrupts)
         while True:
-            if interrupt_after and b"incumbent" in written and time.monotonic() > begin + interrupt_after:
+            if interrupts and b"incumbent" in written and time.monotonic() > begin + interrupts[0]:
                 process.send_signal(signal.SIGINT)
-                interrupt_after = None
+                interrupts.pop(0)
             try:
-                written += os.read(ours, 1 << 16)
+                if select.select([ours], [], [], 0.05)[0]:
+                    written += os.read(ours, 1 << 16)
             except OSError:  # the end of the last writer
                 break
         os.close(ours)
@@ -48,10 +50,10 @@ class Terminal(cli.FolderCase):
 
     def test_a_search_in_one_line(self):
         self.write("split.mps", market_split())
-        for columns, words, after in ((80, ["timelimit=2"], None), (30, [], 1.5), (12, ["timelimit=1"], None)):
+        for columns, words, interrupts in ((80, ["timelimit=2"], ()), (30, [], (1.5,)), (12, ["timelimit=1"], ())):
             with self.subTest(columns=columns):
                 code, states, text = self.watch("split.mps", "--progress", "--log", "log", *words, columns=columns,
-                                                interrupt_after=after)
+                                                interrupts=interrupts)
                 self.assertEqual((code, self.error), (0, ""))
                 self.check_line(states, columns)
                 self.assertRegex(text, r"\Agrblink [\d.]+: (time limit|interrupted), feasible solution; objective ")
@@ -67,6 +69,8 @@ class Terminal(cli.FolderCase):
         self.assertEqual((code, text, len(states)), (1, "", 1))
         self.check_line(states, 80)
         self.assert_one_line(self.error, "grblink: lost")
+        code, states, text = self.watch(*fake, "wait=1", "deaf=1000000", interrupts=(0.3, 0.6))
+        self.assertEqual((code, text, len(states)), (130, "", 1))
         for more, kind, shown in (([], "dumb", "text\ngrblink "), (["--quiet"], "xterm", ""),
                                   (["outlev=0"], "dumb", "grblink ")):
             code, states, text = self.watch(*fake, *more, kind=kind)

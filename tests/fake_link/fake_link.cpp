@@ -68,8 +68,8 @@ class FakeLink {
     if (has("note")) kavo_link_note(model_, settings_["note"].c_str());
     if (number("tell", 0) != 0) tellChanges(), tellStarts();
     isModified_ = false;
-    if (number("wait", 0) != 0) waitForStop();
     if (has("progress")) makeProgress(static_cast<int>(number("progress", 0)));
+    if (number("wait", 0) != 0) waitForStop();
     if (has("fail")) return refuse(settings_["fail"]);
     if (number("point", 0) != 0) givePoint();
     if (number("duals", 0) != 0) fill(KAVO_DUAL, 1.5), fill(KAVO_REDUCED_COST, -0.5);
