@@ -73,6 +73,8 @@ class Solving(cli.FolderCase):
             ([log, "--quiet", "outlev=1"], [], {"small.sol"}),
             ([log, "--quiet", "--log", "l", "--json", "j"], [], {"small.sol", "l", "j"}),
             ([log, "logfile=l", "outlev=0", "-s"], [summary], {"small.sol", "l"}),
+            (["bratio=1", "tell=1"], ["withheld\n", summary], {"small.sol"}),
+            (["bratio=0.5", "tell=1"], ["starts:\n", summary], {"small.sol"}),
             (["wantsol=0"], [summary], set()),
             (["wantsol=0", "-s"], [summary], {"small.sol"}),
             (["wantsol=8"], [], set()),
