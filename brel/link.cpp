@@ -119,7 +119,7 @@ void Link::run() {
   if (const rewrite::Beyond* beyond = model.sent.beyond()) {
     for (const std::string& note : beyond->notes) kavo_link_note(model_, note.c_str());
   }
-  const settings::PluginValues values(*table_, given);
+  settings::PluginValues values(*table_, given);
   load::Choices choices;
   watch::Watch watch(model_, *solver_, model);
   plugin::Solve solve{model_, *solver_, dynamic_cast<tav::opt::AbstractSolverServices*>(solver_.get()),

@@ -185,6 +185,9 @@ KAVO_API int kavo_link_write_point(const trpRec* model, const char* path, double
 /* 1 when a stop was asked for in this solve. */
 KAVO_API int kavo_link_stop_requested(const trpRec* model);
 
+/* Writes a file that is complete or not there at all, as kavo's own are. KAVO_FILE says why not. */
+KAVO_API int kavo_link_write_file(const char* path, const char* text, size_t length);
+
 /* ---- results ---- */
 
 typedef enum kavo_stop {
@@ -217,6 +220,9 @@ typedef struct kavo_finish {
 KAVO_API int kavo_link_result(trpRec* model, int quantity, double** values, size_t* count);
 /* The same for the basis statuses of columns or rows (a kavo_kind). */
 KAVO_API int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* count);
+/* 1 when this solve has been given the quantity, or the basis of the kind. */
+KAVO_API int kavo_link_has_result(const trpRec* model, int quantity);
+KAVO_API int kavo_link_has_basis(const trpRec* model, int kind);
 /* The largest violation of a kavo_check; element -1: none. */
 KAVO_API int kavo_link_violation(trpRec* model, int check, double value, long long element);
 /* The value of each objective of the model at the point: one entry per objective to fill, NaN so far. */

@@ -1,33 +1,14 @@
 #include "brel/load/loaded.h"
 
 #include <cstddef>
-#include <span>
 #include <string_view>
 
+#include "brel/hash.h"
 #include "brel/host.h"
 #include "brel/rewrite/sides.h"
 
 namespace brel::load {
 namespace {
-
-// FNV-1a over the bytes of what it is shown.
-class Hash {
- public:
-  template <class T>
-  void add(const T* values, std::size_t count) {
-    add(values != nullptr);
-    if (values != nullptr) mix(std::as_bytes(std::span(values, count)));
-  }
-  void add(long long value) { mix(std::as_bytes(std::span(&value, 1))); }
-  std::uint64_t value() const { return value_; }
-
- private:
-  void mix(std::span<const std::byte> bytes) {
-    for (const std::byte byte : bytes) value_ = (value_ ^ std::to_integer<std::uint64_t>(byte)) * 0x100000001b3U;
-  }
-
-  std::uint64_t value_ = 0xcbf29ce484222325U;
-};
 
 void addHostStarts(const UserModel& user, Hash& hash) {
   const std::size_t columns = user.columns.count;
@@ -58,7 +39,7 @@ std::uint64_t hashOfStarts(const TranslatedModel& model, const settings::Given& 
   hash.add(priority.index, priority.count);
   hash.add(priority.value, priority.count);
   for (const char* setting : {"usebasis", "mipstart", "varhint"}) {
-    hash.add(settings::wholeNumber(given, setting).value_or(-1));
+    hash.add(static_cast<long long>(settings::wholeNumber(given, setting).value_or(-1)));
   }
   return hash.value();
 }

@@ -22,11 +22,12 @@ struct Solve {
   tav::opt::AbstractLog& log;
   const settings::Table& table;
   settings::Given& given;  // what is added while the solve is prepared is set with the rest
-  const settings::PluginValues& values;
+  settings::PluginValues& values;
   load::TranslatedModel& model;
   load::Choices& choices;  // how the model is loaded
   watch::Watch& watch;     // who hears of the search
   bool isDone = false;     // the results are there without a solve
+  kavo_finish result{};    // from `read` on: closes the results
 };
 
 // An optional feature of the framework, made anew for each solve. At each moment the plug-ins have their turn in the

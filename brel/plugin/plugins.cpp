@@ -10,6 +10,8 @@ std::unique_ptr<AbstractPlugin> makePlugin(Plugin plugin) {
       return multipleObjectives();
     case Plugin::multipleStarts:
       return multipleStarts();
+    case Plugin::rangeRestart:
+      return rangeRestart();
     case Plugin::writeBack:
       return writeBack();
     case Plugin::dumpSolutions:

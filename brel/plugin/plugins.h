@@ -10,6 +10,7 @@ namespace brel::plugin {
 std::unique_ptr<AbstractPlugin> fixedSolve();
 std::unique_ptr<AbstractPlugin> multipleObjectives();
 std::unique_ptr<AbstractPlugin> multipleStarts();
+std::unique_ptr<AbstractPlugin> rangeRestart();
 std::unique_ptr<AbstractPlugin> writeBack();
 std::unique_ptr<AbstractPlugin> dumpSolutions();
 std::unique_ptr<AbstractPlugin> trace();

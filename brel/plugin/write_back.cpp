@@ -8,16 +8,14 @@ namespace {
 
 class WriteBack : public AbstractPlugin {
  public:
-  void read(Solve& solve) override { result_ = result::writeBack(solve.host, solve.solver, solve.model); }
-
-  // After all others, so that what they note is still heard.
-  void finish(Solve& solve) override {
-    if (solve.watch.isStoppedByRule() && result_.stop == KAVO_STOP_INTERRUPTED) result_.stop = KAVO_STOP_RULE;
-    checkHost(kavo_link_finish(solve.host, &result_));
+  void read(Solve& solve) override {
+    solve.result = result::writeBack(solve.host, solve.solver, solve.model);
+    int& stop = solve.result.stop;
+    if (solve.watch.isStoppedByRule() && stop == KAVO_STOP_INTERRUPTED) stop = KAVO_STOP_RULE;
   }
 
- private:
-  kavo_finish result_{};
+  // After all others, so that what they note is still heard.
+  void finish(Solve& solve) override { checkHost(kavo_link_finish(solve.host, &solve.result)); }
 };
 
 }  // namespace

@@ -48,6 +48,11 @@ void giveObjectives(const UserModel& user, std::span<const double> point) {
 
 }  // namespace
 
+void tellPoint(const UserModel& user, const rewrite::UserPoint& point) {
+  checkPoint(user, point);
+  giveObjectives(user, point.point());
+}
+
 kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
   const bool isRelaxed = services != nullptr && !services->structureIntact();
@@ -63,10 +68,7 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
     finish.relaxation = services->relaxation().value_or(kUnknown);
     tellRelaxation(model, reader, finish);
   }
-  if (reader.point() != nullptr) {
-    checkPoint(model.user, *reader.point());
-    giveObjectives(model.user, reader.point()->point());
-  }
+  if (reader.point() != nullptr) tellPoint(model.user, *reader.point());
   return finish;
 }
 

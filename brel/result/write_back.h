@@ -1,6 +1,7 @@
 #pragma once
 
 #include "brel/load/loader.h"
+#include "brel/rewrite/evaluate.h"
 #include "kavo/link.h"
 #include "tav/opt/solver.h"
 
@@ -12,5 +13,8 @@ namespace brel::result {
 //
 // Signs: duals are Gurobi's, the change of the objective per unit of right-hand side, for minimise and maximise alike.
 kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model);
+
+// What the user's own functions are at a point: the violations of his rows and bounds, the values of his objectives.
+void tellPoint(const UserModel& user, const rewrite::UserPoint& point);
 
 }  // namespace brel::result

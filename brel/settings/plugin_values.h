@@ -34,6 +34,9 @@ class PluginValues {
   double number(PluginAttrib attribute) const { return get<double>(attribute); }
   std::string text(PluginAttrib attribute) const { return get<std::string>(attribute); }
 
+  // For a plug-in that needs the work of another one.
+  void set(PluginAttrib attribute, int value) { values_[attribute] = value; }
+
  private:
   template <class T>
   T get(PluginAttrib attribute) const {

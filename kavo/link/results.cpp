@@ -21,6 +21,12 @@ kavo::Results& filling(trpRec* model) {
 
 kavo::Answer& answerOf(kavo::Results& results, bool fixed) { return fixed ? results.fixed : results; }
 
+// What has been given so far.
+const kavo::Answer& givenAnswer(const trpRec* model, bool fixed) {
+  const kavo::Results& results = need(model).filling;
+  return fixed ? results.fixed : results;
+}
+
 template <class T>
 void lend(std::vector<T>& array, T** values, std::size_t* count) {
   need(values, "the address of the values") = array.data();
@@ -72,6 +78,24 @@ int kavo_link_result_basis(trpRec* model, int kind, int** statuses, size_t* coun
     if (!array) array.emplace(kavo::elementCount(model->model, given.kind), KAVO_SUPERBASIC);
     lend(*array, statuses, count);
   });
+}
+
+int kavo_link_has_result(const trpRec* model, int quantity) {
+  bool has = false;
+  guard([&] {
+    const kavo::Quantity asked = kavo::quantityOf(quantity);
+    has = givenAnswer(model, asked.fixed).values[asked.index].has_value();
+  });
+  return has ? 1 : 0;
+}
+
+int kavo_link_has_basis(const trpRec* model, int kind) {
+  bool has = false;
+  guard([&] {
+    const kavo::BasisKind asked = kavo::basisKindOf(kind);
+    has = givenAnswer(model, asked.fixed).basis(asked.kind).has_value();
+  });
+  return has ? 1 : 0;
 }
 
 int kavo_link_violation(trpRec* model, int check, double value, long long element) {

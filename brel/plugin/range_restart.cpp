@@ -1,0 +1,61 @@
+#include <fmt/core.h>
+
+#include "brel/host.h"
+#include "brel/plugin/plugins.h"
+#include "brel/result/stored.h"
+#include "brel/result/write_back.h"
+#include "tav/util/exception.h"
+
+namespace brel::plugin {
+namespace {
+
+using settings::PluginAttribute;
+
+void note(Solve& solve, const std::string& line) { kavo_link_note(solve.host, line.c_str()); }
+
+void checkFile(int status) {
+  if (status != KAVO_OK) throw tav::UserException(fmt::format("rngrestart: {}", kavo_last_error()));
+}
+
+// Results with their sensitivity ranges go to a file, and come from it without a solve.
+class RangeRestart : public AbstractPlugin {
+ public:
+  void prepare(Solve& solve) override {
+    target_ = solve.values.text(PluginAttribute::rangeFile);
+    const std::string source = solve.values.text(PluginAttribute::rangeSource);
+    if (!source.empty()) return readBack(solve, source);
+    if (target_.empty()) return;
+    checkFile(kavo_check_writable(target_.c_str()));
+    solve.values.set(PluginAttribute::ranges, 1);
+  }
+
+  void finish(Solve& solve) override {
+    if (target_.empty()) return;
+    const std::string text = result::stored(solve.model.user, solve.result);
+    checkFile(kavo_link_write_file(target_.c_str(), text.data(), text.size()));
+  }
+
+ private:
+  void readBack(Solve& solve, const std::string& source) const {
+    const UserModel& user = solve.model.user;
+    solve.result = result::readStored(user, source);
+    if (kavo_link_has_result(solve.host, KAVO_PRIMAL) != 0) {
+      double* values = nullptr;
+      std::size_t count = 0;
+      checkHost(kavo_link_result(solve.host, KAVO_PRIMAL, &values, &count));
+      result::tellPoint(user, rewrite::UserPoint(user, solve.model.sent.beyond(), {values, count}));
+    }
+    checkHost(kavo_link_finish(solve.host, &solve.result));
+    note(solve, fmt::format("the results were read from {}; nothing was solved", source));
+    if (!target_.empty()) note(solve, fmt::format("{} was not written: nothing was solved", target_));
+    solve.isDone = true;
+  }
+
+  std::string target_;
+};
+
+}  // namespace
+
+std::unique_ptr<AbstractPlugin> rangeRestart() { return std::make_unique<RangeRestart>(); }
+
+}  // namespace brel::plugin
