@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -37,11 +38,12 @@ struct Data {
   std::shared_ptr<GurobiModel> model;
   CallbackContext callbacks;  // holds the framework's log and callback objects
 
-  std::mutex modelLock;                 // serialises all changes of the Gurobi model
-  OptionSet options;                    // stays as it is when the model starts anew
-  ParameterValues beforeParameterFile;  // what to put back when the model starts anew
-  ParameterValues beforeProcedure;      // what to put back as soon as the procedure of a solve has ended
-  Outcome outcome;                      // of the last solve
+  std::mutex modelLock;                    // serialises all changes of the Gurobi model
+  OptionSet options;                       // stays as it is when the model starts anew
+  ParameterValues beforeParameterFile;     // what to put back when the model starts anew
+  ParameterValues beforeProcedure;         // what to put back as soon as the procedure of a solve has ended
+  Outcome outcome;                         // of the last solve
+  std::atomic<bool> isInterrupted{false};  // since the last solve began
 
   // Whoever adds an element registers it as soon as Gurobi has taken it, auxiliary ones too.
   Registry variables, linearRows, quadraticRows, sosSets, indicators, nonlinearRows;

@@ -162,7 +162,10 @@ std::shared_ptr<tav::opt::AbstractCommand> Solver::makeCommand(std::string_view 
 
 tav::opt::Termination Solver::solve() { return grb::solve(*data_); }
 
-void Solver::interrupt() { data_->model->terminate(); }
+void Solver::interrupt() {
+  data_->isInterrupted = true;
+  data_->model->terminate();
+}
 
 std::string Solver::libraryText() const { return data_->model->library()->text(); }
 

@@ -113,6 +113,7 @@ bool isInfeasible(int status) {
 tav::opt::Termination solve(Data& data) {
   GurobiModel& model = *data.model;
   const Hearing hearing(data.callbacks);
+  data.isInterrupted = false;
   putBack(model, data.beforeProcedure);  // what could not be put back when it should
   // A long solve is not to be lost for the sake of a file that comes after it.
   onFile(data, FileOption::writeparams, requireWritable);

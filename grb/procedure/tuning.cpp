@@ -9,6 +9,7 @@
 
 #include "grb/callback/callbacks.h"
 #include "grb/gurobi/constants.h"
+#include "grb/gurobi/exception.h"
 #include "tav/util/exception.h"
 
 namespace grb {
@@ -64,13 +65,23 @@ void copyToEnvironment(const GurobiModel& from) {
   putBack(environment, different);
 }
 
+// Gurobi does not say which file it could not read.
+void startFrom(GurobiModel& model, const std::string& file) {
+  try {
+    model.start(file.c_str());
+  } catch (const GurobiException& failure) {
+    throw GurobiException(fmt::format("{} from the tuning file '{}'", failure.message(), file), *failure.code(),
+                          failure.context(), failure.location());
+  }
+}
+
 Models readModels(Data& data) {
   const std::string parameters = data.options.file(FileOption::readparams);
   Models models;
   copyToEnvironment(*data.model);
   for (const std::string& file : listedFiles(data.options.file(FileOption::tuning))) {
     GurobiModel& model = *models.emplace_back(std::make_unique<GurobiModel>(data.model->env()));
-    model.start(file.c_str());
+    startFrom(model, file);
     if (!parameters.empty()) model.readParams(parameters.c_str());
   }
   return models;
@@ -84,8 +95,12 @@ void run(Data& data, const Models& models) {
     handles.push_back(model->model());
   }
   data.callbacks.log->writeLine("Tuning ends by TuneTimeLimit; an interrupt does not stop it.");
-  if (models.size() == 1) return models.front()->tuneModel();
-  models.front()->env()->tuneModels(handles);
+  if (models.size() == 1) {
+    models.front()->tuneModel();
+  } else {
+    models.front()->env()->tuneModels(handles);
+  }
+  if (data.isInterrupted) data.callbacks.log->writeLine("An interrupt came and did not stop the tuning.");
 }
 
 // gurobi.o99 for the last result, counting down; below 10 the letter p fills up.

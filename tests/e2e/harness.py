@@ -1,11 +1,13 @@
 """Models that are solved on real Gurobi in this process: built by calls of kavo, or read from files."""
 
 import contextlib
+import json
 import math
 import os
 import pathlib
 import random
 import sys
+import tempfile
 import types
 from ctypes import CFUNCTYPE, byref, c_char_p, c_double, c_int, c_longlong, c_size_t, c_ubyte, c_void_p, string_at
 
@@ -51,6 +53,18 @@ class Model(example.Kavo):
         """sense: "min" or "max"; costs: one per column."""
         columns = (c_int * len(costs))(*range(len(costs)))
         self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), columns, example.doubles(*costs), None)
+
+    def suffix(self, kind, name, values):
+        """values: one per element of the kind."""
+        indices = (c_int * len(values))(*range(len(values)))
+        self.call("kavo_set_suffix", kind, name.encode(), len(values), indices, example.doubles(*values))
+
+    def json(self):
+        """The results as the JSON file tells them."""
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "results.json"
+            self.call("kavo_write_json", str(path).encode())
+            return json.loads(path.read_text(encoding="utf-8"))
 
     def set(self, **options):
         for name, value in options.items():

@@ -60,6 +60,9 @@ TEST_F(LinObjAdderTest, WritesCoefficientsByArrayOrListAndSumsTermsOfOneVariable
   EXPECT_EQ(gurobi->calls().back(), R"(GRBsetdblattr(m1, "ObjCon", 1))");
 }
 
+// So that the user's choice can be put back before the solve.
+constexpr const char* kLookAtObjNumber = R"(GRBgetintparaminfo(m1.env, "ObjNumber", *, *, *, *))";
+
 Calls objectiveCalls(int number, const char* weight, const char* priority, const char* absolute, const char* relative) {
   return {fmt::format(R"(GRBsetintparam(m1.env, "ObjNumber", {}))", number),
           fmt::format(R"(GRBsetdblattr(m1, "ObjNWeight", {}))", weight),
@@ -74,7 +77,8 @@ TEST_F(LinObjAdderTest, WritesSeveralObjectivesWithOneSenseAndSignedWeights) {
                                                                      {"abstol", values<double>({0.5, 0})},
                                                                      {"reltol", values<double>({0, 0.25})}})),
               ElementsAre(0, 1));
-  Calls expected{kReadCount, R"(GRBsetintattr(m1, "ModelSense", 1))", R"(GRBsetintattr(m1, "NumObj", 2))"};
+  Calls expected{kReadCount, R"(GRBsetintattr(m1, "ModelSense", 1))", R"(GRBsetintattr(m1, "NumObj", 2))",
+                 kLookAtObjNumber};
   const auto expect = [&](const Calls& calls) { expected.insert(expected.end(), calls.begin(), calls.end()); };
   expect(objectiveCalls(0, "2", "0", "0.5", "0"));
   expect({R"(GRBsetdblattrarray(m1, "ObjN", 0, 1, [1]))", R"(GRBsetdblattr(m1, "ObjNCon", 0))"});
@@ -88,7 +92,7 @@ TEST_F(LinObjAdderTest, ALaterBlockKeepsTheSenseOfTheFirstAndCountsOn) {
   gurobi->takeCalls();
   EXPECT_THAT(positionsOf(add({{0, {3}, {1}, 0}})), ElementsAre(1));
   Calls expected{"GRBupdatemodel(m1)", kReadCount, R"(GRBgetintattr(m1, "ModelSense", *))",
-                 R"(GRBsetintattr(m1, "NumObj", 2))"};
+                 R"(GRBsetintattr(m1, "NumObj", 2))", kLookAtObjNumber};
   const Calls last = objectiveCalls(1, "-1", "0", "0", "0");
   expected.insert(expected.end(), last.begin(), last.end());
   expected.insert(expected.end(),

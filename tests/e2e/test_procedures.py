@@ -1,0 +1,224 @@
+"""What is asked for beside a plain solve: a fixed model, several objectives, a conflict that is none, tuning."""
+
+import os
+import pathlib
+import random
+import re
+import tempfile
+import threading
+import unittest
+
+import gurobipy
+
+from ctypes import byref, c_double, c_int, c_size_t
+
+from harness import BINARY, INF, INTEGER, KavoError, Model, environment, make, market_split
+
+
+def knapsacks(rows=8, size=30):
+    """Several knapsacks over the same binaries: (weights, profits)."""
+    rng = random.Random(3)
+    weights = [[rng.randrange(5, 60) for _ in range(size)] for _ in range(rows)]
+    return weights, [rng.randrange(10, 90) for _ in range(size)]
+
+
+def mixed():
+    """A MIP whose fixed model has a price for the second row: two integers, two continuous variables."""
+    columns = [("a", 0, 9, INTEGER), ("b", 0, 9, INTEGER), ("x", 0, INF, 0), ("y", 0, 7.5, 0)]
+    rows = [("r1", -INF, {0: 3, 1: 2, 2: 1}, 17.5), ("r2", -INF, {2: 1, 3: 2}, 12), ("r3", 1, {0: 1, 3: -1}, INF)]
+    return make("max", columns, rows, [5, 4, 3, 2])
+
+
+def fixed_by_gurobipy():
+    model = gurobipy.Model(env=gurobipy.Env(params={"OutputFlag": 0}))
+    a, b = model.addVar(ub=9, vtype="I"), model.addVar(ub=9, vtype="I")
+    x, y = model.addVar(), model.addVar(ub=7.5)
+    model.addConstr(3 * a + 2 * b + x <= 17.5)
+    model.addConstr(x + 2 * y <= 12)
+    model.addConstr(a - y >= 1)
+    model.setObjective(5 * a + 4 * b + 3 * x + 2 * y, gurobipy.GRB.MAXIMIZE)
+    model.optimize()
+    fixed = model.fixed()
+    fixed.optimize()
+    return [v.X for v in fixed.getVars()], [c.Pi for c in fixed.getConstrs()], [v.RC for v in fixed.getVars()]
+
+
+class FixedModel(unittest.TestCase):
+    def assert_all_close(self, found, expected):
+        self.assertEqual(len(found), len(expected))
+        for one, other in zip(found, expected):
+            self.assertAlmostEqual(one, other, delta=1e-6)
+
+    def test_it_gives_the_duals_of_gurobipy(self):
+        values, duals, reduced_costs = fixed_by_gurobipy()
+        with mixed() as model:
+            searched = model.solve(solvefixed=1)
+            found = model.json()
+        self.assertIsNone(searched.duals)
+        self.assertIsNone(searched.column_basis)
+        fixed = found["fixed"]
+        self.assertEqual((fixed["status"], fixed["termination"]), ("optimal", "finished"))
+        self.assertAlmostEqual(fixed["objective"], searched.objective, delta=1e-6)
+        self.assert_all_close(searched.values, values)
+        self.assert_all_close(fixed["variables"]["value"], values)
+        self.assert_all_close(fixed["rows"]["dual"], duals)
+        self.assert_all_close(fixed["variables"]["reduced_cost"], reduced_costs)
+        basics = sum(status == "basic" for part in ("variables", "rows") for status in fixed[part]["basis"])
+        self.assertEqual(basics, 3)
+
+    def test_it_has_options_of_its_own_and_gives_the_users_back(self):
+        with tempfile.TemporaryDirectory() as folder, mixed() as model:
+            options, problem = os.path.join(folder, "fixed.opt"), os.path.join(folder, "problem.lp")
+            pathlib.Path(options).write_text("* of the second solve\nmethod 2\niterationlimit 77\n", encoding="utf-8")
+            trace = os.path.join(folder, "trace")
+            with environment(GRBLINK_TRACE=trace):
+                model.solve(solvefixed=1, fixoptfile=options, writeprob=problem, method=1)
+            calls = re.findall(r"GRB(\w+)\(\w+(?:\.env)?(?:, ([^)]*))?\)", pathlib.Path(trace).read_text(encoding="utf-8"))
+            solves = [i for i, (name, _) in enumerate(calls) if name == "optimize"]
+            self.assertEqual([name for name, _ in calls].count("write"), 1)  # the problem, not the fixed one
+            self.assertEqual([name for name, _ in calls].count("converttofixed"), 1)
+            settings = [(i, text) for i, (name, text) in enumerate(calls) if name in ("setintparam", "setdblparam")]
+            between = [text for i, text in settings if solves[0] < i < solves[1]]
+            after = [text for i, text in settings if i > solves[1]]
+            self.assertIn('"Method", 2', between)
+            self.assertIn('"IterationLimit", 77', between)
+            self.assertIn('"Method", 1', after)
+            self.assertTrue(any(text.startswith('"IterationLimit", ') and "77" not in text for text in after))
+
+    def test_what_is_wrong_with_its_options_is_told_with_its_place(self):
+        for text, message in [("method 9", "line 1: Method=9: the value must be"), ("nosuch 1", "unknown option"),
+                              ("\nwriteprob x.lp", "line 2: writeprob cannot be set"), ("solvefixed 1", "cannot be set"),
+                              ("method", "line 1: method has no value"), (None, "cannot read")]:
+            with self.subTest(text), tempfile.TemporaryDirectory() as folder, mixed() as model:
+                path = pathlib.Path(folder) / "fixed.opt"
+                if text is not None:
+                    path.write_text(text + "\n", encoding="utf-8")
+                with self.assertRaises(KavoError) as caught:
+                    model.solve(solvefixed=1, fixoptfile=path)
+                self.assertIn(message, str(caught.exception))
+                self.assertIn("fixed.opt", str(caught.exception))
+
+    def test_where_there_is_none_a_note_says_why(self):
+        never = [("x", 0, 9, INTEGER)], [("r", 1, {0: 2}, 1)]
+        for why, model, options in [
+            ("no integer variables", make("min", [("x", 0, 1)], [("r", 1, {0: 2}, INF)], [1]), {}),
+            ("there is no point", make("min", *never, [1]), {}),
+            ("the model was relaxed", make("min", *never, [1]), {"feasopt": 1}),
+            ("nothing was solved", make("min", *never, [1]), {"iis": 2}),
+        ]:
+            with self.subTest(why), model:
+                found = model.solve(solvefixed=1, **options)
+                self.assertIn(why, " ".join(found.notes))
+                self.assertIsNone(model.json()["fixed"])
+
+    def test_an_interrupted_search_keeps_its_point(self):
+        with market_split() as model:
+            begun = threading.Event()
+            model.log(lambda text: begun.set() if b"Incumbent" in text else None)
+            stopper = threading.Thread(target=lambda: begun.wait(60) and model.call("kavo_interrupt", 0))
+            stopper.start()
+            found = model.solve(solvefixed=1)
+            stopper.join()
+            self.assertEqual(found.termination, "interrupted_by_host")
+            self.assertIsNotNone(found.values)
+            self.assertIn("the search was interrupted", " ".join(found.notes))
+
+
+class SeveralObjectives(unittest.TestCase):
+    def two(self):
+        model = make("max", [("x", 0, 10), ("y", 0, 10)], [("c", -INF, {0: 1, 1: 1}, 12)], [1, 0])
+        model.add_objective("min", [0, -1], 3)
+        return model
+
+    def test_priorities_weights_and_tolerances(self):
+        with self.two() as model:
+            alone = model.solve()
+            self.assertEqual(alone.values[0], 10)
+            self.assertIn("2 objectives, of which number 1 is solved", " ".join(alone.notes))
+            for suffixes, options, values in [
+                ({"objpriority": [1, 5]}, {}, [2, 10]),
+                ({"objpriority": [5, 1]}, {}, [10, 2]),
+                ({"objpriority": [0, 0], "objweight": [1, 3]}, {}, [2, 10]),
+                # A tolerance bounds the reduced costs of what may still move in an LP.
+                ({"objpriority": [1, 5]}, {"objnabstol": "0 4", "objnreltol": "0,0"}, [10, 2]),
+            ]:
+                with self.subTest(suffixes, **options):
+                    for name, entries in suffixes.items():
+                        model.suffix(2, name, entries)
+                    found = model.solve(multobj=1, **options)
+                    self.assertEqual(found.values, values)
+                    self.assertEqual((found.objective, found.bound, found.duals), (values[0], None, None))
+                    told = [one["value"] for one in model.json()["objectives"]]
+                    self.assertEqual(told, [values[0], 3 - values[1]])
+
+    def test_wrong_lists_and_other_objectives_are_refused_before_a_licence_is_taken(self):
+        for options, message in [({"objnabstol": "1"}, "1 number is given for 2 objectives"),
+                                 ({"objnabstol": "1,2,3"}, "3 numbers are given"),
+                                 ({"objnreltol": "1,x"}, "'x' is no tolerance"), ({"objnreltol": "1,-2"}, "0 or more"),
+                                 ({"objnabstol": "1,nan"}, "'nan' is no tolerance")]:
+            with self.subTest(**options), self.two() as model:
+                with self.assertRaises(KavoError) as caught:
+                    model.solve(multobj=1, **options)
+                self.assertIn(message, str(caught.exception))
+        with self.two() as model:
+            model.call("kavo_add_quadratic_terms", 2, 1, byref(c_int(1)), (c_size_t * 2)(0, 1), byref(c_int(0)),
+                       byref(c_int(0)), byref(c_double(1)))
+            with self.assertRaisesRegex(KavoError, "objective 2 is quadratic; several objectives"):
+                model.solve(multobj=1)
+
+
+class NoConflict(unittest.TestCase):
+    def test_the_answer_of_the_solve_stands_and_a_note_says_why(self):
+        many = [(None, 0, INF)] * 301  # so many that no second solve tells unbounded from infeasible
+        unbounded = make("max", many, [(None, -INF, {0: 1, 1: -1}, 1)], [1, 1] + [0] * 299)
+        feasible = make("max", [("x", 0, INF)], [("c", -INF, {0: 1}, 4)], [1])
+        for name, model, options, status, termination in [
+            ("unbounded", unbounded, {"iis": 1}, "infeasible_or_unbounded", "finished"),
+            ("feasible", feasible, {"iis": 2}, "unknown", "not_run"),
+        ]:
+            with self.subTest(name), model:
+                found = model.solve(**options)
+                self.assertEqual((found.status, found.termination), (status, termination))
+                self.assertEqual((found.solutions, found.values, found.column_basis), (0, None, None))
+                self.assertIn("there is no conflict (IIS): the model is not infeasible", " ".join(found.notes))
+                self.assertIsNone(model.json()["iis"])
+
+
+class Tuning(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(folder.name)
+
+    def test_results_are_option_files_that_set_what_they_say(self):
+        weights, profits = knapsacks()
+        with make("max", [(f"x{j}", 0, 1, BINARY) for j in range(len(profits))],
+                  [(None, -INF, dict(enumerate(row)), sum(row) // 3) for row in weights], profits) as model:
+            model.solve(writeprob="knapsacks.mps", solutionlimit=1)
+        with make("min", [("x", 0, 1)], [], [1]) as model:
+            found = model.solve(tuning="knapsacks.mps", tunetimelimit=5, tunetrials=1, threads=1, seed=7)
+            self.assertEqual(found.termination, "not_run")
+        files = sorted(pathlib.Path().glob("gurobi.o*"))
+        self.assertEqual(files[-1].name, "gurobi.o99")
+        for file in files[-2:]:
+            lines = [line.split() for line in file.read_text(encoding="utf-8").splitlines()]
+            self.assertFalse({"LogToConsole", "TuneTimeLimit", "Threads", "TimeLimit"} & {name for name, _ in lines})
+            trace = pathlib.Path(f"trace.{file.name}")
+            with self.subTest(file.name), environment(GRBLINK_TRACE=str(trace)), Model("knapsacks.mps") as model:
+                model.call("kavo_read_options", str(file).encode())
+                model.solve(solutionlimit=1)
+            calls = re.findall(r'GRBset(?:int|dbl|str)param\(\S+, "(\w+)", ([^)]*)\)', trace.read_text(encoding="utf-8"))
+            expected = [("LogToConsole", "0"), *map(tuple, lines), ("SolutionLimit", "1")]
+            self.assertEqual([(name, float(value)) for name, value in calls],
+                             [(name, float(value)) for name, value in expected])
+
+    def test_a_model_file_that_is_not_there_is_an_error(self):
+        with make("min", [("x", 0, 1)], [], [1]) as model:
+            with self.assertRaisesRegex(KavoError, "nosuch.mps"):
+                model.solve(tuning="nosuch.mps")
+        self.assertEqual(list(pathlib.Path().glob("gurobi.o*")), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

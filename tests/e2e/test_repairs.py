@@ -1,0 +1,131 @@
+"""Why a model is infeasible and what its cheapest repair costs, for models of the corpus that were made infeasible by a
+limit on their objective that is 5 % better than the optimum. A conflict is proven by solving it alone, and without each
+of its members; relaxations are compared with gurobipy's on the same file. Without the corpus the small model remains.
+"""
+
+import os
+import pathlib
+import tempfile
+import unittest
+
+import gurobipy
+from gurobipy import GRB
+
+from harness import INF, ROOT, Model, make
+
+CORPUS = pathlib.Path(os.environ.get("GRBLINK_MODELS") or ROOT.parent / "shared" / "models") / "lp"
+NAMES = ("adlittle.mps", "share2b.mps", "stocfor1.mps", "vtpbase.mps", "brandy.mps")  # without ranged rows
+RELAXED = ("adlittle.mps", "share2b.mps", "stocfor1.mps")
+OBJECTIVES = (0, 2, 1)  # of gurobipy's feasRelax, by half the mode
+
+
+def silent(**parameters):
+    return gurobipy.Env(params={"OutputFlag": 0} | parameters)
+
+
+def is_infeasible(model):
+    model.optimize()
+    return model.Status == GRB.INFEASIBLE
+
+
+def members_of(model):
+    """The conflict that a solve of iis=1 has found: (kind, name) of each member."""
+    found = model.json()["iis"]
+    columns = found["variables"]
+    members = [("row", name) for name in found["rows"]]
+    for bound in ("lower", "upper"):
+        members += [(bound, name) for name, is_in in zip(columns["name"], columns[bound]) if is_in]
+    return members, found
+
+
+def only(path, env, members):
+    """The model of a file with nothing left but these bounds and rows, and no objective."""
+    model = gurobipy.read(str(path), env)
+    model.setObjective(0)
+    model.remove([row for row in model.getConstrs() if ("row", row.ConstrName) not in members])
+    for column in model.getVars():
+        column.LB = column.LB if ("lower", column.VarName) in members else -GRB.INFINITY
+        column.UB = column.UB if ("upper", column.VarName) in members else GRB.INFINITY
+    return model
+
+
+class Repairs(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.folder = pathlib.Path(folder.name)
+        cls.small = cls.folder / "small.lp"
+        firm = "".join(f" firm{v}: {v} >= -100\n" for v in "xyz")
+        cls.small.write_text("Minimize obj: x + 2 y + 3 z\nSubject To\n c1: x + y >= 7\n c2: x - z <= 1\n"
+                             f" c3: y + z <= 3\n c4: x + 2 y + z = 9\n{firm}Bounds\n x <= 2\n y <= 4\nEnd\n",
+                             encoding="utf-8")
+        cls.tightened = {}
+        if not CORPUS.is_dir() and os.environ.get("CI") == "true":
+            raise AssertionError(f"there is no model corpus in {CORPUS} (set GRBLINK_MODELS)")
+        for name in NAMES if CORPUS.is_dir() else ():
+            model = gurobipy.read(str(CORPUS / name), silent())
+            model.optimize()
+            limit = model.ObjVal - model.ModelSense * (0.05 * abs(model.ObjVal) + 1)
+            model.addLConstr(model.getObjective(), "<" if model.ModelSense > 0 else ">", limit, "limit")
+            cls.tightened[name] = cls.folder / name
+            model.write(str(cls.tightened[name]))
+
+    def test_a_conflict_has_no_member_too_many(self):
+        for name, path in {"small": self.small, **self.tightened}.items():
+            with self.subTest(name), Model(path) as model:
+                self.assertEqual(model.solve(iis=1).status, "infeasible")
+                members, found = members_of(model)
+                self.assertTrue(found["minimal"])
+                env = silent(DualReductions=0)
+                self.assertTrue(is_infeasible(only(path, env, members)))
+                for one in members:
+                    rest = [member for member in members if member != one]
+                    self.assertFalse(is_infeasible(only(path, env, rest)), one)
+
+    def relaxed_by_gurobipy(self, path, mode):
+        model = gurobipy.read(str(path), silent(IntFeasTol=1e-9))  # counts by binaries with a large coefficient
+        columns = model.getVars()
+        rows = [row for row in model.getConstrs() if not row.ConstrName.startswith("firm")]
+        ones = [1.0] * len(columns)
+        value = model.feasRelax(OBJECTIVES[mode // 2], mode % 2 == 1, columns, ones, ones, rows, [1.0] * len(rows))
+        model.optimize()
+        self.assertEqual(model.Status, GRB.OPTIMAL)
+        return model, model.ObjVal if mode % 2 == 0 else value
+
+    def check_relaxation(self, path, mode):
+        theirs, cost = self.relaxed_by_gurobipy(path, mode)
+        with Model(path) as model:
+            model.suffix(1, "feaspref", [float(not name.startswith("firm")) for name in model.names(1)])
+            found = model.solve(feasopt=1, feasoptmode=mode, intfeastol=1e-9)
+            self.assertEqual((found.status, found.sol_code), ("unknown", 100))
+            self.assertIn("feasible relaxation", found.message.decode())
+            self.assertAlmostEqual(found.relaxation, cost, delta=1e-6 * (1 + abs(cost)))
+            self.assertGreater(model.violation(), 1e-6)
+            if mode % 2 == 1:  # the user's objective is the second one then, so it is the same at every best point
+                self.assertAlmostEqual(found.objective, theirs.ObjVal, delta=1e-6 * (1 + abs(theirs.ObjVal)))
+
+    def test_relaxations_cost_what_gurobipy_says(self):
+        for mode in range(6):
+            with self.subTest(mode):
+                self.check_relaxation(self.small, mode)
+        for name in RELAXED if self.tightened else ():
+            for mode in (0, 1, 2):  # quadratic ones exceed the evaluation licence
+                with self.subTest(name, mode=mode):
+                    self.check_relaxation(self.tightened[name], mode)
+
+    def test_where_nothing_may_give_way_there_is_no_relaxation(self):
+        with make("min", [("x", 0, 1), ("y", 0, 1)], [("c", 3, {0: 1, 1: 1}, INF)], [1, 1]) as model:
+            model.suffix(0, "feaspref", [0, 0])
+            model.suffix(1, "feaspref", [0])
+            for mode in range(6):
+                with self.subTest(mode):
+                    found = model.solve(feasopt=1, feasoptmode=mode)
+                    self.assertEqual(found.status, "infeasible")
+                    self.assertIsNone(found.values)
+                    self.assertIsNone(found.relaxation)
+                    self.assertIn("there is no feasible relaxation", " ".join(found.notes))
+
+
+if __name__ == "__main__":
+    unittest.main()
