@@ -35,10 +35,9 @@ std::string work(const kavo_outcome& outcome) {
   return lines;
 }
 
-// What was asked for besides: repairs, explanations, several answers.
+// What was asked for besides: explanations, several answers, condition numbers. A note tells of a relaxation.
 std::string extras(const Session& session, const kavo_outcome& outcome) {
   std::string lines;
-  if (!std::isnan(outcome.relaxation)) lines += fmt::format("cost of the relaxation {:.10g}\n", outcome.relaxation);
   if (const auto conflict = conflictOf(session)) lines += "conflict: " + describe(*conflict) + "\n";
   const Session::Values objectives = session.objectiveValues();
   for (std::size_t i = 0; objectives.count > 1 && i < objectives.count; ++i) {

@@ -105,7 +105,7 @@ class Report(cli.FolderCase):
         rows = "".join(f" G {name}\n" for name in (*NAMES, TURNED)).encode()
         head, rest = mps().encode().split(b"COLUMNS\n")
         (self.folder / "names.mps").write_bytes(head + rows + b"COLUMNS\n" + columns + rest)
-        self.solve(self.run_program, "names.mps", "--ranges")
+        self.solve(self.run_program, "names.mps", "--ranges", "--quiet")
         self.look("page.html", "names")
         cells = self.text("td:first-child")
         for name in NAMES:
