@@ -158,7 +158,6 @@ class Parameters(cli.FolderCase):
             ("mipgap=-2", ["MIPGap=-2", "a number from 0 to infinity"]),
             ("mipgpa=0.1", ["unknown option 'mipgpa'; did you mean MIPGap?"]),
             ("lim:time=3", ["did you mean TimeLimit?"]),
-            ("miptrace=x", ["the option 'miptrace' has no effect in this version: it is for plug-in 9"]),
             ("csclientlog=1", ["Gurobi has a parameter 'csclientlog' that is not among the options"]),
         ]:
             with self.subTest(word=word):
