@@ -187,6 +187,38 @@ TEST(Link, HandsGurobisLogToTheHostAndStopsWhenAsked) {
   EXPECT_THAT(model.results(), testing::StartsWith("unknown, interrupted"));
 }
 
+// Coefficients of the rows first, as Gurobi's queue has it; a row with two sides changes by its column's bounds, a row
+// without any has nothing to change.
+TEST(Link, GoesOnWithTheSolversModelWhenNumbersHaveChanged) {
+  LinkOverDouble link;
+  link.scriptLp({1, 2, 1, 3}, {1, 0, 2});
+  HostModel model;
+  fill(model, KAVO_CONTINUOUS);
+  ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
+  link.gurobi->takeCalls();
+  const int rows[] = {3, 1, 2, 1}, columns[] = {0, 2, 1, 0};
+  const double values[] = {7, 0, 5, -1}, lower[] = {-1e20, 2, -1e20}, upper[] = {6, 4, 1e20}, constant = 1;
+  ASSERT_EQ(kavo_change_coefficients(model, 4, rows, columns, values), KAVO_OK) << kavo_last_error();
+  ASSERT_EQ(kavo_change_sides(model, 3, rows, lower, upper), KAVO_OK);
+  ASSERT_EQ(kavo_change_bounds(model, 1, columns, values, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_change_objective(model, 0, &constant, 1, columns + 2, values), KAVO_OK);
+  ASSERT_EQ(kavo_solve(model), KAVO_OK) << kavo_last_error();
+  auto calls = link.gurobi->takeCalls();
+  std::erase_if(calls, [](const auto& call) {
+    return call.find("GRBset") != 0 && call.find("GRBXchg") != 0 && call.find("GRBadd") != 0;
+  });
+  EXPECT_THAT(calls,
+              ElementsAre(R"(GRBsetdblattrlist(m1, "LB", 2, [0, 3], [7, 2]))",
+                          R"(GRBsetdblattrlist(m1, "UB", 2, [0, 3], [4, 4]))", R"(GRBsetdblattr(m1, "ObjCon", 1))",
+                          "GRBsetlogcallbackfunc(m1, *, *)", "GRBXchgcoeffs(m1, 2, [1, 1], [0, 2], [-1, 0])",
+                          "GRBXchgcoeffs(m1, 1, [2], [0], [7])", R"(GRBsetdblattrlist(m1, "Obj", 1, [1], [7]))",
+                          R"(GRBsetdblattrlist(m1, "RHS", 1, [2], [6]))"));
+  // A row that loses a side is another one.
+  ASSERT_EQ(kavo_change_sides(model, 1, rows + 1, lower, nullptr), KAVO_OK);
+  ASSERT_EQ(kavo_solve(model), KAVO_OK) << kavo_last_error();
+  EXPECT_EQ(link.gurobi->count(Fn::GRBaddvars), 1);
+}
+
 TEST(Link, TellsTheSolverBeforeAnySolve) {
   LinkOverDouble link;
   HostModel model;

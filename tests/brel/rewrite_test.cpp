@@ -171,6 +171,19 @@ TEST(Rewrite, WorksOutStartsOfItsColumns) {
   EXPECT_THAT(startsOf({}), IsEmpty());
 }
 
+// The basis stays as large as it was, whatever the row's status is.
+TEST(Rewrite, PutsTheStatusOfARangedRowOnItsColumn) {
+  for (const int status : std::vector<int>{KAVO_BASIS_LOWER, KAVO_BASIS_UPPER, KAVO_BASIC, 0}) {
+    const Rewritten sent(kColumns, {kFree, kRanged, kEqual});
+    Starts start;
+    start.columnBasis = {KAVO_BASIC, KAVO_BASIS_UPPER, 0};
+    start.rowBasis = {status, KAVO_BASIS_LOWER};
+    sent.trail.startsForward(start);
+    EXPECT_THAT(start.columnBasis, ElementsAre(KAVO_BASIC, KAVO_BASIS_UPPER, status));
+    EXPECT_THAT(start.rowBasis, ElementsAre(status == 0 ? 0 : KAVO_BASIS_LOWER, KAVO_BASIS_LOWER));
+  }
+}
+
 TEST(Rewrite, WorksOutStartsOfColumnsThatStandForExpressions) {
   constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
   HostModel host;
