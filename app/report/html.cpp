@@ -11,6 +11,7 @@ namespace app::report {
 namespace {
 
 constexpr std::size_t kMostCharacters = 600;
+constexpr std::size_t kLongCell = 40;  // bytes
 constexpr int kDigits = 10;
 constexpr const char* kReplacement = "\xEF\xBF\xBD";
 
@@ -83,7 +84,8 @@ std::string numberText(double value) { return app::numberText(value, kDigits); }
 void Table::add(const std::vector<std::string>& cells) {
   rows_ += "<tr>";
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    rows_ += columns_[i].number ? "<td class=\"n\">" : "<td>";
+    const char* ofText = cells[i].size() > kLongCell ? "<td class=\"long\">" : "<td>";
+    rows_ += columns_[i].number ? "<td class=\"n\">" : ofText;
     rows_ += escaped(cells[i]) + "</td>";
   }
   rows_ += "</tr>\n";

@@ -24,8 +24,10 @@ ul { margin: 0; padding-left: 20px; }
 .wide { overflow-x: auto; margin: 6px -12px; }
 summary { cursor: pointer; color: #5a6776; }
 table { border-collapse: collapse; font-size: 14px; }
-th, td { padding: 3px 12px; text-align: left; vertical-align: top; overflow-wrap: anywhere; }
-th { font-weight: 600; color: #5a6776; border-bottom: 1px solid #d5dbe3; overflow-wrap: normal; }
+th, td { padding: 3px 12px; text-align: left; vertical-align: top; }
+td:not(.n) { overflow-wrap: anywhere; min-width: 6em; }
+td.long:not(.n) { min-width: 17em; }
+th { font-weight: 600; color: #5a6776; border-bottom: 1px solid #d5dbe3; }
 tbody tr:nth-child(even) { background: #f6f8fa; }
 .n { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
 .pair { display: flex; flex-wrap: wrap; gap: 16px 64px; }
