@@ -12,14 +12,6 @@ namespace {
 
 std::string fileOf(const std::string& base, int number) { return fmt::format("{}{}.sol", base, number); }
 
-// The files of an earlier run, which nobody could tell from those of this one.
-void removeEarlier(const std::string& base) {
-  std::error_code ignored;  // what cannot be removed is replaced, or stays as it was
-  for (int number = 1; std::filesystem::is_regular_file(fileOf(base, number), ignored); ++number) {
-    if (!std::filesystem::remove(fileOf(base, number), ignored)) return;
-  }
-}
-
 class DumpListener : public watch::Listener {
  public:
   DumpListener(trpRec* host, std::string base) : host_(host), base_(std::move(base)) {}
@@ -52,10 +44,8 @@ class DumpSolutions : public AbstractPlugin {
     if (!base_.empty()) checkHost(kavo_check_writable(fileOf(base_, 1).c_str()));
   }
 
-  // Start points may come from such files; those have been read by now.
   void loaded(Solve& solve) override {
     if (base_.empty()) return;
-    removeEarlier(base_);
     listener_ = std::make_shared<DumpListener>(solve.host, base_);
     solve.watch.add(listener_);
   }
@@ -70,6 +60,12 @@ class DumpSolutions : public AbstractPlugin {
       kavo_link_note(
           solve.host,
           fmt::format("{} incumbents could not be dumped: {}", listener_->lost(), listener_->failure()).c_str());
+    }
+    const std::string next = fileOf(base_, written + 1);
+    std::error_code ignored;
+    if (std::filesystem::exists(next, ignored)) {
+      kavo_link_note(solve.host,
+                     fmt::format("{} incumbents were dumped; {} is from an earlier run", written, next).c_str());
     }
   }
 

@@ -65,17 +65,19 @@ constexpr Row kRows[] = {
     {Plugin::trace, ValueType::kString, 0, 0, "",
      "A file for the trace of a MIP search: seconds, nodes, incumbent, bound and gap as comma-separated values."},
     {Plugin::trace, ValueType::kInt, 100, kMany, "", "A line of the trace every so many nodes; 0: not by nodes."},
-    {Plugin::trace, ValueType::kDouble, 5, kEver, "", "A line of the trace every so many seconds; 0: not by time."},
+    {Plugin::trace, ValueType::kDouble, 5, kEver, "",
+     "A line of the trace every so many seconds, at most ten a second; 0: not by time."},
     {Plugin::trace, ValueType::kInt, kYes, 1, "", "1 adds a line to the trace at each new incumbent."},
     {Plugin::stopExpression, ValueType::kString, 0, 0, "",
      "An expression over time, nodes, incumbent, bound, gap and solutions that stops the search as soon as it is "
      "true."},
     {Plugin::stopExpression, ValueType::kInt, 100, kMany, "",
      "The stop expression is checked every so many nodes; 0: not by nodes."},
-    {Plugin::stopExpression, ValueType::kDouble, 5, kEver, "",
-     "The stop expression is checked every so many seconds; 0: not by time."},
+    {Plugin::stopExpression, ValueType::kDouble, 1, kEver, "",
+     "The stop expression is checked every so many seconds, at most ten times a second; 0: not by time."},
     {Plugin::stopExpression, ValueType::kDouble, 0, kEver, "",
-     "By how much an incumbent must be better than the one before to have the stop expression checked."},
+     "The stop expression is checked at each incumbent that is better by more than this than the last one at which it "
+     "was."},
     {Plugin::stopExpression, ValueType::kInt, kNo, 2, "",
      "What the log tells of the stop expression: 0 only that it stopped the search, 1 each check, 2 also its values."},
 };
