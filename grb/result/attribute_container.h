@@ -52,16 +52,19 @@ struct ElementAccess<double> {
 // Raises the error of a bulk read that left its values as they were.
 [[noreturn]] void failUnread(const char* name);
 
-// Reads a list of elements as all containers do: the pending update first, and into values preset to "unread", by which
-// a read that failed is known, since the bulk calls are not checked. Nothing is read for an empty list, or while Gurobi
-// does not hold the attribute.
+// Reads a list of elements as all containers do: the pending update first, and with the first value preset to "unread",
+// by which a read that failed is known, since the bulk calls are not checked and write all values or none. Nothing is
+// read for an empty list; while Gurobi does not hold the attribute, all values become "unread".
 template <class T>
 void readElements(GurobiModel& model, const char* name, const tav::idx::List& list, std::span<T> values) {
   if (list.size() == 0) return;
   const auto wanted = values.first(static_cast<std::size_t>(list.size()));
-  std::fill(wanted.begin(), wanted.end(), ElementAccess<T>::kUnread);
   model.updateIfPending();
-  if (!model.isAttrAvailable(name)) return;
+  if (!model.isAttrAvailable(name)) {
+    std::fill(wanted.begin(), wanted.end(), ElementAccess<T>::kUnread);
+    return;
+  }
+  wanted.front() = ElementAccess<T>::kUnread;
   ElementAccess<T>::get(model, name, list, wanted);
   if (ElementAccess<T>::isUnread(wanted.front())) failUnread(name);
 }

@@ -81,9 +81,12 @@ struct Reply {
   }
 };
 
+// Copies the values from a place of their own, as a library does that has them.
 template <typename T>
 int fill(T* values, int length, T value) {
-  std::fill_n(values, length, value);
+  static std::vector<T> held;
+  if (held.size() < static_cast<std::size_t>(length)) held.assign(static_cast<std::size_t>(length), value);
+  std::copy_n(held.begin(), length, values);
   return 0;
 }
 
