@@ -20,7 +20,7 @@ OWN = {
 # Libraries, by folder, besides the standard library, POSIX and fmt.
 LIBRARIES = {
     "tav": ("yaml.h",),
-    "grb": ("muParser.h",),
+    "brel": ("muParser.h",),
     "kavo": ("nlohmann/", "zlib.h"),
     "app": ("CLI/",),
     "bridge": ("Python.h", "pybind11/"),
