@@ -62,7 +62,11 @@ Search::Facts Search::read(const Sources& sources) const {
   return hasOneObjective_ ? Facts{nodes, first(sources.best), first(sources.bound)} : Facts{nodes, kUnknown, kUnknown};
 }
 
-Search::Facts Search::at(int event) const { return read(event == kPointEvent ? atPoint_ : atNode_); }
+Search::Facts Search::at(int event) {
+  if (!isUsers_) isUsers_ = isInUsersModel();
+  const Facts facts = read(event == kPointEvent ? atPoint_ : atNode_);
+  return *isUsers_ ? facts : Facts{facts.nodes, kUnknown, kUnknown};
+}
 
 Search::Facts Search::atEnd() const {
   if (static_cast<std::size_t>(levels(solver_, {}).size()) != variables_) return {kUnknown, kUnknown, kUnknown};
@@ -74,7 +78,7 @@ Search::Facts Search::atEnd() const {
 }
 
 std::span<const double> Search::newPoint() {
-  if (static_cast<std::size_t>(point_.size()) != variables_) return {};
+  if (!isInUsersModel()) return {};
   point_.getAll(values_);
   return std::span<const double>(values_).first(model_.user.columns.count);
 }

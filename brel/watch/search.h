@@ -25,8 +25,9 @@ class Search {
   struct Facts {
     double nodes, best, bound;
   };
-  // During an event of that kind only: the nodes so far, and what was known before this event.
-  Facts at(int event) const;
+  // During an event of that kind only: the nodes so far, and what was known before this event. Of a search that is not
+  // in the user's model the nodes alone.
+  Facts at(int event);
   // When the solver has returned. Nothing is known when what was solved is not the user's model.
   Facts atEnd() const;
 
@@ -44,13 +45,15 @@ class Search {
   };
   Sources sourcesIn(const tav::opt::Context& context) const;
   Facts read(const Sources& sources) const;
+  bool isInUsersModel() const { return static_cast<std::size_t>(point_.size()) == variables_; }
 
   tav::opt::AbstractSolver& solver_;
   const load::TranslatedModel& model_;
   std::optional<rewrite::ObjectiveFunction> objective_;
   bool isMaximized_;
-  bool hasOneObjective_;   // otherwise bounds are those of whichever objective is the solver's turn
-  std::size_t variables_;  // of the solver's model
+  bool hasOneObjective_;         // otherwise bounds are those of whichever objective is the solver's turn
+  std::size_t variables_;        // of the solver's model
+  std::optional<bool> isUsers_;  // whether the search is, by its first event: asking costs as much as the rest
   Sources atNode_, atPoint_;
   tav::attr::Container<double> point_;
   std::vector<double> values_;  // of all the solver's variables

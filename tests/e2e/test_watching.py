@@ -213,6 +213,15 @@ class Watching(unittest.TestCase):
                     if make_model is market_split and arrange is not early:
                         self.assertLess(model.violation(), 1e-6)
 
+    def test_a_relaxation_has_no_incumbents(self):
+        rows = [("a", 6, {0: 1, 1: 1, 2: 1}, INF), ("b", -INF, {j: 1 for j in range(10)}, 2)]
+        with make("min", [(None, 0, 1, BINARY)] * 10, rows, [1] * 10) as model:
+            told = watch(model)
+            found = model.solve(feasopt=1, dumpbcsol=self.folder / "point")
+        self.assertIsNotNone(found.values)
+        self.assertTrue(math.isnan(told[-1]["incumbent"]) and math.isnan(told[-1]["bound"]))
+        self.assertEqual(self.dumped(), [])
+
     def test_an_infeasible_search_ends_with_its_trace(self):
         columns = [(None, 0, 1, BINARY)] * 30
         rows = [("odd", 31, {j: 2 for j in range(30)}, 31)]
