@@ -141,6 +141,41 @@ class Changes(unittest.TestCase):
                 kept, anew = kept + sum(keeps), anew + len(keeps) - sum(keeps)
         self.assertGreater(min(kept, anew), 30)
 
+    def test_what_is_not_only_numbers_loads_the_model_anew(self):
+        """Each step: options, a call beside the change, and whether the solver's model is kept."""
+        start = ("kavo_set_start", example.doubles(1, 1, 1), None)
+        priority = ("kavo_set_suffix", 0, b"priority", 1, ints([0]), example.doubles(3))
+        with tempfile.TemporaryDirectory() as folder:
+            parameters, path = os.path.join(folder, "use.prm"), os.path.join(folder, "trace")
+            with open(parameters, "w", encoding="utf-8") as file:
+                file.write("Presolve 0\n")
+            steps = [({}, None, False), ({"method": 1}, None, True), ({}, None, True), ({}, start, False),
+                     ({}, None, True), ({}, priority, False), ({"varhint": 1}, None, False),
+                     ({"varhint": 1}, None, True), ({"feasopt": 1, "feasoptmode": 1}, None, False), ({}, None, False),
+                     ({"readparams": parameters}, None, True), ({}, None, False), ({"names": 0}, None, False),
+                     ({"timelimit": 50}, ("kavo_set_name", b"other"), False), ({"timelimit": 50}, None, True),
+                     ({}, ("kavo_add_columns", 1, None, None, None, None), False), ({}, None, True)]
+            def model_of(side):
+                rows = [("a", -INF, {0: 1, 1: 2, 2: 3}, side), ("b", 1, {0: 1, 1: 1}, 6)]
+                return make("max", [(f"x{j}", 0, 5, CONTINUOUS) for j in range(3)], rows, [1, 2, 4])
+
+            method = []
+            with model_of(9) as model:
+                for number, (options, call, _) in enumerate(steps):
+                    side = 9 + number
+                    model.call("kavo_change_sides", 1, ints([0]), None, example.doubles(side))
+                    if call:
+                        model.call(*call)
+                    model.call("kavo_clear_options")
+                    with environment(GRBLINK_TRACE=None if model.is_open else path):
+                        found = model.solve(method="?", **options) if "method" not in options else model.solve(**options)
+                    method += [note for note in found.notes if note.startswith("Method")]
+                    with model_of(side) as fresh:
+                        self.assertAlmostEqual(found.objective, fresh.solve().objective, delta=1e-6)
+            self.assertEqual(method, ["Method=-1 (default -1)"] * (len(steps) - 1))
+            solves = loads_in(path)
+        self.assertEqual(["GRBaddvars" not in calls for calls in solves], [keeps for _, _, keeps in steps])
+
 
 if __name__ == "__main__":
     unittest.main()
