@@ -70,7 +70,7 @@ void measure(std::size_t n) {
     const long before = bench::allocations();
     double start = now();
     brel::load::TranslatedModel model = brel::load::translate(host, solver, {});
-    brel::load::send(model, solver);
+    brel::load::send(model, solver, {});
     ours.push_back(now() - start);
     allocations = bench::allocations() - before;
     calls = gurobi_double::sinkTotals().calls;
