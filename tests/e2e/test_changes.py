@@ -1,5 +1,5 @@
-"""Models that change between solves: every answer is that of a fresh model with the same numbers, and the solver's model
-is kept where only numbers of linear rows, bounds and the objective have changed."""
+"""Models that change between solves: every answer is that of a fresh model with the same numbers, and the solver's
+model is kept where only numbers of linear rows, bounds and the objective have changed."""
 
 import copy
 import os
@@ -155,6 +155,7 @@ class Changes(unittest.TestCase):
                      ({"readparams": parameters}, None, True), ({}, None, False), ({"names": 0}, None, False),
                      ({"timelimit": 50}, ("kavo_set_name", b"other"), False), ({"timelimit": 50}, None, True),
                      ({}, ("kavo_add_columns", 1, None, None, None, None), False), ({}, None, True)]
+
             def model_of(side):
                 rows = [("a", -INF, {0: 1, 1: 2, 2: 3}, side), ("b", 1, {0: 1, 1: 1}, 6)]
                 return make("max", [(f"x{j}", 0, 5, CONTINUOUS) for j in range(3)], rows, [1, 2, 4])
@@ -168,7 +169,7 @@ class Changes(unittest.TestCase):
                         model.call(*call)
                     model.call("kavo_clear_options")
                     with environment(GRBLINK_TRACE=None if model.is_open else path):
-                        found = model.solve(method="?", **options) if "method" not in options else model.solve(**options)
+                        found = model.solve(**({"method": "?"} | options))
                     method += [note for note in found.notes if note.startswith("Method")]
                     with model_of(side) as fresh:
                         self.assertAlmostEqual(found.objective, fresh.solve().objective, delta=1e-6)

@@ -55,7 +55,8 @@ class Restart(unittest.TestCase):
 
     def test_another_model_is_refused(self):
         self.write()
-        for model in (self.model(costs=[3, 2, 1 / 3 + 1e-15]), self.model(columns=COLUMNS[:2] + [("y", *COLUMNS[2][1:])]),
+        renamed = COLUMNS[:2] + [("y", *COLUMNS[2][1:])]
+        for model in (self.model(costs=[3, 2, 1 / 3 + 1e-15]), self.model(columns=renamed),
                       self.model(rows=ROWS[:2], costs=COSTS)):
             message = self.refusal(model)
             self.assertIn(f"{self.file}, line 2: the file holds the results of another model", message)
@@ -65,8 +66,8 @@ class Restart(unittest.TestCase):
         with open(self.file, encoding="utf-8") as file:
             lines = file.read().splitlines(keepends=True)
         self.assertEqual(len(lines), 12, lines)
-        damaged = {1: "something else\n", 3: lines[2].replace("outcome: 0", "outcome: no"), 4: "variables: weight name\n",
-                   5: "x" + lines[4], 6: lines[5].replace("_svar[2]", "_svar[3]"), 7: None, 10: lines[9][:-9]}
+        damaged = {1: "something else\n", 3: lines[2].replace("outcome: 0", "outcome: no"),
+                   4: "variables: weight name\n", 5: "x" + lines[4], 6: lines[5].replace("_svar[2]", "_svar[3]"), 7: None, 10: lines[9][:-9]}
         for number, line in damaged.items():
             with self.subTest(number), open(self.file, "w", encoding="utf-8") as file:
                 file.write("".join(lines[:number - 1] + ([line] + lines[number:] if line else [])))

@@ -5,9 +5,10 @@ import os
 import random
 import tempfile
 import unittest
-from ctypes import c_double, c_int
+from ctypes import byref, c_double, c_int, c_size_t
 
-from harness import BINARY, CONTINUOUS, INF, KavoError, environment, example, make, market_split
+import formulas
+from harness import BINARY, CONTINUOUS, INF, INTEGER, KavoError, environment, example, make, market_split
 
 NAN = float("nan")
 
@@ -21,6 +22,16 @@ def logged(model, **options):
     pieces = []
     model.log(pieces.append)
     return model.solve(**options), b"".join(pieces).decode().splitlines()
+
+
+def give_expressions(model, by_row):
+    """Adds trees (formulas.postfix) to what rows have of linear terms."""
+    for row, tree in by_row.items():
+        nodes, number = formulas.postfix(tree, []), c_int()
+        ops, indices, values = zip(*nodes)
+        model.call("kavo_add_expressions", 1, (c_size_t * 2)(0, len(nodes)), ints(ops), ints(indices),
+                   example.doubles(*values), byref(number))
+        model.call("kavo_set_expressions", 1, 1, ints([row]), ints([number.value]))
 
 
 def knapsack():
@@ -82,6 +93,16 @@ class SearchStarts(Folder):
         self.assertTrue(any(line.startswith(("User MIP start", "Loaded user MIP start")) for line in log), log)
         self.assertEqual(found.notes, [])
 
+    def test_a_start_is_whole_although_expressions_need_variables_of_their_own(self):
+        model = make("min", [("x", -5, 5, CONTINUOUS), ("y", -5, 5, INTEGER), ("b", 0, 1, BINARY)],
+                     [("r", 1, {0: 1}, 4), ("s", -2, {0: 1, 1: 1}, 3)], [1, 1, -1])
+        with model:
+            give_expressions(model, {0: ("abs", ("minus", "x0", "x1")), 1: ("max", "x0", "x1")})
+            model.call("kavo_set_start", example.doubles(0, -2, 1), None)
+            found, log = logged(model, mipstart=1)
+        self.assertEqual(found.objective, -4)
+        self.assertIn("Loaded user MIP start with objective -3", log)
+
     def test_starts_that_are_not_used_are_told(self):
         point = self.write("point.sol", "# a comment", "x0 1", "nobody 2", "none 3")
         self.write("list", "", "# with a comment", "  point.sol  ")
@@ -91,7 +112,8 @@ class SearchStarts(Folder):
         withheld = f"the starts that {self.path('list')} lists are withheld, as the basis ratio is 1"
         given = "the start point is not used: mipstart=1 hands start points to the search"
         for options, start, ratio, notes in (
-                ({}, True, 0, [given]), (lists, False, 0, [unknown]), (lists | {"mipstart": 0}, False, 0, [unknown, off]),
+                ({}, True, 0, [given]), (lists, False, 0, [unknown]),
+                (lists | {"mipstart": 0}, False, 0, [unknown, off]),
                 (lists, False, 1, [unknown, withheld]), ({"mipstart": 1}, True, 0, [])):
             with self.subTest(options=options, ratio=ratio), knapsack() as model:
                 if start:
@@ -150,6 +172,23 @@ class Bases(unittest.TestCase):
                 self.assertEqual((notes, registered), ([note], "in part" in note))
         self.assertEqual(self.solve(*optimal, usebasis=0)[1], [])
 
+    def test_rows_that_are_given_as_expressions_take_part_in_a_basis(self):
+        def model():
+            made = make("max", [("x", 0, 5), ("y", -5, 5), ("z", 0, 9)],
+                        [("r", 1, {0: 1}, 4), ("s", -2, {0: 1, 1: 1}, 3), ("t", -INF, {2: 1}, 7)], [1, 1, 2])
+            give_expressions(made, {0: ("plus", "x0", "x1"), 2: ("times", "x2", 3)})
+            return made
+
+        with model() as cold:
+            first = cold.solve(threads=1)
+        status = {word: number for number, word in example.BASIS_WORDS.items()}
+        with model() as warm:
+            warm.call("kavo_set_basis", ints([status[word] for word in first.column_basis]),
+                      ints([status[word] for word in first.row_basis]))
+            again = warm.solve(threads=1, usebasis=2)
+        self.assertEqual((again.iterations, again.objective, again.notes), (0, first.objective, []))
+        self.assertGreater(first.iterations, 0)
+
 
 class Preferences(unittest.TestCase):
     """A point that must reach 8 with x + y and stay below 3 with x + 2y; x within [1, 2] by a row with two sides."""
@@ -160,14 +199,16 @@ class Preferences(unittest.TestCase):
         with model:
             for kind, name, values in suffixes:
                 given = {i: v for i, v in enumerate(values) if v is not None}
-                model.call("kavo_set_suffix", kind, name, len(given), ints(list(given)), example.doubles(*given.values()))
+                model.call("kavo_set_suffix", kind, name, len(given), ints(list(given)),
+                           example.doubles(*given.values()))
             return model.solve(feasopt=1, threads=1, **options)
 
     def test_penalties_and_preferences(self):
         columns, rows = 0, 1
         fixed = (columns, b"lbpen", [-3, -2]), (columns, b"ubpen", [0, -1])
         for suffixes, relaxation in (
-                ([], 5.5), ([(rows, b"rhspen", [1, 10, 0.1])], 5.1), ([(rows, b"rhspen", [1, 10, -1])], 5.5), ([*fixed, (rows, b"rhspen", [1, 0.1, -1])], 1.9),
+                ([], 5.5), ([(rows, b"rhspen", [1, 10, 0.1])], 5.1), ([(rows, b"rhspen", [1, 10, -1])], 5.5),
+                ([*fixed, (rows, b"rhspen", [1, 0.1, -1])], 1.9),
                 ([(rows, b"feaspref", [1, 10, 0]), *fixed], 1.9)):
             with self.subTest(suffixes):
                 found = self.relax(*suffixes)
