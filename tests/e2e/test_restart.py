@@ -67,7 +67,8 @@ class Restart(unittest.TestCase):
             lines = file.read().splitlines(keepends=True)
         self.assertEqual(len(lines), 12, lines)
         damaged = {1: "something else\n", 3: lines[2].replace("outcome: 0", "outcome: no"),
-                   4: "variables: weight name\n", 5: "x" + lines[4], 6: lines[5].replace("_svar[2]", "_svar[3]"), 7: None, 10: lines[9][:-9]}
+                   4: "variables: weight name\n", 5: "x" + lines[4], 6: lines[5].replace("_svar[2]", "_svar[3]"),
+                   7: None, 10: lines[9][:-9]}
         for number, line in damaged.items():
             with self.subTest(number), open(self.file, "w", encoding="utf-8") as file:
                 file.write("".join(lines[:number - 1] + ([line] + lines[number:] if line else [])))
