@@ -58,11 +58,7 @@ tav::attr::BaseContainer rowSides(const RowStores& rows, char without, double no
 }  // namespace
 
 LinConDomain::LinConDomain(const Data& data, std::optional<Event> event)
-    : model_(data.model), rows_(data.rowStores), event_(event) {}
-
-std::span<const Quantity> LinConDomain::provided() const {
-  return event_ == Event::none ? std::span<const Quantity>(kOfModel) : std::span<const Quantity>();
-}
+    : ModelView(data, event, kOfModel), rows_(data.rowStores) {}
 
 tav::attr::BaseContainer LinConDomain::make(int key) const {
   switch (key) {
@@ -71,22 +67,20 @@ tav::attr::BaseContainer LinConDomain::make(int key) const {
     case Q::upper:
       return rowSides(*rows_, 'G', kNoSide);
     case Q::slack:
-      return transformed<tav::attr::transform::Negate>(rowValues(model_, "Slack"));
+      return transformed<tav::attr::transform::Negate>(rowValues(model(), "Slack"));
     case Q::marginal:
-      return transformed<transform::DoubleValues>(rowValues(model_, "Pi"));
+      return transformed<transform::DoubleValues>(rowValues(model(), "Pi"));
     case Q::basis:
-      return std::make_shared<LinConBasisSolutions>(model_);
+      return std::make_shared<LinConBasisSolutions>(model());
     default:
-      return std::make_shared<LinConSensBounds>(model_, key == Q::sideRangeLow ? "SARHSLow" : "SARHSUp");
+      return std::make_shared<LinConSensBounds>(model(), key == Q::sideRangeLow ? "SARHSLow" : "SARHSUp");
   }
 }
 
-std::span<const Quantity> LinConFunction::provided() const {
-  return event_ == Event::none ? std::span<const Quantity>(kOfFunction) : std::span<const Quantity>();
-}
+LinConFunction::LinConFunction(const Data& data, std::optional<Event> event) : ModelView(data, event, kOfFunction) {}
 
 tav::attr::BaseContainer LinConFunction::make(int /*key*/) const {
-  return transformed<tav::attr::transform::Negate>(rowValues(model_, "RHS"));
+  return transformed<tav::attr::transform::Negate>(rowValues(model(), "RHS"));
 }
 
 int LinConBasisSolutions::size() const {

@@ -3,39 +3,31 @@
 #include <memory>
 
 #include "grb/data.h"
-#include "grb/result/quantity_view.h"
+#include "grb/result/model_view.h"
 #include "grb/result/transforms.h"
 
 namespace grb {
 
 // Quantities of linear rows (tav::opt::RowQuantity). A slack is the activity minus the right-hand side, whatever the
 // sense. Nothing in the context of a running solve.
-class LinConDomain : public QuantityView {
+class LinConDomain : public ModelView {
  public:
   LinConDomain(const Data& data, std::optional<Event> event);
 
  protected:
-  std::span<const Quantity> provided() const override;
   tav::attr::BaseContainer make(int key) const override;
 
  private:
-  std::weak_ptr<GurobiModel> model_;
   std::shared_ptr<const RowStores> rows_;
-  std::optional<Event> event_;
 };
 
 // The functions of linear rows: the row a'x <= b is the function a'x - b.
-class LinConFunction : public QuantityView {
+class LinConFunction : public ModelView {
  public:
-  LinConFunction(const Data& data, std::optional<Event> event) : model_(data.model), event_(event) {}
+  LinConFunction(const Data& data, std::optional<Event> event);
 
  protected:
-  std::span<const Quantity> provided() const override;
   tav::attr::BaseContainer make(int key) const override;
-
- private:
-  std::weak_ptr<GurobiModel> model_;
-  std::optional<Event> event_;
 };
 
 // The basis status of each row. Gurobi tells it of the row's slack: a tight less-or-equal row has its slack at the

@@ -9,6 +9,7 @@
 #include "grb/result/sources.h"
 #include "grb/result/transforms.h"
 #include "tav/attr/view/single_item_container.h"
+#include "tav/idx/lib/range.h"
 #include "tav/idx/visit.h"
 #include "tav/opt/quantities.h"
 
@@ -21,7 +22,8 @@ constexpr std::array kOfModel{Quantity{Q::value, "value"}, Quantity{Q::bound, "b
                               Quantity{Q::coefficientRangeLow, "coefficient from"},
                               Quantity{Q::coefficientRangeHigh, "coefficient to"}};
 constexpr std::array kOfEvent{Quantity{Q::value, "value"}, Quantity{Q::bound, "bound"}};
-constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"}};
+constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"},
+                                 Quantity{tav::opt::FunctionQuantity::coefficients, "coefficients"}};
 
 // One item as a container of one element.
 tav::attr::BaseContainer single(tav::attr::Item<double> item) {
@@ -91,12 +93,36 @@ void ObjPrimalSolutions::get(const tav::idx::List& list, std::span<double> value
   tav::idx::visit(list, [&](int k, int index) { values[static_cast<std::size_t>(k)] = get(index, solution); });
 }
 
-std::span<const Quantity> LinObjFunction::provided() const {
-  return event_ == Event::none ? std::span<const Quantity>(kOfFunction) : std::span<const Quantity>();
+int LinObjSenseLinearTerms::size() const {
+  const auto model = model_.lock();
+  return model ? model->getIntAttr("NumVars") : 0;
 }
 
-tav::attr::BaseContainer LinObjFunction::make(int /*key*/) const {
-  return single(std::make_shared<Attrib<kModelAttribute, double>>(model_, "ObjCon"));
+int LinObjSenseLinearTerms::solutionCount() const {
+  const auto model = model_.lock();
+  return model ? model->getIntAttr("NumObj") : 0;
+}
+
+double LinObjSenseLinearTerms::get(int index, int solution) const {
+  double value = 0;
+  get(tav::idx::lib::Range(index, 1), std::span<double>(&value, 1), solution);
+  return value;
+}
+
+// The first objective, or the only one, is "Obj" in any case.
+void LinObjSenseLinearTerms::get(const tav::idx::List& list, std::span<double> values, int solution) const {
+  const auto model = model_.lock();
+  if (!model) return;
+  if (solution == 0) return readElements<double>(*model, "Obj", list, values);
+  const ParameterAside objective(*model, "ObjNumber", solution);
+  readElements<double>(*model, "ObjN", list, values);
+}
+
+LinObjFunction::LinObjFunction(const Data& data, std::optional<Event> event) : ModelView(data, event, kOfFunction) {}
+
+tav::attr::BaseContainer LinObjFunction::make(int key) const {
+  if (key == tav::opt::FunctionQuantity::coefficients) return std::make_shared<LinObjSenseLinearTerms>(model());
+  return single(std::make_shared<Attrib<kModelAttribute, double>>(model(), "ObjCon"));
 }
 
 }  // namespace grb

@@ -4,7 +4,7 @@
 
 #include "grb/data.h"
 #include "grb/result/callback_values.h"
-#include "grb/result/quantity_view.h"
+#include "grb/result/model_view.h"
 
 namespace grb {
 
@@ -45,18 +45,28 @@ class ObjPrimalSolutions : public tav::attr::AbstractContainer<double> {
   int mode_;
 };
 
-// The constant of the linear objective, as a container of one element.
-class LinObjFunction : public QuantityView {
+// The coefficients of the linear terms of each objective as it was given, whatever its sense: value set k has a value
+// per variable for objective k.
+class LinObjSenseLinearTerms : public tav::attr::AbstractContainer<double> {
  public:
-  LinObjFunction(const Data& data, std::optional<Event> event) : model_(data.model), event_(event) {}
-
- protected:
-  std::span<const Quantity> provided() const override;
-  tav::attr::BaseContainer make(int key) const override;
+  explicit LinObjSenseLinearTerms(std::weak_ptr<GurobiModel> model) : model_(std::move(model)) {}
+  int size() const override;
+  int solutionCount() const override;
+  bool hasSolution(int solution) const override { return solution >= 0 && solution < solutionCount(); }
+  double get(int index, int solution) const override;
+  void get(const tav::idx::List& list, std::span<double> values, int solution) const override;
 
  private:
   std::weak_ptr<GurobiModel> model_;
-  std::optional<Event> event_;
+};
+
+// The linear objective: the constant, as a container of one element, and the coefficients.
+class LinObjFunction : public ModelView {
+ public:
+  LinObjFunction(const Data& data, std::optional<Event> event);
+
+ protected:
+  tav::attr::BaseContainer make(int key) const override;
 };
 
 }  // namespace grb

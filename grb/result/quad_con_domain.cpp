@@ -17,13 +17,11 @@ constexpr std::array kProvided{Quantity{Q::slack, "slack"}, Quantity{Q::marginal
 
 }  // namespace
 
-std::span<const Quantity> QuadConDomain::provided() const {
-  return event_ == Event::none ? std::span<const Quantity>(kProvided) : std::span<const Quantity>();
-}
+QuadConDomain::QuadConDomain(const Data& data, std::optional<Event> event) : ModelView(data, event, kProvided) {}
 
 tav::attr::BaseContainer QuadConDomain::make(int key) const {
   const auto values = [this](const char* attribute) {
-    return std::make_shared<DoubleAttributeContainer>(model_, attribute, "NumQConstrs", Access::readOnly);
+    return std::make_shared<DoubleAttributeContainer>(model(), attribute, "NumQConstrs", Access::readOnly);
   };
   if (key == Q::slack) return transformed<tav::attr::transform::Negate>(values("QCSlack"));
   return transformed<transform::DoubleValues>(values("QCPi"));

@@ -53,6 +53,8 @@ struct ObjectiveQuantity {
 
 struct FunctionQuantity {
   static constexpr int constant = 2;
+  // Of objectives: a value per variable; value set k is objective k.
+  static constexpr int coefficients = 3;
 };
 
 // Numbers of the standard model attributes.

@@ -121,6 +121,87 @@ TEST_F(ResultTest, MapsTheBasisOfARowByItsSense) {
   EXPECT_EQ(basis.solutionCount(), 0);
 }
 
+// Which attribute each quantity is read from, with which sign, and whether it can be written.
+TEST_F(ResultTest, ReadsEveryQuantityFromItsAttribute) {
+  const auto quadratic = solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction);
+  const std::vector<Quadratic> squares(6, Quadratic{{1, {}, {}, -2}, {0}, {0}, {1}});
+  quadratic->add(functions<Quadratic>(rowAdder->variableSpace(), squares));
+  gurobi->model(1).commit();
+  gurobi->scriptAttr("SolCount", 1);
+  const auto ofPart = [&](const auto& part) { return solver.makeConstraintContainers(part, {}, {}); };
+  const auto variables = solver.makeVariableContainers({});
+  const auto [rows, rowFunctions] = ofPart(rowAdder);
+  const auto [objectives, objectiveFunctions] = ofPart(objectiveAdder);
+  const auto quadraticRows = ofPart(quadratic).first;
+  struct Case {
+    const tav::attr::ContainerDict& part;
+    int quantity;
+    const char* attribute;
+    double sign;
+    bool isSettable;
+  };
+  for (const Case& c : {Case{variables, 1, "LB", 1, true},
+                        {variables, 2, "UB", 1, true},
+                        {variables, 7, "X", 1, false},
+                        {variables, 8, "RC", 1, false},
+                        {variables, 10, "SALBLow", 1, false},
+                        {variables, 11, "SALBUp", 1, false},
+                        {variables, 12, "SAUBLow", 1, false},
+                        {variables, 13, "SAUBUp", 1, false},
+                        {rows, 5, "Slack", -1, false},
+                        {rows, 6, "Pi", 1, false},
+                        {rowFunctions, 2, "RHS", -1, false},
+                        {objectives, 7, "SAObjLow", 1, false},
+                        {objectives, 8, "SAObjUp", 1, false},
+                        {objectiveFunctions, 3, "Obj", 1, false},
+                        {quadraticRows, 5, "QCSlack", -1, false},
+                        {quadraticRows, 6, "QCPi", 1, false}}) {
+    gurobi->scriptElements(c.attribute, {0, 2, 3, 4, 5, -6});
+    const auto container = c.part.get(c.quantity).as<double>();
+    EXPECT_EQ(container.size(), 6) << c.attribute;
+    EXPECT_EQ(container.solutionCount(), 1) << c.attribute;
+    EXPECT_THAT(container.getAll(), ElementsAre(0, 2 * c.sign, 3 * c.sign, 4 * c.sign, 5 * c.sign, -6 * c.sign));
+    EXPECT_EQ(container.get(5), -6 * c.sign) << c.attribute;
+    EXPECT_EQ(container.isSettable(), c.isSettable) << c.attribute;
+  }
+}
+
+TEST_F(ResultTest, TellsTheRangeOfASideFromTheSideOn) {
+  EXPECT_EQ(ofRows<double>(Row::sideRangeLow).solutionCount() + ofRows<double>(Row::sideRangeHigh).solutionCount(), 0);
+  gurobi->scriptElements("RHS", {5, 2, 3, 1, 2, 3});
+  gurobi->scriptElements("SARHSLow", {3, 2, -1e100, 1, 2, 1e101});
+  gurobi->scriptElements("SARHSUp", {1e100, 2, 3, 4, 2, 2e100});
+  const auto low = ofRows<double>(Row::sideRangeLow), high = ofRows<double>(Row::sideRangeHigh);
+  EXPECT_EQ(low.solutionCount(), 1);
+  EXPECT_THAT(low.getAll(), ElementsAre(-2, 0, -kInf, 0, 0, IsNan()));
+  EXPECT_THAT(high.getAll(), ElementsAre(kInf, 0, 0, 3, 0, 2e100));
+  EXPECT_EQ(high.get(3), 3);
+  EXPECT_EQ(high.toOptional(kInf), 1e100);
+}
+
+// Whoever holds on to a container longer than the solver lives reads nothing, and no error.
+TEST_F(ResultTest, OutlivesTheModel) {
+  gurobi->scriptAttr("SolCount", 2);
+  for (const char* name : {"X", "RC", "Slack", "SARHSLow", "RHS"}) gurobi->scriptElements(name, {1, 1, 1, 1, 1, 1});
+  std::vector<tav::attr::Container<double>> held;
+  for (const int quantity : {Var::lower, Var::level, Var::reducedCost}) held.push_back(ofVariables<double>(quantity));
+  for (const int quantity : {Row::slack, Row::sideRangeLow}) held.push_back(ofRows<double>(quantity));
+  for (const int quantity : {Obj::value, Obj::bound, Obj::coefficientRangeLow}) held.push_back(ofObjectives(quantity));
+  const auto basis = ofRows<int>(Row::basis);
+  const auto status = fact<int>(Fact::status);
+  rowAdder.reset(), objectiveAdder.reset();
+  solver = Solver(gurobi->library());
+  gurobi->takeCalls();
+  for (const auto& container : held) {
+    std::vector<double> read{0};
+    container.get(tav::idx::lib::Range(0, 1), read);
+    EXPECT_THAT(read, ElementsAre(0));
+    EXPECT_THAT(std::pair(container.solutionCount(), container.get(0)), testing::Pair(0, 0));
+  }
+  EXPECT_EQ(basis.size() + basis.solutionCount() + basis.get(0) + status.get() + status.solutionCount(), 0);
+  EXPECT_THAT(gurobi->calls(), IsEmpty());
+}
+
 TEST_F(ResultTest, TellsRowsWithTheSignsOfTheFramework) {
   gurobi->scriptElements("Slack", {3.5, 0, -1, 2, 1, 0});
   gurobi->scriptElements("Pi", {3.5, 0, -1, 2, 1, 1e100});

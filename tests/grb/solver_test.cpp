@@ -158,7 +158,7 @@ TEST_F(SolverTest, MakesContainersOfThePartThatWasHandedOut) {
   };
   using Keys = std::vector<int>;
   EXPECT_EQ(counts(rows), std::pair(Keys({2, 3, 5, 6, 7, 8, 9}), Keys({2})));
-  EXPECT_EQ(counts(objectives), std::pair(Keys({5, 6, 7, 8}), Keys({2})));
+  EXPECT_EQ(counts(objectives), std::pair(Keys({5, 6, 7, 8}), Keys({2, 3})));
   EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kSenseDomain, tag::kQuadraticFunction)), counts(objectives));
   EXPECT_EQ(counts(solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction)),
             std::pair(Keys({5, 6}), Keys()));
