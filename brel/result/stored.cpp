@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iterator>
-#include <optional>
-#include <sstream>
+#include <span>
 #include <string_view>
 #include <vector>
 
