@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "brel/host.h"
-#include "kavo/kavo.h"
 #include "tav/opt/solver_services.h"
 #include "tav/util/exception.h"
 
