@@ -67,7 +67,7 @@ std::string describe(const Conflict& conflict) {
     parts += fmt::format("{}{} {}{}", parts.empty() ? "" : ", ", count, kind.element, count == 1 ? "" : "s");
   }
   return fmt::format("{}; {}", parts.empty() ? "no members" : parts,
-                     conflict.minimal ? "without any one of them there is none" : "perhaps not all are needed");
+                     conflict.minimal ? "all of them are needed for it" : "perhaps not all of them are needed for it");
 }
 
 }  // namespace app

@@ -25,7 +25,7 @@ std::optional<Conflict> conflictOf(const Session& session);
 // Such as "lower bound of the variable", "both sides of the row", "set".
 std::string describe(const Conflict::Member& member);
 
-// Such as "2 variables, 1 row; without any one of them there is none".
+// Such as "2 variables, 1 row; all of them are needed for it".
 std::string describe(const Conflict& conflict);
 
 }  // namespace app

@@ -123,7 +123,7 @@ class Solving(cli.FolderCase):
         run = self.run_fake("small.nl", "status=2", "condition=40", "exact=41",
                             "give=marks 0 1 0;marks 1 0 4;minimal 1;fixed 0 1 7;objectives 11 12")
         for line in ("condition number about 40", "exact condition number 41",
-                     "conflict: 1 variable, 1 row; without any one of them there is none",
+                     "conflict: 1 variable, 1 row; all of them are needed for it",
                      "fixed model: optimal solution; objective 7"):
             self.assertIn(line + "\n", run.stdout)
             self.assertIn(line + "\n", self.read("small.sol"))
