@@ -171,7 +171,10 @@ std::string Solver::libraryText() const { return data_->model->library()->text()
 
 tav::opt::StopReason Solver::stopReason() const {
   const bool hasSolved = hasModel() && data_->outcome.hasSolved;
-  if (!hasSolved) return tav::opt::StopReason::notRun;
+  if (!hasSolved) {
+    const bool isStopped = data_->outcome.isCutShort && data_->isInterrupted;
+    return isStopped ? tav::opt::StopReason::interrupted : tav::opt::StopReason::notRun;
+  }
   return grb::stopReason(data_->outcome.status.value_or(data_->model->getIntAttr("Status")));
 }
 

@@ -131,7 +131,15 @@ void reportIis(Data& data, int status) {
     }
     throw;
   }
+  if (!data.model->isAttrAvailable("IISMinimal")) {
+    data.callbacks.log->writeLine("The computation of the IIS was stopped before there was any.");
+    data.outcome.conflictFailure = "the search for it was stopped before it found any";
+    data.outcome.status = status;
+    data.outcome.isCutShort = true;
+    return;
+  }
   Conflict found = Report(data).write();
+  data.outcome.isCutShort = !found.isMinimal;
   if (data.model->relaxed()) {
     data.outcome.conflictFailure = "it is the relaxation that is infeasible; the log tells its conflict";
   } else {

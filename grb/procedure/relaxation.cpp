@@ -35,9 +35,10 @@ void solveRelaxation(Data& data) {
   const bool isCheapest = mode % 2 == 1;
   const double value = data.model->feasRelax(kObjectives[mode / 2], mode % 2, ofBounds, ofBounds, ofRows);
   if (isCheapest) log.writeLine(fmt::format("Value of minimum cost relaxation: {:f}", value));
-  // A negative value says that what may give way is not enough.
+  // A negative value says that what may give way is not enough, or that the search for the cheapest way was stopped;
+  // the model's objective is the cost then, too.
   if (isCheapest && value >= 0) data.outcome.relaxation = value;
-  data.outcome.relaxationIsObjective = !isCheapest;
+  data.outcome.relaxationIsObjective = !isCheapest || value < 0;
   data.model->optimize();
 }
 

@@ -184,6 +184,40 @@ class NoConflict(unittest.TestCase):
                 self.assertIsNone(model.json()["iis"])
 
 
+class Interrupts(unittest.TestCase):
+    def contradiction(self):
+        """Equations over binaries, of which nobody knows soon whether they contradict each other."""
+        rng = random.Random(11)
+        weights = [[rng.randrange(100) for _ in range(50)] for _ in range(6)]
+        return make("min", [(None, 0, 1, BINARY)] * 50,
+                    [(None, sum(row) // 2, dict(enumerate(row)), sum(row) // 2) for row in weights], [1] * 50)
+
+    def interrupted(self, model, **options):
+        begun = threading.Event()
+        model.log(lambda text: begun.set() if b"Incumbent" in text else None)
+        stopper = threading.Thread(target=lambda: begun.wait(60) and model.call("kavo_interrupt", 1))
+        stopper.start()
+        found = model.solve(**options)
+        stopper.join()
+        self.assertEqual(found.termination, "interrupted_by_signal")
+        return found
+
+    def test_a_conflict_that_was_not_found_in_time(self):
+        with self.contradiction() as model:
+            found = self.interrupted(model, iis=2)
+            self.assertEqual((found.status, found.values, model.json()["iis"]), ("unknown", None, None))
+            self.assertIn("there is no conflict (IIS): the search for it was stopped", " ".join(found.notes))
+
+    def test_a_relaxation_keeps_its_best_point(self):
+        for mode in (0, 1):
+            with self.subTest(mode), self.contradiction() as model:
+                found = self.interrupted(model, feasopt=1, feasoptmode=mode)
+                self.assertEqual(found.status, "unknown")
+                self.assertIn("feasible relaxation", found.message.decode())
+                self.assertAlmostEqual(found.objective, sum(found.values), delta=1e-4)
+                self.assertGreaterEqual(found.relaxation, model.violation() - 1e-4)
+
+
 class Tuning(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
