@@ -12,6 +12,12 @@ std::unique_ptr<AbstractPlugin> makePlugin(Plugin plugin) {
       return multipleStarts();
     case Plugin::rangeRestart:
       return rangeRestart();
+    case Plugin::ranges:
+      return ranges();
+    case Plugin::pool:
+      return pool();
+    case Plugin::statistics:
+      return statistics();
     case Plugin::writeBack:
       return writeBack();
     case Plugin::dumpSolutions:

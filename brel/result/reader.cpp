@@ -207,6 +207,53 @@ void Reader::writeSlacks(std::span<const double> activity) {
   }
 }
 
-bool Reader::readRanges() { return false; }
+// Both ends of a quantity of columns; empty when the solver does not have it.
+Reader::EndValues Reader::endsOf(const ContainerDict& part, int low, int high, std::size_t count) const {
+  return {available<double>(part, low, count), available<double>(part, high, count)};
+}
+
+void Reader::giveEnds(const EndValues& from, int low, int high) {
+  std::copy_n(from.low.begin(), model_.user.columns.count, values(low).begin());
+  std::copy_n(from.high.begin(), model_.user.columns.count, values(high).begin());
+}
+
+bool Reader::readRanges() {
+  using V = tav::opt::VariableQuantity;
+  using R = tav::opt::RowQuantity;
+  using O = tav::opt::ObjectiveQuantity;
+  const std::size_t columns = model_.sent.columnCount(), own = model_.sent.rowCount();
+  const rewrite::Beyond* beyond = model_.sent.beyond();
+  const std::size_t rows = own + (beyond == nullptr ? 0 : beyond->linear.heads.size());
+  const auto objectives = solver_.makeConstraintContainers(model_.objectiveAdder, std::nullopt, {}).first;
+  const auto variables = solver_.makeVariableContainers({});
+  const EndValues costs = endsOf(objectives, O::coefficientRangeLow, O::coefficientRangeHigh, columns);
+  const EndValues lower = endsOf(variables, V::lowerRangeLow, V::lowerRangeHigh, columns);
+  const EndValues upper = endsOf(variables, V::upperRangeLow, V::upperRangeHigh, columns);
+  const EndValues sides = rows == 0 ? EndValues() : endsOf(rowPart(), R::sideRangeLow, R::sideRangeHigh, rows);
+  const auto columnBasis = available<int>(variables, V::basis, columns);
+  const auto primal = available<double>(variables, V::level, columns);
+  if (columnBasis.empty() || primal.empty() || costs.isEmpty() || lower.isEmpty() || upper.isEmpty()) return false;
+  if (rows > 0 && sides.isEmpty()) return false;
+
+  giveEnds(costs, KAVO_COST_LOW, KAVO_COST_HIGH);
+  giveEnds(lower, KAVO_LOWER_LOW, KAVO_LOWER_HIGH);
+  giveEnds(upper, KAVO_UPPER_LOW, KAVO_UPPER_HIGH);
+  rewrite::RangeResults ranges;
+  ranges.lower = {lower.low, lower.high};
+  ranges.upper = {upper.low, upper.high};
+  ranges.columnBasis = columnBasis;
+  ranges.primal = primal;
+  const std::span<const double> low(sides.low), high(sides.high);
+  if (rows > own) ranges.linear = {low.subspan(own), high.subspan(own)};
+  ranges.userLower = {values(KAVO_LOWER_LOW), values(KAVO_LOWER_HIGH)};
+  ranges.userUpper = {values(KAVO_UPPER_LOW), values(KAVO_UPPER_HIGH)};
+  ranges.userSide = {values(KAVO_SIDE_LOW), values(KAVO_SIDE_HIGH)};
+  for (std::size_t r = 0; r < own; ++r) {
+    const double side = model_.sent.side(r);
+    ranges.userSide.give(model_.sent.userRow(r), side + low[r], side + high[r]);
+  }
+  model_.trail.rangesBack(ranges);
+  return true;
+}
 
 }  // namespace brel::result

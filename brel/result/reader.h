@@ -38,7 +38,7 @@ class Reader {
   // After `read`: whether duals or reduced costs, and a basis, were given.
   bool hasDuals() const { return hasDuals_; }
 
-  // After `read`: gives the sensitivity ranges; false when the solver has none.
+  // Gives the sensitivity ranges; false when the solver has none.
   bool readRanges();
 
  private:
@@ -51,6 +51,12 @@ class Reader {
   void writeSlacks(std::span<const double> activity);
   tav::attr::ContainerDict rowPart() const;
   std::vector<double> quadraticDuals() const;
+  struct EndValues {
+    std::vector<double> low, high;
+    bool isEmpty() const { return low.empty() || high.empty(); }
+  };
+  EndValues endsOf(const tav::attr::ContainerDict& part, int low, int high, std::size_t count) const;
+  void giveEnds(const EndValues& from, int low, int high);
   template <class T>
   std::pair<std::span<const T>, std::span<const T>> split(const std::vector<T>& sent) const;
   template <class T>

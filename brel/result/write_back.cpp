@@ -5,6 +5,8 @@
 #include <limits>
 
 #include "brel/host.h"
+#include "brel/result/absence.h"
+#include "brel/result/conflict.h"
 #include "brel/result/reader.h"
 #include "brel/result/violations.h"
 #include "brel/rewrite/objective_function.h"
@@ -68,7 +70,15 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
     finish.relaxation = services->relaxation().value_or(kUnknown);
     tellRelaxation(model, reader, finish);
   }
-  if (reader.point() != nullptr) tellPoint(model.user, *reader.point());
+  if (services != nullptr) {
+    if (const auto conflict = services->conflict()) giveConflict(model, *conflict);
+  }
+  if (reader.point() == nullptr) return finish;
+  // Of a search nobody expects duals; the plug-ins that were to give them say why there are none.
+  if (!isRelaxed && !reader.hasDuals() && discreteParts(model).empty()) {
+    note(host, "no duals: " + whyNoDuals(model, services));
+  }
+  tellPoint(model.user, *reader.point());
   return finish;
 }
 

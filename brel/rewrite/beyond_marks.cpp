@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "brel/rewrite/sides.h"
+
 namespace brel::rewrite {
 namespace {
 
@@ -80,7 +82,10 @@ class ElementMarks {
 
   void mark(int element) {
     const UserElement& what = beyond_.elements[at(element)];
-    if (what.kind == KAVO_ROW) addMark(marks_.userRow[what.index], KAVO_CONFLICT_MEMBER);
+    if (what.kind == KAVO_ROW) {
+      const bool isEquality = Sides(user_.rows, what.index).areEqual();
+      addMark(marks_.userRow[what.index], isEquality ? KAVO_CONFLICT_BOTH : KAVO_CONFLICT_MEMBER);
+    }
     if (what.kind == KAVO_LOGICAL) addMark(marks_.userLogical[what.index], KAVO_CONFLICT_MEMBER);
     need(element);
   }

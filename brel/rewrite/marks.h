@@ -27,9 +27,9 @@ inline void addMark(unsigned char& mark, int what) {
   mark = static_cast<unsigned char>(sides != 0 ? sides : mark | what);
 }
 
-// The mark of the side at which rows of this type hold; of an equality the sides are not told apart.
+// The mark of the side at which rows of this type hold.
 inline int sideMark(tav::opt::RowType type) {
-  if (type == tav::opt::RowType::equal) return KAVO_CONFLICT_MEMBER;
+  if (type == tav::opt::RowType::equal) return KAVO_CONFLICT_BOTH;
   return type == tav::opt::RowType::greaterOrEqual ? KAVO_CONFLICT_LOWER : KAVO_CONFLICT_UPPER;
 }
 

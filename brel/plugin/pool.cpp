@@ -1,0 +1,85 @@
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "brel/host.h"
+#include "brel/plugin/plugins.h"
+#include "brel/rewrite/objective_function.h"
+#include "tav/idx/lib/range.h"
+#include "tav/opt/quantities.h"
+
+namespace brel::plugin {
+namespace {
+
+// Points that are this close, in proportion to their size, differ by nothing but noise.
+constexpr double kSame = 1e-9;
+
+bool isSame(double a, double b) { return std::abs(a - b) <= kSame * std::max({1.0, std::abs(a), std::abs(b)}); }
+
+// Gives the host all points that the solver has kept.
+class Pool : public AbstractPlugin {
+ public:
+  void read(Solve& solve) override {
+    const bool isRelaxed = solve.services != nullptr && !solve.services->structureIntact();
+    if (!isWanted(solve) || isRelaxed) return;
+    using Q = tav::opt::VariableQuantity;
+    const auto points = solve.solver.makeVariableContainers({}).get(Q::level).as<double>();
+    const std::size_t columns = solve.model.user.columns.count;
+    const bool mayRepeat = points.size() > static_cast<int>(columns);  // in columns that are not the user's
+    for (int k = 0; k < points.solutionCount(); ++k) {
+      std::vector<double> point(columns);
+      points.get(tav::idx::lib::Range(0, static_cast<int>(columns)), point, k);
+      const double objective = objectiveOf(solve, point, k);
+      if (mayRepeat && isKnown(objective, point)) continue;
+      give(solve.host, objective, point);
+      if (mayRepeat) given_.emplace_back(objective, std::move(point));
+    }
+  }
+
+ private:
+  static bool isWanted(const Solve& solve) {
+    if (solve.values.whole(settings::PluginAttribute::pool) != 0) return true;
+    const auto parameters = solve.solver.makeModelAttributes(solve.solver.shortName(), {});
+    if (!parameters) return false;
+    const auto mode = parameters->get("PoolSearchMode").as<int>();
+    return mode.solutionCount() > 0 && mode.get() != 0;
+  }
+
+  // Where several objectives were sent, the solver's numbers are those of another one than the user's choice.
+  double objectiveOf(const Solve& solve, std::span<const double> point, int k) {
+    const UserModel& user = solve.model.user;
+    if (!user.objective) return 0;
+    if (!solve.choices.allObjectives) {
+      using Q = tav::opt::ObjectiveQuantity;
+      const auto part = solve.solver.makeConstraintContainers(solve.model.objectiveAdder, std::nullopt, {}).first;
+      return part.get(Q::value).as<double>().get(0, k);
+    }
+    if (!function_) function_.emplace(user, *user.objective);
+    return function_->at(point);
+  }
+
+  bool isKnown(double objective, const std::vector<double>& point) const {
+    return std::any_of(given_.begin(), given_.end(), [&](const auto& known) {
+      return isSame(known.first, objective) &&
+             std::equal(point.begin(), point.end(), known.second.begin(), known.second.end(), isSame);
+    });
+  }
+
+  static void give(trpRec* host, double objective, const std::vector<double>& point) {
+    double* values = nullptr;
+    std::size_t count = 0;
+    checkHost(kavo_link_pool_point(host, objective, &values, &count));
+    std::copy(point.begin(), point.end(), values);
+  }
+
+  std::optional<rewrite::ObjectiveFunction> function_;
+  std::vector<std::pair<double, std::vector<double>>> given_;
+};
+
+}  // namespace
+
+std::unique_ptr<AbstractPlugin> pool() { return std::make_unique<Pool>(); }
+
+}  // namespace brel::plugin

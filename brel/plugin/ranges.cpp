@@ -1,0 +1,53 @@
+#include <string>
+
+#include "brel/host.h"
+#include "brel/plugin/plugins.h"
+#include "brel/result/absence.h"
+#include "brel/result/reader.h"
+#include "tav/opt/quantities.h"
+#include "tav/opt/tags.h"
+
+namespace brel::plugin {
+namespace {
+
+// How far numbers of a linear model may move before its optimal basis changes.
+class Ranges : public AbstractPlugin {
+ public:
+  void read(Solve& solve) override {
+    if (solve.values.whole(settings::PluginAttribute::ranges) == 0) return;
+    std::string why = whyNone(solve);
+    if (why.empty() && !result::Reader(solve.host, solve.solver, solve.model).readRanges()) why = whyNotRead(solve);
+    if (!why.empty()) kavo_link_note(solve.host, ("no ranges: " + why).c_str());
+  }
+
+ private:
+  static std::string whyNone(const Solve& solve) {
+    if (solve.services != nullptr && !solve.services->structureIntact()) return "a feasible relaxation was solved";
+    const auto facts = solve.solver.makeModelAttributes(tav::opt::tag::kSolver, {});
+    const auto status = facts->get(tav::opt::ModelAttribute::status).as<int>();
+    return status.get() == KAVO_OPTIMAL ? "" : "the solve did not end optimal";
+  }
+
+  static std::string whyNotRead(const Solve& solve) {
+    if (std::string parts = result::discreteParts(solve.model); !parts.empty()) return parts;
+    if (solve.choices.allObjectives) return "several objectives";
+    const rewrite::Beyond* beyond = solve.model.sent.beyond();
+    const bool isLinear =
+        beyond == nullptr ||
+        (beyond->quadratic.heads.size() == 0 && beyond->nonlinear.heads.size() == 0 &&
+         beyond->indicator.heads.size() == 0 && beyond->sets.type.empty() && isLinearObjective(*beyond));
+    if (!isLinear) return "the model is not linear";
+    return "the solver ended without a basis, as barrier does without crossover";
+  }
+
+  static bool isLinearObjective(const rewrite::Beyond& beyond) {
+    using Kind = rewrite::BeyondObjective::Kind;
+    return beyond.objective.kind == Kind::asTheUsers || beyond.objective.kind == Kind::linear;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<AbstractPlugin> ranges() { return std::make_unique<Ranges>(); }
+
+}  // namespace brel::plugin
