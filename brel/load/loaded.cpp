@@ -58,7 +58,6 @@ Loaded::Loaded(const TranslatedModel& model, const settings::Given& given, const
       readsParameters_(isGiven(given, "readparams")),
       names_(settings::wholeNumber(given, "names")),
       columns_(model.user.columns.count),
-      objective_(0),
       starts_(hashOfStarts(model, given, choices)) {
   checkHost(kavo_link_objective_number(model.user.host, &objective_));
   if (model.user.objective) sense_ = model.user.objective->sense;

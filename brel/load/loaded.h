@@ -30,7 +30,7 @@ class Loaded {
   bool readsParameters_;      // a file of parameters was read, which is undone when a model is loaded anew
   std::optional<int> names_;  // the setting
   std::size_t columns_;
-  int objective_;  // its number, 0: none
+  int objective_ = 0;  // its number, 0: none
   int sense_ = 0;
   std::vector<RowKind> rows_;
   std::uint64_t starts_;  // a hash of everything that a solve is started with

@@ -76,7 +76,7 @@ class GroupMaker {
 
   GroupMaker& preference() {
     auto all = preferences(source_);
-    return set("feaspref", all.empty() ? tav::attr::BaseContainer() : tav::attr::BaseContainer(owned(std::move(all))));
+    return set("feaspref", all.empty() ? tav::attr::BaseContainer() : tav::attr::BaseContainer(owned(all)));
   }
 
   GroupMaker& store(const char* name, Order order = Order::asItIs) {

@@ -65,8 +65,7 @@ void forgetBasis(rewrite::Starts& start) {
 
 class UnusedBasis {
  public:
-  UnusedBasis(const TranslatedModel& model, const rewrite::Starts& start, const Choices& choices)
-      : model_(model), start_(start), choices_(choices) {}
+  UnusedBasis(const rewrite::Starts& start, const Choices& choices) : start_(start), choices_(choices) {}
 
   // "" when the basis is used as it is, or nobody gave one.
   std::string note() const {
@@ -110,7 +109,6 @@ class UnusedBasis {
                        size, basic - rows);
   }
 
-  const TranslatedModel& model_;
   const rewrite::Starts& start_;
   const Choices& choices_;
 };
@@ -189,7 +187,7 @@ void noteUnusedStarts(const TranslatedModel& model, const rewrite::Starts& start
                            (model.sent.beyond()->quadratic.heads.size() > 0 ||
                             model.sent.beyond()->objective.kind == rewrite::BeyondObjective::Kind::quadratic);
   if (isQuadratic) return;
-  const std::string line = UnusedBasis(model, start, choices).note();
+  const std::string line = UnusedBasis(start, choices).note();
   if (!line.empty()) kavo_link_note(host, line.c_str());
 }
 

@@ -6,7 +6,7 @@
 
 #include "brel/host.h"
 #include "brel/plugin/plugins.h"
-#include "kavo/kavo.h"
+#include "kavo/link.h"
 
 namespace brel::plugin {
 namespace {

@@ -15,9 +15,8 @@ class FreeRowsStep : public Step {
 
   void changeForward(Change& change) const override {
     std::erase_if(change.sideRows, [this](int row) { return isDropped(row); });
-    for (std::size_t k = 0; k < change.coefficientRows.size(); ++k) {
-      if (!isDropped(change.coefficientRows[k])) continue;
-      change.coefficientRows[k] = kNoUserRow;
+    for (int& row : change.coefficientRows) {
+      if (isDropped(row)) row = kNoUserRow;
     }
   }
 

@@ -43,10 +43,10 @@ class ColumnNames {
   int byDefault(std::string_view name) const {
     constexpr std::string_view kBegin = "_svar[", kEnd = "]";
     if (!name.starts_with(kBegin) || !name.ends_with(kEnd)) return NameIndex::kNone;
-    name.remove_prefix(kBegin.size());
+    const char* const first = name.data() + kBegin.size();
+    const char* const last = name.data() + name.size() - kEnd.size();
     int number = 0;
-    const char* last = name.data() + name.size() - kEnd.size();
-    const bool isNumber = parseInteger(name.data(), last, number) == last && name[0] != '+' && name[0] != '0';
+    const bool isNumber = parseInteger(first, last, number) == last && *first != '+' && *first != '0';
     if (!isNumber || number < 1 || static_cast<std::size_t>(number) > columns_.size()) return NameIndex::kNone;
     return number - 1;
   }

@@ -217,10 +217,10 @@ TEST(Change, LinkHearsWhatHasChangedSinceTheLastSolve) {
       {"modified: column1", [&](trpRec* m) { kavo_change_bounds(m, 1, &one, nullptr, values); }},
       {"modified: a0,0=6 a0,1=4 a1,0=5",
        [&](trpRec* m) {
-         const int columns[] = {0, 1};
-         kavo_change_coefficients(m, 2, both, columns, values);  // (1,0) = 4, (0,1) = 5
+         const int rising[] = {0, 1};
+         kavo_change_coefficients(m, 2, both, rising, values);  // (1,0) = 4, (0,1) = 5
          kavo_change_coefficients(m, 1, &zero, &zero, &six);
-         kavo_change_coefficients(m, 2, columns, both, values);  // (0,1) = 4, (1,0) = 5
+         kavo_change_coefficients(m, 2, rising, both, values);  // (0,1) = 4, (1,0) = 5
        }},
       {"modified: c0=5 c1=4 constant",
        [&](trpRec* m) {
