@@ -16,7 +16,7 @@ class Ranges : public AbstractPlugin {
   void read(Solve& solve) override {
     if (solve.values.whole(settings::PluginAttribute::ranges) == 0) return;
     std::string why = whyNone(solve);
-    if (why.empty() && !result::Reader(solve.host, solve.solver, solve.model).readRanges()) why = whyNotRead(solve);
+    if (why.empty() && !result::Reader(solve.host, solve.solver, solve.model).readRanges()) why = kNoBasis;
     if (!why.empty()) kavo_link_note(solve.host, ("no ranges: " + why).c_str());
   }
 
@@ -25,25 +25,23 @@ class Ranges : public AbstractPlugin {
     if (solve.services != nullptr && !solve.services->structureIntact()) return "a feasible relaxation was solved";
     const auto facts = solve.solver.makeModelAttributes(tav::opt::tag::kSolver, {});
     const auto status = facts->get(tav::opt::ModelAttribute::status).as<int>();
-    return status.get() == KAVO_OPTIMAL ? "" : "the solve did not end optimal";
-  }
-
-  static std::string whyNotRead(const Solve& solve) {
+    if (status.get() != KAVO_OPTIMAL) return "the solve did not end optimal";
     if (std::string parts = result::discreteParts(solve.model); !parts.empty()) return parts;
     if (solve.choices.allObjectives) return "several objectives";
-    const rewrite::Beyond* beyond = solve.model.sent.beyond();
-    const bool isLinear =
-        beyond == nullptr ||
-        (beyond->quadratic.heads.size() == 0 && beyond->nonlinear.heads.size() == 0 &&
-         beyond->indicator.heads.size() == 0 && beyond->sets.type.empty() && isLinearObjective(*beyond));
-    if (!isLinear) return "the model is not linear";
-    return "the solver ended without a basis, as barrier does without crossover";
+    return isLinear(solve.model.sent.beyond()) ? "" : "the model is not linear";
   }
 
-  static bool isLinearObjective(const rewrite::Beyond& beyond) {
+  // Solvers that give ranges of quadratic models, too, are not always right about them.
+  static bool isLinear(const rewrite::Beyond* beyond) {
     using Kind = rewrite::BeyondObjective::Kind;
-    return beyond.objective.kind == Kind::asTheUsers || beyond.objective.kind == Kind::linear;
+    if (beyond == nullptr) return true;
+    const bool hasLinearObjective =
+        beyond->objective.kind == Kind::asTheUsers || beyond->objective.kind == Kind::linear;
+    return hasLinearObjective && beyond->quadratic.heads.size() == 0 && beyond->nonlinear.heads.size() == 0 &&
+           beyond->indicator.heads.size() == 0 && beyond->sets.type.empty();
   }
+
+  static constexpr const char* kNoBasis = "the solver ended without a basis, as barrier does without crossover";
 };
 
 }  // namespace

@@ -48,7 +48,7 @@ rewrite::Marks partsOf(const load::TranslatedModel& model, const tav::opt::Confl
 void giveConflict(const load::TranslatedModel& model, const tav::opt::Conflict& found) {
   trpRec* host = model.user.host;
   rewrite::Marks marks = partsOf(model, found);
-  const auto columns = marksOf(host, KAVO_COLUMN);
+  const auto columns = marks.userColumn = marksOf(host, KAVO_COLUMN);
   for (std::size_t j = 0; j < columns.size(); ++j) {
     if (marks.lower[j]) rewrite::addMark(columns[j], KAVO_CONFLICT_LOWER);
     if (marks.upper[j]) rewrite::addMark(columns[j], KAVO_CONFLICT_UPPER);

@@ -24,7 +24,15 @@ class BinaryColumnsStep : public Step {
     }
   }
 
-  void marksBack(Marks&) const override {}  // the bound of the type is one of the column's
+  // What the type says is no bound that could be given up.
+  void marksBack(Marks& marks) const override {
+    for (std::size_t j = 0; j < columns_.count; ++j) {
+      if (columns_.type[j] != KAVO_BINARY) continue;
+      const int ownSides = (columns_.lower[j] > 0 ? KAVO_CONFLICT_LOWER : KAVO_CONFLICT_NONE) |
+                           (columns_.upper[j] < 1 ? KAVO_CONFLICT_UPPER : KAVO_CONFLICT_NONE);
+      marks.userColumn[j] &= static_cast<unsigned char>(ownSides);
+    }
+  }
 
  private:
   kavo_columns columns_;

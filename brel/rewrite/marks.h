@@ -15,7 +15,7 @@ struct Marks {
   std::vector<bool> lower, upper;                                  // bounds of the solver's columns
   std::vector<bool> row;                                           // rows that stay the user's
   std::vector<bool> linear, quadratic, indicator, nonlinear, set;  // of Beyond
-  std::span<unsigned char> userRow, userLogical;
+  std::span<unsigned char> userColumn, userRow, userLogical;
   // Whether the marked elements hold no more than the parts in the conflict, so that the user's conflict is minimal
   // when the solver's is.
   bool isExact = true;
