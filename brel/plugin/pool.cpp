@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -22,23 +24,39 @@ bool isSame(double a, double b) { return std::abs(a - b) <= kSame * std::max({1.
 class Pool : public AbstractPlugin {
  public:
   void read(Solve& solve) override {
-    const bool isRelaxed = solve.services != nullptr && !solve.services->structureIntact();
-    if (!isWanted(solve) || isRelaxed) return;
+    if (!isWanted(solve)) return;
+    if (solve.services != nullptr && !solve.services->structureIntact()) {
+      return kavo_link_note(solve.host, "no pool: a feasible relaxation was solved");
+    }
     using Q = tav::opt::VariableQuantity;
     const auto points = solve.solver.makeVariableContainers({}).get(Q::level).as<double>();
     const std::size_t columns = solve.model.user.columns.count;
     const bool mayRepeat = points.size() > static_cast<int>(columns);  // in columns that are not the user's
+    int repeated = 0;
     for (int k = 0; k < points.solutionCount(); ++k) {
       std::vector<double> point(columns);
       points.get(tav::idx::lib::Range(0, static_cast<int>(columns)), point, k);
       const double objective = objectiveOf(solve, point, k);
-      if (mayRepeat && isKnown(objective, point)) continue;
+      if (mayRepeat && isKnown(objective, point)) {
+        ++repeated;
+        continue;
+      }
       give(solve.host, objective, point);
       if (mayRepeat) given_.emplace_back(objective, std::move(point));
     }
+    if (repeated > 0) tellRepeated(solve.host, repeated);
   }
 
  private:
+  // They took the places of others, as many points as were asked for.
+  static void tellRepeated(trpRec* host, int count) {
+    const auto line = fmt::format(
+        "{} of the solver's points {} others in variables that only express the model and {} left out of the pool; "
+        "a larger PoolSolutions makes room for more",
+        count, count == 1 ? "differs from" : "differ from", count == 1 ? "is" : "are");
+    kavo_link_note(host, line.c_str());
+  }
+
   static bool isWanted(const Solve& solve) {
     if (solve.values.whole(settings::PluginAttribute::pool) != 0) return true;
     const auto parameters = solve.solver.makeModelAttributes(solve.solver.shortName(), {});

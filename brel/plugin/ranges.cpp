@@ -13,14 +13,18 @@ namespace {
 // How far numbers of a linear model may move before its optimal basis changes.
 class Ranges : public AbstractPlugin {
  public:
-  void read(Solve& solve) override {
-    if (solve.values.whole(settings::PluginAttribute::ranges) == 0) return;
-    std::string why = whyNone(solve);
-    if (why.empty() && !result::Reader(solve.host, solve.solver, solve.model).readRanges()) why = kNoBasis;
-    if (!why.empty()) kavo_link_note(solve.host, ("no ranges: " + why).c_str());
+  void read(Solve& solve) override { whyNone_ = isWanted(solve) ? whyNone(solve) : ""; }
+
+  // A solver may solve once more for them, under the limits in force, and have nothing else to tell from then on.
+  void finish(Solve& solve) override {
+    if (!isWanted(solve)) return;
+    if (whyNone_.empty()) whyNone_ = result::Reader(solve.host, solve.solver, solve.model).readRanges();
+    if (!whyNone_.empty()) kavo_link_note(solve.host, ("no ranges: " + whyNone_).c_str());
   }
 
  private:
+  static bool isWanted(const Solve& solve) { return solve.values.whole(settings::PluginAttribute::ranges) != 0; }
+
   static std::string whyNone(const Solve& solve) {
     if (solve.services != nullptr && !solve.services->structureIntact()) return "a feasible relaxation was solved";
     const auto facts = solve.solver.makeModelAttributes(tav::opt::tag::kSolver, {});
@@ -28,6 +32,7 @@ class Ranges : public AbstractPlugin {
     if (status.get() != KAVO_OPTIMAL) return "the solve did not end optimal";
     if (std::string parts = result::discreteParts(solve.model); !parts.empty()) return parts;
     if (solve.choices.allObjectives) return "several objectives";
+    if (solve.model.user.columns.count == 0) return "there are no variables";
     return isLinear(solve.model.sent.beyond()) ? "" : "the model is not linear";
   }
 
@@ -41,7 +46,7 @@ class Ranges : public AbstractPlugin {
            beyond->indicator.heads.size() == 0 && beyond->sets.type.empty();
   }
 
-  static constexpr const char* kNoBasis = "the solver ended without a basis, as barrier does without crossover";
+  std::string whyNone_;
 };
 
 }  // namespace

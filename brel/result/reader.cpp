@@ -217,7 +217,7 @@ void Reader::giveEnds(const EndValues& from, int low, int high) {
   std::copy_n(from.high.begin(), model_.user.columns.count, values(high).begin());
 }
 
-bool Reader::readRanges() {
+std::string Reader::readRanges() {
   using V = tav::opt::VariableQuantity;
   using R = tav::opt::RowQuantity;
   using O = tav::opt::ObjectiveQuantity;
@@ -226,14 +226,16 @@ bool Reader::readRanges() {
   const std::size_t rows = own + (beyond == nullptr ? 0 : beyond->linear.heads.size());
   const auto objectives = solver_.makeConstraintContainers(model_.objectiveAdder, std::nullopt, {}).first;
   const auto variables = solver_.makeVariableContainers({});
+  const auto columnBasis = available<int>(variables, V::basis, columns);
+  const auto primal = available<double>(variables, V::level, columns);
+  if (columnBasis.empty()) return "the solver ended without a basis, as barrier does without crossover";
   const EndValues costs = endsOf(objectives, O::coefficientRangeLow, O::coefficientRangeHigh, columns);
   const EndValues lower = endsOf(variables, V::lowerRangeLow, V::lowerRangeHigh, columns);
   const EndValues upper = endsOf(variables, V::upperRangeLow, V::upperRangeHigh, columns);
   const EndValues sides = rows == 0 ? EndValues() : endsOf(rowPart(), R::sideRangeLow, R::sideRangeHigh, rows);
-  const auto columnBasis = available<int>(variables, V::basis, columns);
-  const auto primal = available<double>(variables, V::level, columns);
-  if (columnBasis.empty() || primal.empty() || costs.isEmpty() || lower.isEmpty() || upper.isEmpty()) return false;
-  if (rows > 0 && sides.isEmpty()) return false;
+  if (costs.isEmpty() || lower.isEmpty() || upper.isEmpty() || (rows > 0 && sides.isEmpty())) {
+    return "the solver, which computes them last, was stopped by a limit before it had them";
+  }
 
   giveEnds(costs, KAVO_COST_LOW, KAVO_COST_HIGH);
   giveEnds(lower, KAVO_LOWER_LOW, KAVO_LOWER_HIGH);
@@ -253,7 +255,7 @@ bool Reader::readRanges() {
     ranges.userSide.give(model_.sent.userRow(r), side + low[r], side + high[r]);
   }
   model_.trail.rangesBack(ranges);
-  return true;
+  return {};
 }
 
 }  // namespace brel::result

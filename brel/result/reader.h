@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "brel/load/loader.h"
@@ -38,8 +39,9 @@ class Reader {
   // After `read`: whether duals or reduced costs, and a basis, were given.
   bool hasDuals() const { return hasDuals_; }
 
-  // Gives the sensitivity ranges; false when the solver has none.
-  bool readRanges();
+  // Gives the sensitivity ranges; says why not when the solver has none, "" when it has. Comes last: a solver may
+  // forget everything else for it.
+  std::string readRanges();
 
  private:
   std::span<double> values(int quantity);
