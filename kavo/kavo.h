@@ -265,7 +265,7 @@ KAVO_API int kavo_set_basis_ratio(trpRec* model, double ratio);
  *   rows:    lazy, trynonlin   how the row is sent (docs/limits.md)
  *            feaspref   as for columns; or rhspen
  * and ignores the others, sstatus too: a basis is given by kavo_set_basis. objpriority, objweight, objabstol and
- * objreltol of objectives are kept for a solve of several objectives at once. */
+ * objreltol of objectives act in a solve of several objectives at once (the option multobj). */
 KAVO_API int kavo_set_suffix(trpRec* model, int kind, const char* name, size_t count, const int* index,
                              const double* value);
 
