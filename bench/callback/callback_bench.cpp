@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -135,10 +136,13 @@ struct RealSearch {
 std::vector<RealSearch> realSearches() {
   std::vector<RealSearch> found;
   FILE* const output = popen(GRBLINK_PYTHON " -B " GRBLINK_REAL_SEARCH, "r");
-  char name[64];
-  long calls = 0;
-  double nanoseconds = 0;
-  while (output != nullptr && std::fscanf(output, "%63s %ld %lf", name, &calls, &nanoseconds) == 3) {
+  char line[256];
+  while (output != nullptr && std::fgets(line, sizeof line, output) != nullptr) {
+    std::istringstream words(line);
+    std::string name;
+    long calls = 0;
+    double nanoseconds = 0;
+    if (!(words >> name >> calls >> nanoseconds)) break;
     fmt::print("{}: {} calls, one every {:.0f} ns\n", name, calls, nanoseconds);
     found.push_back({name, nanoseconds});
   }
@@ -174,7 +178,7 @@ int main(int argc, char** argv) {
   for (const Case& one : cases) {
     const double cost = measure(columns, one.options, one.afterAnother);
     fmt::print("{:34} {:>12.1f}", one.name, cost);
-    for (const RealSearch& search_ : real) fmt::print(" {:>15.3f}%", 100 * cost / search_.nanoseconds);
+    for (const RealSearch& other : real) fmt::print(" {:>15.3f}%", 100 * cost / other.nanoseconds);
     fmt::print("\n");
   }
   std::filesystem::remove(file);

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "brel/host.h"
 #include "brel/plugin/plugins.h"
+#include "brel/plugin/writable.h"
 
 namespace brel::plugin {
 namespace {
@@ -41,7 +41,7 @@ class DumpSolutions : public AbstractPlugin {
  public:
   void prepare(Solve& solve) override {
     base_ = solve.values.text(settings::PluginAttribute::dumpBase);
-    if (!base_.empty()) checkHost(kavo_check_writable(fileOf(base_, 1).c_str()));
+    if (!base_.empty()) checkWritable(solve, settings::PluginAttribute::dumpBase, fileOf(base_, 1));
   }
 
   void loaded(Solve& solve) override {

@@ -8,8 +8,8 @@
 namespace brel::plugin {
 
 // An expression over the numbers of a running solve: time (seconds), nodes, incumbent, bound, gap, solutions; with
-// + - * / ^, comparisons, && || !, parentheses and the usual functions. As long as a number is not known, every
-// comparison with it is false.
+// + - * / ^, comparisons, && || !, parentheses and the usual functions. Whatever is made of a number that is not known,
+// or that does not exist as log(-1), is unknown, but for "unknown && false" and "unknown || true".
 class Rule {
  public:
   // Raises tav::UserException that tells the place and what may stand there.
@@ -18,7 +18,7 @@ class Rule {
   Rule(const Rule&) = delete;
   Rule& operator=(const Rule&) = delete;
 
-  // Whether it is true, that is, a number other than 0.
+  // Whether it is true, that is, a number other than 0. What is unknown is not true.
   bool isTrue(const watch::Progress& now);
 
  private:

@@ -7,6 +7,7 @@
 #include "brel/plugin/plugins.h"
 #include "brel/plugin/rule.h"
 #include "brel/plugin/steps.h"
+#include "tav/util/exception.h"
 
 namespace brel::plugin {
 namespace {
@@ -79,7 +80,11 @@ class StopExpression : public AbstractPlugin {
   void prepare(Solve& solve) override {
     const std::string expression = solve.values.text(PluginAttribute::stopExpression);
     if (expression.empty()) return;
-    listener_ = std::make_shared<StopListener>(expression, solve.watch, solve.values);
+    try {
+      listener_ = std::make_shared<StopListener>(expression, solve.watch, solve.values);
+    } catch (const tav::UserException& wrong) {
+      throw tav::UserException(solve.values.heading(PluginAttribute::stopExpression) + wrong.message());
+    }
     solve.watch.add(listener_);
   }
 

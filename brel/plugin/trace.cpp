@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "brel/host.h"
 #include "brel/plugin/line_file.h"
 #include "brel/plugin/plugins.h"
 #include "brel/plugin/steps.h"
+#include "brel/plugin/writable.h"
 
 namespace brel::plugin {
 namespace {
@@ -57,7 +57,7 @@ class Trace : public AbstractPlugin {
  public:
   void prepare(Solve& solve) override {
     path_ = solve.values.text(PluginAttribute::trace);
-    if (!path_.empty()) checkHost(kavo_check_writable(path_.c_str()));
+    if (!path_.empty()) checkWritable(solve, PluginAttribute::trace, path_);
   }
 
   void loaded(Solve& solve) override {

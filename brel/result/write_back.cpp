@@ -2,7 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
+#include <optional>
+#include <span>
 
 #include "brel/host.h"
 #include "brel/result/absence.h"
@@ -10,12 +14,14 @@
 #include "brel/result/reader.h"
 #include "brel/result/violations.h"
 #include "brel/rewrite/objective_function.h"
+#include "tav/opt/quantities.h"
 #include "tav/opt/solver_services.h"
 
 namespace brel::result {
 namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+constexpr double kObjectiveTolerance = 1e-6;  // relative to values beyond 1
 
 void note(trpRec* host, const std::string& line) { kavo_link_note(host, line.c_str()); }
 
@@ -36,8 +42,8 @@ void tellRelaxation(const load::TranslatedModel& model, const Reader& reader, ka
   finish.objective = rewrite::ObjectiveFunction(model.user, *model.user.objective).at(reader.point()->point());
 }
 
-// The value of every objective of the model at the point.
-void giveObjectives(const UserModel& user, std::span<const double> point) {
+// The value of every objective of the model at the point. Borrowed from the host.
+std::span<const double> giveObjectives(const UserModel& user, std::span<const double> point) {
   double* values = nullptr;
   std::size_t count = 0;
   checkHost(kavo_link_objective_values(user.host, &values, &count));
@@ -46,6 +52,25 @@ void giveObjectives(const UserModel& user, std::span<const double> point) {
     checkHost(kavo_link_objective(user.host, k, &objective));
     values[k] = rewrite::ObjectiveFunction(user, objective).at(point);
   }
+  return {values, count};
+}
+
+bool hasOneObjective(tav::opt::AbstractSolver& solver, const load::TranslatedModel& model) {
+  const auto sent = solver.makeConstraintContainers(model.objectiveAdder, std::nullopt, {}).first;
+  return sent.get(tav::opt::ObjectiveQuantity::value).as<double>().size() == 1;
+}
+
+// The solver holds functions of the model to a tolerance only, or has approximations of them.
+void tellDifference(const UserModel& user, std::span<const double> own, double solvers) {
+  int number = 0;
+  checkHost(kavo_link_objective_number(user.host, &number));
+  if (number < 1) return;
+  const double value = own[static_cast<std::size_t>(number) - 1];
+  if (!(std::abs(value - solvers) > kObjectiveTolerance * std::max(1.0, std::abs(value)))) return;
+  note(user.host,
+       fmt::format(
+           "the objective by the model's own functions is {:.12g} at the returned point; the solver's is {:.12g}",
+           value, solvers));
 }
 
 }  // namespace
@@ -70,15 +95,17 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
     finish.relaxation = services->relaxation().value_or(kUnknown);
     tellRelaxation(model, reader, finish);
   }
-  if (services != nullptr) {
+  if (services != nullptr && !isRelaxed) {
     if (const auto conflict = services->conflict()) giveConflict(model, *conflict);
   }
   if (reader.point() == nullptr) return finish;
   // Of a search nobody expects duals; the plug-ins that were to give them say why there are none.
-  if (!isRelaxed && !reader.hasDuals() && discreteParts(model).empty()) {
+  if (!isRelaxed && !reader.hasDuals() && model.user.columns.count > 0 && discreteParts(model).empty()) {
     note(host, "no duals: " + whyNoDuals(model, services));
   }
-  tellPoint(model.user, *reader.point());
+  checkPoint(model.user, *reader.point());
+  const auto objectives = giveObjectives(model.user, reader.point()->point());
+  if (!isRelaxed && hasOneObjective(solver, model)) tellDifference(model.user, objectives, finish.objective);
   return finish;
 }
 

@@ -30,8 +30,15 @@ PluginValues::PluginValues(const Table& table, const Given& given) {
   for (const PluginSetting& setting : table.plugins()) values_.emplace(setting.attribute, initial(*setting.info));
   for (const Checked& checked : given.settings) {
     if (checked.row->owner != Owner::plugin) continue;
-    values_[table.plugins()[static_cast<std::size_t>(checked.row->key)].attribute] = checked.value;
+    const PluginAttrib attribute = table.plugins()[static_cast<std::size_t>(checked.row->key)].attribute;
+    values_[attribute] = checked.value;
+    headings_[attribute] = checked.place + checked.row->name() + ": ";
   }
+}
+
+std::string PluginValues::heading(PluginAttrib attribute) const {
+  const auto found = headings_.find(attribute);
+  return found == headings_.end() ? std::string() : found->second;
 }
 
 }  // namespace brel::settings

@@ -34,6 +34,10 @@ class PluginValues {
   double number(PluginAttrib attribute) const { return get<double>(attribute); }
   std::string text(PluginAttrib attribute) const { return get<std::string>(attribute); }
 
+  // What an error about the value begins with: where it was given, as far as it is known, and the option's name,
+  // "run.opt, line 3: miptrace: ".
+  std::string heading(PluginAttrib attribute) const;
+
   // For a plug-in that needs the work of another one.
   void set(PluginAttrib attribute, int value) { values_[attribute] = value; }
 
@@ -45,6 +49,7 @@ class PluginValues {
   }
 
   std::map<PluginAttrib, std::variant<int, double, std::string>> values_;
+  std::map<PluginAttrib, std::string> headings_;  // of what was given
 };
 
 }  // namespace brel::settings

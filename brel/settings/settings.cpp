@@ -61,12 +61,12 @@ std::string checkedText(const kavo_setting& setting, const Row& row, const tav::
 
 Checked checkedValue(const kavo_setting& setting, const Row& row, const tav::opt::AbstractSolver& solver) {
   if (const auto* range = dynamic_cast<const lib::RangeInfo<int>*>(row.info.get())) {
-    return {&row, checkedNumber(setting, *range)};
+    return {&row, checkedNumber(setting, *range), place(setting)};
   }
   if (const auto* range = dynamic_cast<const lib::RangeInfo<double>*>(row.info.get())) {
-    return {&row, checkedNumber(setting, *range)};
+    return {&row, checkedNumber(setting, *range), place(setting)};
   }
-  return {&row, checkedText(setting, row, solver)};
+  return {&row, checkedText(setting, row, solver), place(setting)};
 }
 
 [[noreturn]] void refuseUnknown(const kavo_setting& setting, const Table& table) {

@@ -17,6 +17,7 @@ namespace brel::settings {
 struct Checked {
   const Row* row;
   std::variant<int, double, std::string> value;
+  std::string place = {};  // "run.opt, line 3: " or "command line: ", as far as it is known
 };
 
 // What the host's settings come to.

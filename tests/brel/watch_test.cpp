@@ -32,7 +32,7 @@ std::string contentOf(const std::filesystem::path& file) {
 
 // A MIP over the double, in a folder of its own; max x + 2 z + 10 over x, y, z and a column for the ranged row.
 class WatchTest : public testing::Test {
- protected:
+ public:
   WatchTest() {
     std::filesystem::create_directories(folder);
     for (const auto& [plugin, attribute, name] :
@@ -47,6 +47,7 @@ class WatchTest : public testing::Test {
   }
   ~WatchTest() override { std::filesystem::remove_all(folder); }
 
+ protected:
   void set(const char* name, const std::string& value) {
     ASSERT_EQ(kavo_set_option(model, name, value.c_str(), nullptr, 0), KAVO_OK) << kavo_last_error();
   }
@@ -105,7 +106,10 @@ TEST_F(WatchTest, TakesBetterPointsOfTheUsersModelOnly) {
             "t,3,12.5,12,0.04,end\n");
   EXPECT_EQ(contentOf(in("point1.sol")), "# Objective value = 13\nx 1\ny 0\nz 1\n");
   EXPECT_EQ(contentOf(in("point2.sol")), "# Objective value = 15\nx 4\ny 1\nz 0.5\n");
-  EXPECT_THAT(model.notes(), ElementsAre("2 incumbents were dumped; " + in("point3.sol") + " is from an earlier run"));
+  EXPECT_THAT(
+      model.notes(),
+      ElementsAre("the objective by the model's own functions is 13 at the returned point; the solver's is 12.5",
+                  "2 incumbents were dumped; " + in("point3.sol") + " is from an earlier run"));
 }
 
 TEST_F(WatchTest, KnowsNoBoundOfTheOneAmongSeveralObjectives) {
@@ -145,8 +149,8 @@ TEST_F(WatchTest, RepeatsTheStopOfARuleUntilTheSolverReturns) {
   EXPECT_EQ(first, 1) << "at once";
   EXPECT_GE(link.gurobi->count(Fn::GRBterminate), 3);
   EXPECT_THAT(model.results(), testing::StartsWith("unknown, stop_expression, "));
-  ASSERT_THAT(model.notes(), testing::SizeIs(1));
-  EXPECT_THAT(model.notes()[0],
+  ASSERT_FALSE(model.notes().empty());
+  EXPECT_THAT(model.notes().back(),
               testing::MatchesRegex("stopped by the expression incumbent > 10 && nodes == 0 \\(time [0-9.]+, nodes 0, "
                                     "incumbent 13, bound unknown, gap unknown, solutions 1\\)"));
 }
@@ -158,6 +162,23 @@ TEST_F(WatchTest, EndsItsFilesWhenTheSolveFails) {
   EXPECT_EQ(openAndSolve(model), KAVO_LINK);
   EXPECT_THAT(kavo_last_error(), HasSubstr("Out of memory"));
   EXPECT_EQ(trace(), "seconds,nodes,incumbent,bound,gap,reason\nt,7,,20,,end\n");
+}
+
+TEST_F(WatchTest, SaysWhereAnOptionWasGivenThatCannotBeUsed) {
+  const std::string lost = in("no/x");
+  bool isOpen = false;
+  for (const auto& [option, value, why] :
+       {std::tuple{"dump", lost, "cannot write " + lost + "1.sol: No such file or directory"},
+        std::tuple{"trace", lost, "cannot write " + lost + ": No such file or directory"},
+        std::tuple{
+            "stop", std::string("gapp < 1"),
+            std::string("the expression \"gapp < 1\" cannot be used: at character 1: gapp is not known; it may")}}) {
+    ASSERT_EQ(kavo_clear_options(model), KAVO_OK);
+    ASSERT_EQ(kavo_set_option(model, option, value.c_str(), "run.opt", 3), KAVO_OK);
+    EXPECT_EQ(isOpen ? kavo_solve(model) : openAndSolve(model), KAVO_LINK);
+    isOpen = true;
+    EXPECT_THAT(kavo_last_error(), testing::StartsWith(fmt::format("run.opt, line 3: {}: {}", option, why)));
+  }
 }
 
 // Raises at the first thing it hears of a kind.
@@ -215,7 +236,19 @@ TEST(Rule, IsReadAndTrueAsItSays) {
                         {"gap < 2", false, true},
                         {"gap >= 2", false, false},
                         {"incumbent != 5", false, true},
-                        {"!(gap < 0.5)", true, true},
+                        {"!(gap < 0.5)", false, true},
+                        {"!(gap < 0.5) || time >= 0", true, true},
+                        {"!(gap < 0.5 && time < 0)", true, true},
+                        {"!(gap < 0.5 || time < 0)", false, true},
+                        {"!(!incumbent) && !(!time)", false, true},
+                        {"max(0.1, gap) < 2", false, true},
+                        {"min(0.5, gap, 2) == 0.5", false, true},
+                        {"min(gap, 0.5) == 0.5", false, true},
+                        {"sign(gap) == 1 && sign(incumbent) == -1 && sign(0) == 0", false, true},
+                        {"sign(gap) == 0", false, false},
+                        {"gap^0 == 1", false, true},
+                        {"1^gap == 1", false, true},
+                        {"log(-1) == 0 || !(log(-1) == 0)", false, false},
                         {"incumbent", false, true},
                         {"incumbent + 3", false, false},
                         {"time < 0.5 || solutions >= 2", true, true},

@@ -146,15 +146,17 @@ class Watching(unittest.TestCase):
 
     def test_wrong_expressions_and_files_are_refused_before_the_solve(self):
         for options, message in [
-            ({"mipstopexpr": "gap <"}, "at character 7: something is missing at the end; it may use time, nodes"),
+            ({"mipstopexpr": "gap <"}, "test: mipstopexpr: the expression \"gap <\" cannot be used: at character 7: something is missing at the end; it may use time, nodes"),
             ({"mipstopexpr": "time>1 && gapp < 1"}, "at character 11: gapp is not known"),
             ({"mipstopexpr": "time = 5"}, "at character 6: = is not known"),
             ({"mipstopexpr": "(time > 1"}, "a parenthesis is not closed"),
+            ({"mipstopexpr": "min() < gap"}, "min is out of place"),
+            ({"mipstopexpr": "gap < 1 ? 1 : 0"}, "at character 9: ? is not known"),
             ({"mipstopexpr": '"abc"'}, "a text is no truth value"),
             ({"mipstopexpr": "time > 1,5"}, "it is a list"),
             ({"mipstopexprtimestep": -1}, "mipstopexprtimestep"),
-            ({"miptrace": self.folder / "no" / "trace.csv"}, "cannot write"),
-            ({"dumpbcsol": self.folder / "no" / "point"}, "cannot write"),
+            ({"miptrace": self.folder / "no" / "trace.csv"}, "test: miptrace: cannot write"),
+            ({"dumpbcsol": self.folder / "no" / "point"}, "test: dumpbcsol: cannot write"),
         ]:
             with self.subTest(**options), market_split() as model:
                 with environment(GRBLINK_TRACE=str(self.folder / "calls")):
