@@ -7,10 +7,13 @@
 #include "app/checks.h"
 #include "app/conflict.h"
 #include "app/failure.h"
+#include "app/words.h"
 
 namespace app {
 
 namespace {
+
+constexpr int kDigits = 10;
 
 std::string counted(double number, const char* one, const char* many) {
   return fmt::format("{} {}", number, number == 1 ? one : many);
@@ -18,7 +21,7 @@ std::string counted(double number, const char* one, const char* many) {
 
 std::string sentence(const kavo_outcome& outcome) {
   std::string line = outcome.message;
-  if (!std::isnan(outcome.objective)) line += fmt::format("; objective {:.10g}", outcome.objective);
+  if (!std::isnan(outcome.objective)) line += "; objective " + numberText(outcome.objective, kDigits);
   return line + "\n";
 }
 
@@ -31,7 +34,9 @@ std::string work(const kavo_outcome& outcome) {
   std::string lines;
   if (outcome.iterations >= 0) lines += counted(outcome.iterations, "iteration", "iterations") + "\n";
   if (outcome.nodes > 0) lines += counted(outcome.nodes, "branching node", "branching nodes") + "\n";
-  if (outcome.gap > 0) lines += fmt::format("best bound {:.10g}, relative gap {:.3g}\n", outcome.bound, outcome.gap);
+  if (outcome.gap > 0) {
+    lines += fmt::format("best bound {}, relative gap {:.3g}\n", numberText(outcome.bound, kDigits), outcome.gap);
+  }
   return lines;
 }
 
@@ -41,7 +46,8 @@ std::string extras(const Session& session, const kavo_outcome& outcome) {
   if (const auto conflict = conflictOf(session)) lines += "conflict: " + describe(*conflict) + "\n";
   const Session::Values objectives = session.objectiveValues();
   for (std::size_t i = 0; objectives.count > 1 && i < objectives.count; ++i) {
-    lines += fmt::format("objective {}: {:.10g}\n", session.name(KAVO_OBJECTIVE, i), objectives.first[i]);
+    lines +=
+        fmt::format("objective {}: {}\n", session.name(KAVO_OBJECTIVE, i), numberText(objectives.first[i], kDigits));
   }
   if (const std::size_t points = session.poolSize(); points > 0) {
     lines += counted(static_cast<double>(points), "point", "points") + " in the solution pool\n";
@@ -59,9 +65,10 @@ std::string warnings(const Session& session) {
   std::string lines;
   for (const Check& row : kChecks) {
     const auto found = session.violation(row.check);
-    if (!found || found->element < 0 || found->value <= kTolerance) continue;
+    if (!found || found->element < 0 || found->value <= row.tolerance) continue;
     const std::string name = session.name(row.kind, static_cast<std::size_t>(found->element));
-    lines += fmt::format("warning: largest {} violation {:.3g} at {} {}\n", row.what, found->value, row.element, name);
+    lines += fmt::format("warning: largest {} violation {:.3g} at {} {} (tolerance {:g})\n", row.what, found->value,
+                         row.element, name, row.tolerance);
   }
   for (const std::string& note : session.notes()) lines += "note: " + oneLine(note) + "\n";
   return lines;
@@ -87,8 +94,8 @@ std::string summary(const Session& session) {
 }
 
 std::string poolMessage(const Session& session, std::size_t index) {
-  return fmt::format("grblink {}: point {} of {} in the solution pool; objective {:.10g}\n", kavo_version(), index + 1,
-                     session.poolSize(), session.poolObjective(index));
+  return fmt::format("grblink {}: point {} of {} in the solution pool; objective {}\n", kavo_version(), index + 1,
+                     session.poolSize(), numberText(session.poolObjective(index), kDigits));
 }
 
 std::string failureMessage(const std::string& message) {

@@ -110,7 +110,7 @@ std::string notes(const Session& session) {
   std::string items;
   for (const Check& check : kChecks) {
     const auto found = session.violation(check.check);
-    if (!found || found->element < 0 || found->value <= kTolerance) continue;
+    if (!found || found->element < 0 || found->value <= check.tolerance) continue;
     items += fmt::format("<li class=\"warn\">Largest {} violation {:.3g} at {} {}</li>\n", check.what, found->value,
                          check.element, escaped(session.name(check.kind, static_cast<std::size_t>(found->element))));
   }

@@ -16,11 +16,11 @@ constexpr double kWideSpan = 1e9;
 
 using Counts = std::vector<std::pair<std::size_t, const char*>>;
 
-// "3 binary, 2 integer": of what there is any.
+// "binary 3, integer 2": of what there is any.
 std::string listed(const Counts& counts) {
   std::string text;
   for (const auto& [count, what] : counts) {
-    if (count > 0) text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, what);
+    if (count > 0) text += fmt::format("{}{} {}", text.empty() ? "" : ", ", what, count);
   }
   return text;
 }
@@ -36,10 +36,12 @@ class Statistics : public AbstractPlugin {
     writeColumns(solve.log, all);
     writeRows(solve.log, all);
     writeOthers(solve.log, all);
-    writeRange(solve.log, "coefficients of rows", all.coefficients);
-    writeRange(solve.log, "coefficients of the objective", all.objective);
-    writeRange(solve.log, "bounds", all.bounds);
-    writeRange(solve.log, "sides of rows", all.sides);
+    const std::pair<const char*, kavo_range> ranges[] = {{"coefficients of rows", all.coefficients},
+                                                         {"coefficients of the objective", all.objective},
+                                                         {"bounds", all.bounds},
+                                                         {"sides of rows", all.sides}};
+    for (const auto& [what, range] : ranges) writeRange(solve.log, what, range);
+    for (const auto& [what, range] : ranges) warnOfSpan(solve.log, what, range);
   }
 
  private:
@@ -88,9 +90,11 @@ class Statistics : public AbstractPlugin {
   }
 
   static void writeRange(tav::opt::AbstractLog& log, const char* what, const kavo_range& range) {
-    if (range.largest == 0) return;
-    writeLine(log, what, fmt::format("{:.3g} to {:.3g}", range.smallest, range.largest));
-    if (range.largest / range.smallest <= kWideSpan) return;
+    if (range.largest > 0) writeLine(log, what, fmt::format("{:.3g} to {:.3g}", range.smallest, range.largest));
+  }
+
+  static void warnOfSpan(tav::opt::AbstractLog& log, const char* what, const kavo_range& range) {
+    if (range.largest == 0 || range.largest / range.smallest <= kWideSpan) return;
     log.headed("Warning", fmt::format("The {} span more than {:g}; answers may be inexact.", what, kWideSpan));
   }
 };

@@ -52,7 +52,7 @@ class Solving(cli.FolderCase):
         self.assertRegex(run.stdout, r"\Agrblink [\d.]+: optimal solution; objective 11\n"
                                      r"2 rows, 2 variables, 4 nonzeros\n7 iterations\n1 branching node\n"
                                      r"best bound 12, relative gap 0\.09\n[\d.]+ seconds, the fake solver\n"
-                                     r"warning: largest row violation 0\.5 at row c1\nnote: look here\n\Z")
+                                     r"warning: largest row violation 0\.5 at row c1 \(tolerance 1e-06\)\nnote: look here\n\Z")
         self.assertEqual(self.read("small.sol"), "# Objective value = 11\nx 0\ny 0\n")
 
     def test_ending_in_capitals(self):

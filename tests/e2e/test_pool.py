@@ -89,8 +89,8 @@ class Pool(unittest.TestCase):
         lines = b"".join(log).decode().splitlines()
         begin = lines.index("Model statistics")
         told = {line[2:31].strip(): line[32:] for line in lines[begin + 1:begin + 10] if line.startswith("  ")}
-        self.assertEqual(told["variables"], "5 (1 continuous, 4 binary)")
-        self.assertEqual(told["rows"], "2 (1 inequalities, 1 with two sides)")
+        self.assertEqual(told["variables"], "5 (continuous 1, binary 4)")
+        self.assertEqual(told["rows"], "2 (inequalities 1, with two sides 1)")
         self.assertEqual((told["nonzeros"], told["coefficients of rows"]), ("6", "1e-06 to 1e+05"))
         warnings = [line for line in lines if "span more than" in line]
         self.assertEqual(len(warnings), 1)
