@@ -576,7 +576,7 @@ typedef enum kavo_conflict_mark {
 /* A kavo_conflict_mark per element of a kind (KAVO_COLUMN, KAVO_ROW, KAVO_LOGICAL, KAVO_SET); KAVO_NO_RESULT when no
  * conflict was computed. */
 KAVO_API int kavo_conflict(const trpRec* model, int kind, const unsigned char** marks, size_t* count);
-/* 1: without any one of its members it would be none; 0: the search for it was cut short. */
+/* 1: without any one of its members it would be none; 0: it may hold more than is needed. */
 KAVO_API int kavo_conflict_is_minimal(const trpRec* model, int* minimal);
 
 /* Notes of the last solve for the user, one line each: what is odd about the model, what was left out; also those of a
