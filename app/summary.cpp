@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <iterator>
+#include <numeric>
 
 #include "app/checks.h"
 #include "app/conflict.h"
@@ -61,6 +63,22 @@ std::string extras(const Session& session, const kavo_outcome& outcome) {
   return lines;
 }
 
+bool hasDiscreteVariables(const Session& session) {
+  kavo_statistics statistics;
+  check(kavo_get_statistics(session.model(), &statistics));
+  return statistics.columns[KAVO_CONTINUOUS] <
+         std::accumulate(std::begin(statistics.columns), std::end(statistics.columns), std::size_t{0});
+}
+
+// For people only: a program knows that a search gives none. Of other models the link tells the reason in a note.
+std::string absentDuals(const Session& session, const kavo_outcome& outcome) {
+  const bool hasPoint = session.values(KAVO_PRIMAL).first != nullptr;
+  const bool hasDuals =
+      session.values(KAVO_DUAL).first != nullptr || session.values(KAVO_DUAL + KAVO_OF_FIXED).first != nullptr;
+  if (!hasPoint || hasDuals || !std::isnan(outcome.relaxation) || !hasDiscreteVariables(session)) return {};
+  return "no duals: the model has integer or semi-continuous variables (solvefixed=1 gives those of the fixed model)\n";
+}
+
 std::string warnings(const Session& session) {
   std::string lines;
   for (const Check& row : kChecks) {
@@ -89,7 +107,7 @@ std::string solMessage(const Session& session) {
 
 std::string summary(const Session& session) {
   const kavo_outcome outcome = session.outcome();
-  return headline(outcome) + size(session) + work(outcome) + extras(session, outcome) +
+  return headline(outcome) + size(session) + work(outcome) + extras(session, outcome) + absentDuals(session, outcome) +
          fmt::format("{:.2f} seconds, {}\n", outcome.seconds, session.solverText()) + warnings(session);
 }
 
