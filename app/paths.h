@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "app/arguments.h"
 
@@ -19,9 +18,5 @@ Paths pathsOf(const Arguments& arguments);
 
 // A point of the pool goes to this file; number counts from 1.
 std::string poolPath(const std::string& stub, std::size_t number);
-
-// Throws Failure unless a file can be written at each of the paths without overwriting the model or another one of
-// them; devices may be named twice. "" is fine. poolStub: the files of poolPath are outputs too, however many.
-void checkOutputs(const std::vector<std::string>& paths, const std::string& model, const std::string& poolStub);
 
 }  // namespace app

@@ -11,11 +11,13 @@
 
 #include "app/failure.h"
 #include "app/output.h"
+#include "app/overwriting.h"
 #include "app/own_words.h"
 #include "app/paths.h"
 #include "app/pool_files.h"
 #include "app/report/page.h"
 #include "app/report/path.h"
+#include "app/run_files.h"
 #include "app/session.h"
 #include "app/settings.h"
 #include "app/signals.h"
@@ -58,8 +60,9 @@ class Run {
     const unsigned want = words_.wantSol.value_or(kWriteSol) | (arguments_.writeSol ? kWriteSol : 0);
     writesSol_ = arguments_.ampl || (!arguments_.noSol && (want & kWriteSol) != 0);
     if (!arguments_.log.empty()) words_.logFile = arguments_.log;
-    checkOutputs({writesSol_ ? paths_.sol : "", arguments_.json, words_.logFile, arguments_.trace, arguments_.report},
-                 paths_.nl.empty() ? arguments_.model : paths_.nl, words_.poolStub);
+    RunFiles files = runFiles(session_, arguments_, paths_);
+    addOwnOutputs(files, arguments_, writesSol_ ? paths_.sol : "", words_);
+    checkOutputs(files);
     check(kavo_set_objective_number(model(), words_.objective));
     check(kavo_set_basis_ratio(model(), words_.basisRatio));
   }
@@ -74,7 +77,9 @@ class Run {
     const bool mayShow = !arguments_.quiet && (!arguments_.ampl || words_.showLog.value_or(false));
     const bool showLine = mayShow && arguments_.progress && terminalColumns() > 0;
     if (!words_.logFile.empty()) logFile_.emplace(Output::file(words_.logFile));
-    if (mayShow && !showLine && words_.showLog.value_or(true)) screenLog_ = &screen_;
+    const bool showLog = mayShow && words_.showLog.value_or(true);
+    if (showLog && !showLine) screenLog_ = &screen_;
+    logsAhead_ = showLog && showLine && asksForStatistics();
     check(kavo_set_log(model(), &Run::takeLog, this));
     if (showLine) line_.open();
     if (showLine || !arguments_.report.empty()) check(kavo_set_progress(model(), &Run::takeProgress, this));
@@ -86,8 +91,15 @@ class Run {
     check(status);
   }
 
+  // They stand in the log before the search begins.
+  bool asksForStatistics() const {
+    const std::string given = session_.given("statistics");
+    return !given.empty() && given != "0";
+  }
+
   static void takeLog(const char* text, std::size_t length, void* data) {
-    const auto* run = static_cast<const Run*>(data);
+    auto* run = static_cast<Run*>(data);
+    if (run->logsAhead_) run->line_.logAhead({text, length});
     if (run->screenLog_ != nullptr) run->screenLog_->write({text, length});
     if (run->logFile_) run->logFile_->write({text, length});
   }
@@ -158,9 +170,10 @@ class Run {
   int fail(const Failure& failure) {
     const std::string message = failureMessage(failure.what());
     const char* sol = paths_.sol.c_str();
-    if (arguments_.ampl && read_ && kavo_write_sol(model(), sol, message.c_str(), failure.solCode()) == KAVO_OK)
+    const bool answers = arguments_.ampl && !isRead(runFiles(session_, arguments_, paths_), paths_.sol);
+    if (answers && read_ && kavo_write_sol(model(), sol, message.c_str(), failure.solCode()) == KAVO_OK)
       return EXIT_SUCCESS;
-    if (arguments_.ampl && !read_ &&
+    if (answers && !read_ &&
         kavo_write_failure_sol(paths_.nl.c_str(), sol, message.c_str(), failure.solCode()) == KAVO_OK) {
       return EXIT_SUCCESS;
     }
@@ -174,9 +187,10 @@ class Run {
   bool writesSol_ = false;
   bool read_ = false;  // the model is there
   Output screen_ = Output::standard();
-  mutable std::optional<Output> logFile_;
+  std::optional<Output> logFile_;
   std::string stale_;  // lines about files of an earlier run
   Output* screenLog_ = nullptr;
+  bool logsAhead_ = false;  // in a terminal with a status line, the log until that line is there
   StatusLine line_{screen_};
   report::Path path_;
   Session session_;

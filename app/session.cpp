@@ -1,6 +1,7 @@
 #include "app/session.h"
 
 #include "app/failure.h"
+#include "app/words.h"
 
 namespace app {
 
@@ -33,6 +34,15 @@ std::vector<std::string> Session::notes() const {
   const char* note = nullptr;
   for (std::size_t i = 0; kavo_note(model_, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
   return notes;
+}
+
+std::string Session::given(std::string_view name) const {
+  std::string value;
+  kavo_setting setting{};
+  for (std::size_t i = 0; kavo_setting_at(model_, i, &setting) == KAVO_OK && setting.name != nullptr; ++i) {
+    if (isSameWord(setting.name, name) && std::string_view(setting.value) != "?") value = setting.value;
+  }
+  return value;
 }
 
 std::vector<kavo_setting_info> Session::settingInfos() const {

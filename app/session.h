@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,8 @@ class Session {
   std::vector<std::string> notes() const;
   void addNote(std::string note) { ownNotes_.push_back(std::move(note)); }
 
+  // The last value given to the link for a setting, its name in any case; "" for none.
+  std::string given(std::string_view name) const;
   // Everything that can be set; there is some once the link is open.
   std::vector<kavo_setting_info> settingInfos() const;
 

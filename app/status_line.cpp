@@ -42,7 +42,7 @@ std::string joined(const std::array<Part, 5>& parts, const std::array<bool, 5>& 
 
 std::string statusText(const kavo_progress& now, bool stopping, std::size_t width) {
   const auto number = [](const char* name, double value) {
-    return isThere(value) ? fmt::format("{} {:.7g}", name, value) : "";
+    return isThere(value) ? fmt::format("{} {}", name, numberText(value, 7)) : "";
   };
   std::array<Part, 5> parts{{{timeText(now.seconds), 2},
                              {isThere(now.nodes) ? fmt::format("{:.0f} nodes", now.nodes) : "", 5},
@@ -66,11 +66,20 @@ void StatusLine::open() {
   open_ = true;
 }
 
+void StatusLine::logAhead(std::string_view text) {
+  const std::lock_guard lock(mutex_);
+  if (!open_ || shown_ || text.empty()) return;
+  screen_.write(text);
+  isMidLine_ = text.back() != '\n';
+}
+
 void StatusLine::show(const kavo_progress& now, bool stopping) {
   const std::lock_guard lock(mutex_);
   const auto time = std::chrono::steady_clock::now();
   if (!open_ || time < next_ || now.event == KAVO_PROGRESS_END) return;
   next_ = time + kBetween;
+  if (isMidLine_) screen_.write("\n");
+  isMidLine_ = false;
   // The last column stays free: a terminal goes to the next line after a character there.
   const std::size_t columns = std::max<std::size_t>(terminalColumns(), 2);
   screen_.write(kClear + statusText(now, stopping, columns - 1));

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 #include "app/output.h"
 #include "kavo/kavo.h"
@@ -21,6 +22,8 @@ class StatusLine {
 
   // Before this nothing is shown.
   void open();
+  // Shows text that comes ahead of the line; once that is there, the text is left out.
+  void logAhead(std::string_view text);
   // Renews the line, at most every tenth of a second.
   void show(const kavo_progress& now, bool stopping);
   // Leaves the line empty; nothing is shown from now on.
@@ -35,6 +38,7 @@ class StatusLine {
   Output& screen_;
   bool open_ = false;
   bool shown_ = false;
+  bool isMidLine_ = false;  // the text ahead has not ended its last line
   std::chrono::steady_clock::time_point next_;
 };
 

@@ -34,8 +34,10 @@ std::vector<Tick> ticks(double low, double high, int wanted) {
   const double largest = std::max(std::abs(low), std::abs(high));
   std::vector<Tick> found;
   const double first = std::ceil(low / step - 1e-9), last = std::floor(high / step + 1e-9);
-  for (double i = first; i <= last && found.size() < 100; ++i) {
-    const double value = i == 0 ? 0 : i * step;
+  const int count = static_cast<int>(std::min(100.0, last - first + 1));
+  for (int i = 0; i < count; ++i) {
+    const double multiple = first + i;
+    const double value = multiple == 0 ? 0 : multiple * step;  // no -0
     found.push_back({value, label(value, step, largest)});
   }
   return found;

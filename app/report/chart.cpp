@@ -57,14 +57,13 @@ Extent shownExtent(const Path& path, double end) {
 class Drawing {
  public:
   Drawing(const Path& path, double end, const Extent& values)
-      : path_(path), unit_(timeUnit(end)), rows_(ticks(values.low, values.high, 6)) {
-    std::size_t longest = 1;
-    for (const Tick& tick : rows_) longest = std::max(longest, tick.label.size());
-    left_ = 34 + 7.4 * static_cast<double>(longest);
-    x_ = {0, end, left_, kRight};
-    y_ = {values.low, values.high, kBottom, kTop};
-    slots_ = static_cast<std::size_t>(kRight - left_);
-  }
+      : path_(path),
+        unit_(timeUnit(end)),
+        rows_(ticks(values.low, values.high, 6)),
+        left_(leftOf(rows_)),
+        x_{0, end, left_, kRight},
+        y_{values.low, values.high, kBottom, kTop},
+        slots_(static_cast<std::size_t>(kRight - left_)) {}
 
   std::string text() {
     const auto incumbent = thinned(path_.incumbent().points(), x_.low, x_.high, slots_);
@@ -74,6 +73,13 @@ class Drawing {
   }
 
  private:
+  // Where the plot begins, so that the longest label has room beside it.
+  static double leftOf(const std::vector<Tick>& rows) {
+    std::size_t longest = 1;
+    for (const Tick& tick : rows) longest = std::max(longest, tick.label.size());
+    return 34 + 7.4 * static_cast<double>(longest);
+  }
+
   std::string head() const {
     return fmt::format(
         "<svg viewBox=\"0 0 {} {}\" role=\"img\" aria-labelledby=\"chart-title chart-text\">\n"
@@ -172,9 +178,9 @@ class Drawing {
   const Path& path_;
   const TimeUnit unit_;
   const std::vector<Tick> rows_;
-  double left_ = 0;
-  Scale x_{}, y_{};
-  std::size_t slots_ = 0;
+  const double left_;
+  const Scale x_, y_;
+  const std::size_t slots_;
 };
 
 std::string beyond(const Extent& all, const Extent& shown) {

@@ -8,7 +8,7 @@ namespace kavo::writer {
 void writePoint(const Model& model, double objective, std::span<const double> point, const std::string& path) {
   writeFile(path, [&](Text& text) {
     ElementNames names(model, KAVO_COLUMN);
-    (text << "# Objective value = ").number(objective) << '\n';
+    (text << "# Objective value = ").number(objective == 0 ? 0 : objective) << '\n';
     for (std::size_t i = 0; i < point.size(); ++i) {
       (text << names.at(i) << ' ').number(point[i]) << '\n';
     }

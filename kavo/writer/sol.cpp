@@ -99,7 +99,7 @@ void writePoolSol(const Model& model, const Results& results, std::size_t index,
   writeFile(path, [&](Text& text) {
     std::string message(header.message);
     message += fmt::format("\nalternative solution {} of {}: {}; objective {}", index + 1, results.pool.size(),
-                           verdict.message, point.objective);
+                           verdict.message, point.objective == 0 ? 0 : point.objective);
     writeMessage(text, message);
     writeHead(text, shapeOf(model), 0, point.values.size());
     writeValues(text, point.values);

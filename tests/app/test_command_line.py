@@ -55,6 +55,16 @@ class Solving(cli.FolderCase):
                                      r"warning: largest row violation 0\.5 at row c1 \(tolerance 1e-06\)\nnote: look here\n\Z")
         self.assertEqual(self.read("small.sol"), "# Objective value = 11\nx 0\ny 0\n")
 
+    def test_zero_has_no_sign(self):
+        run = self.run_fake("small.nl", "point=1", "objective=-0.0", "bound=-0.0", "gap=1", "--report", "page.html", "poolstub=p",
+                            "give=objectives -0.0 -0.0;pool -0.0 3 1;fixed 0 1 -0.0")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertIn("; objective 0\n", run.stdout)
+        for text in (run.stdout, self.read("small.sol"), self.read("p1.sol"), self.read("page.html")):
+            self.assertNotRegex(text, r"(?<![\w.])-0(?![\w.])")
+        self.assertEqual(self.run_fake("small.mps", "point=1", "objective=-0.0", "--quiet").returncode, 0)
+        self.assertTrue(self.read("small.sol").startswith("# Objective value = 0\n"), self.read("small.sol"))
+
     def test_ending_in_capitals(self):
         self.write("BIG.MPS", cli.SMALL_MPS)
         self.write("BIG.NL", cli.SMALL_NL)

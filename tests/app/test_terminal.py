@@ -38,6 +38,7 @@ class Terminal(cli.FolderCase):
                 break
         os.close(ours)
         self.error = process.communicate(timeout=60)[1].decode()
+        self.ahead = written.decode().replace("\r\n", "\n").split("\r\x1b[K")[0]
         *renewed, rest = written.decode().replace("\r\n", "\n").split("\r\x1b[K")
         return process.returncode, renewed[1:], rest if renewed else written.decode().replace("\r\n", "\n")
 
@@ -62,6 +63,23 @@ class Terminal(cli.FolderCase):
                 if columns == 80:
                     self.assertRegex(states[-1], r"^\d\.\d s  \d+ nodes  incumbent \d+  bound \d+  gap \d+\.\d\d%$")
                     self.assertLess(len(states), 2 * 10 + 3)
+
+    def test_statistics_ahead_of_the_line(self):
+        fake = ["--link", cli.FAKE_LINK, "small.mps", "--progress", "progress=3"]
+        for words, ahead in ((["--statistics", "log=text\n"], "text\n"), (["statistics=1", "log=a"], "a\n"),
+                             (["statistics=1", "statistics=0", "log=text\n"], ""), (["log=text\n"], ""),
+                             (["--statistics", "outlev=0", "log=text\n"], "")):
+            with self.subTest(words=words):
+                code, states, text = self.watch(*fake, *words)
+                self.assertEqual((code, self.ahead, len(states)), (0, ahead, 1))
+                self.assertTrue(text.startswith("grblink "), text)
+        self.write("split.mps", market_split())
+        code, states, text = self.watch("split.mps", "--progress", "--statistics", "timelimit=1")
+        self.assertEqual(code, 0)
+        self.check_line(states, 80)
+        self.assertIn("\nModel statistics\n  variables ", self.ahead)
+        for line in ("Optimize a model", "Explored"):
+            self.assertNotIn(line, self.ahead + text)
 
     def test_where_there_is_no_line(self):
         fake = ["--link", cli.FAKE_LINK, "small.mps", "--progress", "progress=3", "log=text\n"]
