@@ -10,6 +10,7 @@
 #include "brel/interrupt_hook.h"
 #include "brel/load/loader.h"
 #include "brel/load/preferences.h"
+#include "brel/load/starts.h"
 #include "brel/plugin/plugin.h"
 #include "brel/settings/publish.h"
 #include "brel/settings/rewrite_settings.h"
@@ -142,11 +143,11 @@ void Link::run() {
   settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
   plugins.each(&plugin::AbstractPlugin::read, solve);
   plugins.each(&plugin::AbstractPlugin::finish, solve);
-  loaded_ = wanted;
+  if (wanted.isKeptAfter(solve.result)) loaded_ = wanted;
 }
 
-// Whether the solver's model is the host's but for some numbers. Without any difference it is loaded anew, so that a
-// solve that was stopped is not taken up where it was.
+// Whether the solver's model is the host's but for some numbers. Without any difference it is loaded anew: a host that
+// solves again wants to see a solve.
 bool Link::canGoOn(const std::optional<load::Loaded>& before, const load::Loaded& wanted,
                    const plugin::Solve& solve) const {
   if (!before || solve.services == nullptr || !solver_->hasModel()) return false;
@@ -161,6 +162,7 @@ void Link::bring(const load::Loaded& wanted, plugin::Solve& solve) {
   const bool goesOn = canGoOn(before, wanted, solve);
   setUp(solve.given, goesOn);
   if (goesOn) {
+    load::noteUnusedStarts(solve.model, load::startOf(solve.model), solve.choices);
     load::sendChanges(solve.model, changesOf(model_), *solver_, *solve.services);
   } else {
     load::send(solve.model, *solver_, solve.choices);

@@ -53,7 +53,7 @@ class Link {
   trpRec* model_ = nullptr;
   std::optional<settings::Table> table_;  // of model_
   std::vector<std::string> inForce_;      // names of what the last solve was given
-  std::optional<load::Loaded> loaded_;    // what the solver's model is, after a solve that went well
+  std::optional<load::Loaded> loaded_;    // what the solver's model is, where the next solve may go on from it
 };
 
 }  // namespace brel

@@ -2,9 +2,12 @@
 
 #include <cstddef>
 #include <string_view>
+#include <type_traits>
+#include <variant>
 
 #include "brel/hash.h"
 #include "brel/host.h"
+#include "brel/load/starts.h"
 #include "brel/rewrite/sides.h"
 
 namespace brel::load {
@@ -44,6 +47,22 @@ std::uint64_t hashOfStarts(const TranslatedModel& model, const settings::Given& 
   return hash.value();
 }
 
+std::uint64_t hashOfSettings(const settings::Given& given) {
+  Hash hash;
+  const auto add = [&hash](const auto& value) {
+    if constexpr (std::is_same_v<std::decay_t<decltype(value)>, int>) {
+      hash.add(static_cast<long long>(value));
+    } else {
+      hash.add(value);
+    }
+  };
+  for (const settings::Checked& setting : given.settings) {
+    hash.add(std::string_view(setting.row->name()));
+    std::visit(add, setting.value);
+  }
+  return hash.value();
+}
+
 bool isGiven(const settings::Given& given, std::string_view name) {
   for (const settings::Checked& setting : given.settings) {
     if (setting.row->name() == name) return true;
@@ -57,6 +76,8 @@ Loaded::Loaded(const TranslatedModel& model, const settings::Given& given, const
     : isPlain_(model.sent.beyond() == nullptr && !choices.allObjectives && !choices.preferences),
       readsParameters_(isGiven(given, "readparams")),
       names_(settings::wholeNumber(given, "names")),
+      isDiscrete_(isDiscrete(model, choices)),
+      settings_(hashOfSettings(given)),
       columns_(model.user.columns.count),
       starts_(hashOfStarts(model, given, choices)) {
   checkHost(kavo_link_objective_number(model.user.host, &objective_));
@@ -78,7 +99,13 @@ Loaded::Loaded(const TranslatedModel& model, const settings::Given& given, const
 
 bool Loaded::differsInNumbersOnly(const Loaded& later) const {
   return isPlain_ && later.isPlain_ && !readsParameters_ && names_ == later.names_ && columns_ == later.columns_ &&
-         objective_ == later.objective_ && sense_ == later.sense_ && starts_ == later.starts_ && rows_ == later.rows_;
+         objective_ == later.objective_ && sense_ == later.sense_ && starts_ == later.starts_ && rows_ == later.rows_ &&
+         (!isDiscrete_ || settings_ == later.settings_);
+}
+
+bool Loaded::isKeptAfter(const kavo_finish& finish) const {
+  if (finish.stop != KAVO_STOP_FINISHED) return false;
+  return finish.status == KAVO_OPTIMAL || (finish.status == KAVO_INFEASIBLE && !isDiscrete_);
 }
 
 }  // namespace brel::load

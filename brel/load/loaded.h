@@ -20,8 +20,12 @@ class Loaded {
 
   // Whether what was loaded and this differ in nothing but numbers of linear rows, bounds and the linear objective, the
   // kinds of rows (by which sides they have) being the same. A model that rules have reshaped beyond linear rows, new
-  // starts, priorities or preferences, and settings that have a say in how a model is loaded, do not.
+  // starts, priorities or preferences, and settings that have a say in how a model is loaded, do not; nor does a model
+  // with discrete parts under any other settings, as a search that is asked again goes on under the new ones.
   bool differsInNumbersOnly(const Loaded& later) const;
+  // Whether a solve that ended so has left nothing behind that could be mistaken for an answer of the next: a solver
+  // takes up a search that was stopped, or found to be unbounded, where it was, whatever has become of the settings.
+  bool isKeptAfter(const kavo_finish& finish) const;
 
  private:
   enum class RowKind : std::uint8_t { free, lower, upper, equal, range };
@@ -29,6 +33,8 @@ class Loaded {
   bool isPlain_;              // linear rows and one linear objective, nothing relaxed
   bool readsParameters_;      // a file of parameters was read, which is undone when a model is loaded anew
   std::optional<int> names_;  // the setting
+  bool isDiscrete_;
+  std::uint64_t settings_;  // a hash of all of them
   std::size_t columns_;
   int objective_ = 0;  // its number, 0: none
   int sense_ = 0;

@@ -7,9 +7,9 @@ import random
 import re
 import tempfile
 import unittest
-from ctypes import byref, c_double, c_int
+from ctypes import byref, c_double, c_int, c_size_t, c_ubyte
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, environment, example, make
+from harness import BINARY, CONTINUOUS, INF, INTEGER, environment, example, make, market_split
 
 
 def ints(values):
@@ -176,6 +176,47 @@ class Changes(unittest.TestCase):
             self.assertEqual(method, ["Method=-1 (default -1)"] * (len(steps) - 1))
             solves = loads_in(path)
         self.assertEqual(["GRBaddvars" not in calls for calls in solves], [keeps for _, _, keeps in steps])
+
+    def test_no_search_is_taken_up_where_it_was(self):
+        """Solves with a change between them that changes nothing: options of each, and whether the model is kept. The
+        answer is always that of a fresh model under the same settings."""
+
+        def unbounded():
+            model = make("max", [("a", -INF, INF), ("b", -INF, INF), ("c", 0, 3), ("d", 0, 8), ("e", -2, 3)],
+                         [("free", -INF, {1: 4, 4: 2, 3: -3}, INF), ("r", -8, {3: 2, 4: 1, 0: -3}, INF)],
+                         [1, -4, 3, -5, -5])
+            model.call("kavo_add_sets", 1, (c_ubyte * 1)(1), (c_size_t * 2)(0, 3), ints([0, 1, 2]), None, None)
+            return model
+
+        def pair(kind, side):
+            return lambda: make("max", [("x", 0, 3, kind), ("y", 0, 9, kind)],
+                                [("r", -INF, {0: 2, 1: 3}, side), ("s", 0.5, {0: 1, 1: 1}, INF)], [2, 3])
+
+        some, half = {"nodelimit": 200, "threads": 1, "seed": 1}, {"mipgap": 0.5}
+        none = {"iterationlimit": 0, "presolve": 0}
+        cases = ((unbounded, None, [{}, {"dualreductions": 0}, {}], [False] * 3),
+                 (market_split, None, [some, some], [False] * 2),
+                 (pair(INTEGER, 8), 8, [{}, {}, half, half, {}], [False, True, False, True, False]),
+                 (pair(CONTINUOUS, 8), 8, [{}, {"method": 1}, {}], [False, True, True]),
+                 (pair(CONTINUOUS, 0.5), 0.5, [none, {}, {}], [False, False, True]),
+                 (pair(CONTINUOUS, -1), -1, [{}, {"dualreductions": 0}], [False, True]),
+                 (pair(INTEGER, -1), -1, [{}, {}], [False] * 2))
+        for build, side, steps, keeps in cases:
+            with self.subTest(steps=steps, side=side), tempfile.TemporaryDirectory() as folder, build() as model:
+                path = os.path.join(folder, "trace")
+                for number, options in enumerate(steps):
+                    if build is market_split and number:
+                        model.call("kavo_change_bounds", 1, ints([0]), None, example.doubles(1))
+                    elif number:
+                        model.call("kavo_change_sides", 1, ints([0]), None, example.doubles(INF if side is None else side))
+                    model.call("kavo_clear_options")
+                    with environment(GRBLINK_TRACE=None if model.is_open else path):
+                        found = model.solve(**options)
+                    with build() as fresh:
+                        wanted = fresh.solve(**options)
+                    self.assertEqual((found.status, found.termination, found.objective),
+                                     (wanted.status, wanted.termination, wanted.objective), number)
+                self.assertEqual(["GRBaddvars" not in calls for calls in loads_in(path)], keeps)
 
 
 if __name__ == "__main__":
