@@ -38,7 +38,7 @@ def watch(model, stop=lambda now: False):
     return told
 
 
-def dense_lp(size=900):
+def dense_lp(size=1500):
     """Takes the simplex method some seconds."""
     rng = random.Random(5)
     rows = [(None, -INF, {j: rng.random() for j in range(size)}, 1 + rng.random()) for _ in range(size)]
