@@ -7,7 +7,6 @@ so and checks the models of the examples only; where CI is true its absence is a
 """
 
 import csv
-import os
 import pathlib
 import re
 import tempfile
@@ -15,9 +14,8 @@ import unittest
 
 import gurobipy
 
-from harness import ROOT, KavoError, Model
+from harness import CORPUS, ROOT, KavoError, Model, has_corpus
 
-CORPUS = pathlib.Path(os.environ.get("GRBLINK_MODELS") or ROOT.parent / "shared" / "models")
 FOLDERS = ("lp", "mip", "nl")
 # Where the manifest is mistaken: constraint c_acosh says acosh((ONE + e^2) / (2 e)) = 0 and c_log that ONE is 1, which
 # makes the left side 1; there is no point.
@@ -52,13 +50,7 @@ class Own(unittest.TestCase):
 class Corpus(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.models = []
-        if CORPUS.is_dir():
-            cls.models = list(manifests())
-        elif os.environ.get("CI") == "true":
-            raise AssertionError(f"there is no model corpus in {CORPUS} (set GRBLINK_MODELS)")
-        else:
-            print(f"The model corpus was not run: there is no folder {CORPUS} (set GRBLINK_MODELS).")
+        cls.models = list(manifests()) if has_corpus() else []
 
     def test_models_have_the_known_answers(self):
         held, sizes = 0, []
