@@ -81,16 +81,38 @@ class Merger {
   std::size_t both_ = 0;
 };
 
+bool isSemi(const kavo_columns& columns, std::size_t j) {
+  return columns.type[j] == KAVO_SEMICONTINUOUS || columns.type[j] == KAVO_SEMIINTEGER;
+}
+
+std::size_t semiCount(const kavo_columns& columns) {
+  std::size_t count = 0;
+  for (std::size_t j = 0; j < columns.count; ++j) count += isSemi(columns, j);
+  return count;
+}
+
+// Gurobi relaxes no bound of theirs.
+void noteSemis(trpRec* host, std::size_t count) {
+  if (count == 0) return;
+  const auto line = fmt::format(
+      "the bounds of semicontinuous and semi-integer variables do not give way in a relaxation (variables: {})", count);
+  kavo_link_note(host, line.c_str());
+}
+
 std::vector<double> ofColumns(const TranslatedModel& model) {
   const UserModel& user = model.user;
   const std::size_t count = user.columns.count;
   const Given preference(user, KAVO_COLUMN, "feaspref", count);
   const Given lower(user, KAVO_COLUMN, "lbpen", count), upper(user, KAVO_COLUMN, "ubpen", count);
+  const std::size_t semis = semiCount(user.columns);
+  noteSemis(user.host, semis);
   const bool isAnyGiven = preference.any() || lower.any() || upper.any();
-  if (!isAnyGiven && model.sent.columnCount() == count) return {};
+  if (!isAnyGiven && semis == 0 && model.sent.columnCount() == count) return {};
   std::vector<double> values(model.sent.columnCount(), 0);
   Merger merger;
-  for (std::size_t j = 0; j < count; ++j) values[j] = merger.merge(preference[j], boundPenalty(user, lower, upper, j));
+  for (std::size_t j = 0; j < count; ++j) {
+    if (!isSemi(user.columns, j)) values[j] = merger.merge(preference[j], boundPenalty(user, lower, upper, j));
+  }
   merger.note(user.host, "variables");
   return values;
 }
@@ -105,8 +127,23 @@ std::vector<double> ofRows(const UserModel& user) {
   return values;
 }
 
+// No value of the slack of a row whose sides cross keeps both, whatever the row does: its bounds give way instead.
+void moveToSlacks(const TranslatedModel& model, Preferences& preferences) {
+  for (std::size_t r = 0; r < model.sent.rowCount(); ++r) {
+    const std::size_t user = model.sent.userRow(r);
+    const rewrite::Sides sides(model.user.rows, user);
+    if (!sides.areRange() || sides.lower < sides.upper) continue;
+    const auto slack = static_cast<std::size_t>(model.sent.terms(r).columns.back());
+    preferences.column[slack] = std::exchange(preferences.row[user], 0);
+  }
+}
+
 }  // namespace
 
-Preferences preferencesOf(const TranslatedModel& model) { return {ofColumns(model), ofRows(model.user)}; }
+Preferences preferencesOf(const TranslatedModel& model) {
+  Preferences found{ofColumns(model), ofRows(model.user)};
+  moveToSlacks(model, found);
+  return found;
+}
 
 }  // namespace brel::load

@@ -79,6 +79,19 @@ kavo_finish Reader::facts() const {
   return finish;
 }
 
+void Reader::readPoint() {
+  if (!primal_.empty()) return;
+  primal_ = available<double>(solver_.makeVariableContainers({}), tav::opt::VariableQuantity::level,
+                              model_.sent.columnCount());
+}
+
+double Reader::largestValue() {
+  readPoint();
+  double largest = 0;
+  for (std::size_t j = 0; j < model_.user.columns.count; ++j) largest = std::max(largest, std::abs(primal_[j]));
+  return largest;
+}
+
 void Reader::read(Extent extent) {
   readColumns(extent);
   if (extent != Extent::basis) point_.emplace(model_.user, model_.sent.beyond(), primal_);
@@ -118,14 +131,8 @@ void Reader::readColumns(Extent extent) {
   if (extent != Extent::point) columnBasis_ = available<int>(part, Q::basis, all);
   if (!columnBasis_.empty()) std::copy_n(columnBasis_.begin(), own, basis(KAVO_COLUMN).begin());
   if (extent == Extent::basis) return;
-  const std::span<double> primal = values(KAVO_PRIMAL);
-  if (all == own) {
-    part.get(Q::level).as<double>().get(tav::idx::lib::Range(0, static_cast<int>(all)), primal);
-    primal_ = primal;
-  } else {
-    primal_ = ownPrimal_ = available<double>(part, Q::level, all);
-    std::copy_n(primal_.begin(), own, primal.begin());
-  }
+  readPoint();
+  std::copy_n(primal_.begin(), own, values(KAVO_PRIMAL).begin());
   if (extent == Extent::all) hasDuals_ = giveColumns(part.get(Q::reducedCost).as<double>(), KAVO_REDUCED_COST);
 }
 

@@ -32,6 +32,9 @@ class Reader {
   // Status, stop, objective, bound, counts and times of the solve. Gives nothing to the host.
   kavo_finish facts() const;
 
+  // The largest size of a value of the user's columns at the point, which there must be. Gives nothing to the host.
+  double largestValue();
+
   // Gives values, reduced costs, activities, duals, slacks and basis.
   void read(Extent extent);
   // After `read`: the user's functions at the point; null without a point.
@@ -46,6 +49,7 @@ class Reader {
  private:
   std::span<double> values(int quantity);
   std::span<int> basis(int kind);
+  void readPoint();
   bool giveColumns(const tav::attr::Container<double>& from, int quantity);
   void readColumns(Extent extent);
   void readRows(Extent extent);
@@ -69,9 +73,8 @@ class Reader {
   const tav::opt::AbstractSolverServices* services_;  // null when the solver has none
   const load::TranslatedModel& model_;
   int of_;
-  std::vector<double> ownPrimal_;   // where columns stand behind the user's
-  std::span<const double> primal_;  // per solver column; empty without a point
-  std::vector<int> columnBasis_;    // per solver column; empty without a basis
+  std::vector<double> primal_;    // per solver column; empty without a point
+  std::vector<int> columnBasis_;  // per solver column; empty without a basis
   std::optional<rewrite::UserPoint> point_;
   bool hasDuals_ = false;
 };

@@ -14,6 +14,7 @@
 #include "brel/result/reader.h"
 #include "brel/result/violations.h"
 #include "brel/rewrite/objective_function.h"
+#include "brel/rewrite/sides.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/solver_services.h"
 
@@ -22,24 +23,68 @@ namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr double kObjectiveTolerance = 1e-6;  // relative to values beyond 1
+constexpr double kInfiniteObjective = 1e100;  // from here on Gurobi says infinite
+constexpr double kInfiniteValue = 1e30;       // where a solver stands that walks to infinity
 
 void note(trpRec* host, const std::string& line) { kavo_link_note(host, line.c_str()); }
 
-// What was solved is another model than the user's: only the point is his, and what his own functions are there.
-void tellRelaxation(const load::TranslatedModel& model, const Reader& reader, kavo_finish& finish) {
-  finish.bound = finish.gap = kUnknown;
-  if (finish.status == KAVO_INFEASIBLE || finish.status == KAVO_LOCALLY_INFEASIBLE) {
-    note(model.user.host, "there is no feasible relaxation: what may give way (feaspref) is not enough");
-  } else if (finish.solutions == 0) {
-    note(model.user.host, "the feasible relaxation has given no point");
-  } else {
-    note(model.user.host,
-         fmt::format("the values are those of a feasible relaxation, whose cost is {:.10g}", finish.relaxation));
+// No point: what the solver holds, or says of one, is infinite.
+void leaveOut(kavo_finish& finish) {
+  finish.solutions = 0;
+  finish.objective = finish.bound = finish.gap = kUnknown;
+}
+
+// A solver may end at values that it takes for infinite, and call that optimal.
+void settleInfinity(Reader& reader, trpRec* host, kavo_finish& finish) {
+  if (finish.solutions == 0) return;
+  const double most = finish.status == KAVO_UNBOUNDED ? rewrite::kUserInfinity : kInfiniteValue;
+  if (std::abs(finish.objective) < kInfiniteObjective && reader.largestValue() < most) return;
+  leaveOut(finish);
+  if (finish.status == KAVO_OPTIMAL || finish.status == KAVO_LOCALLY_OPTIMAL) finish.status = KAVO_UNBOUNDED;
+  note(host, "the solver ended at infinite values, which are no point of the model and are not given");
+}
+
+bool isInfeasible(int status) { return status == KAVO_INFEASIBLE || status == KAVO_LOCALLY_INFEASIBLE; }
+
+// The cost of a relaxation has 0 as a bound: only once it is known, and the model's own objective is looked at, can
+// that be unbounded.
+void settleRelaxation(Reader& reader, trpRec* host, kavo_finish& finish) {
+  const bool isCostKnown = std::abs(finish.relaxation) < rewrite::kUserInfinity;
+  if (!isCostKnown) finish.relaxation = kUnknown;
+  if (finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED) finish.status = isCostKnown ? KAVO_UNBOUNDED : KAVO_INFEASIBLE;
+  const bool isFar = finish.solutions > 0 && reader.largestValue() >= rewrite::kUserInfinity;
+  if (isFar || finish.status == KAVO_UNBOUNDED) {
+    finish.status = KAVO_UNBOUNDED;
+    leaveOut(finish);
+    note(host, "the objective of the relaxed model is unbounded, so there is no point");
+  } else if (!isInfeasible(finish.status)) {
+    finish.status = KAVO_UNKNOWN;
   }
-  if (finish.status != KAVO_INFEASIBLE && finish.status != KAVO_LOCALLY_INFEASIBLE) finish.status = KAVO_UNKNOWN;
-  finish.objective = kUnknown;
-  if (reader.point() == nullptr || !model.user.objective) return;
-  finish.objective = rewrite::ObjectiveFunction(model.user, *model.user.objective).at(reader.point()->point());
+}
+
+// What was solved is another model than the user's: only the point is his, and what his own functions are there.
+void tellRelaxation(const load::TranslatedModel& model, const Reader& reader, bool isCutShort, kavo_finish& finish) {
+  trpRec* host = model.user.host;
+  finish.objective = finish.bound = finish.gap = kUnknown;
+  if (isInfeasible(finish.status)) {
+    note(host,
+         "there is no feasible relaxation: it is not enough that bounds and linear rows give way as far as they may");
+  } else if (finish.solutions > 0) {
+    note(host, fmt::format("the values are those of a feasible relaxation, whose cost is {:.10g}", finish.relaxation));
+  } else if (finish.status != KAVO_UNBOUNDED) {
+    note(host, "the feasible relaxation has given no point");
+  }
+  if (reader.point() == nullptr) return;
+  if (isCutShort) {
+    note(host,
+         "the search for the cheapest relaxation was cut short: the one given may cost more than it must, and the "
+         "objective was not looked at");
+  }
+  if (!model.user.objective) {
+    finish.objective = 0;
+  } else {
+    finish.objective = rewrite::ObjectiveFunction(model.user, *model.user.objective).at(reader.point()->point());
+  }
 }
 
 // The value of every objective of the model at the point. Borrowed from the host.
@@ -85,16 +130,19 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
   const bool isRelaxed = services != nullptr && !services->structureIntact();
   Reader reader(host, solver, model);
   kavo_finish finish = reader.facts();
+  if (isRelaxed) {
+    finish.relaxation = services->relaxation().value_or(kUnknown);
+    settleRelaxation(reader, host, finish);
+  } else {
+    settleInfinity(reader, host, finish);
+  }
   const bool hasPoint = finish.solutions > 0;
   // A search for a conflict that found none leaves a basis of its own behind.
   const bool isOverwritten = services != nullptr && !services->conflictFailure().empty();
   if (hasPoint || !(isRelaxed || isOverwritten)) {
     reader.read(isRelaxed ? Extent::point : hasPoint ? Extent::all : Extent::basis);
   }
-  if (isRelaxed) {
-    finish.relaxation = services->relaxation().value_or(kUnknown);
-    tellRelaxation(model, reader, finish);
-  }
+  if (isRelaxed) tellRelaxation(model, reader, services->isRelaxationCutShort(), finish);
   if (services != nullptr && !isRelaxed) {
     if (const auto conflict = services->conflict()) giveConflict(model, *conflict);
   }

@@ -18,6 +18,7 @@ struct Outcome {
   std::optional<int> status;
   std::optional<double> relaxation;
   bool relaxationIsObjective = false;  // the relaxed model's objective is what the relaxation costs
+  bool isRelaxationCutShort = false;   // the cheapest relaxation was to be found first, and was not
   std::optional<double> condition;
   std::optional<double> exactCondition;
 };

@@ -39,6 +39,7 @@ void solveRelaxation(Data& data) {
   // the model's objective is the cost then, too.
   if (isCheapest && value >= 0) data.outcome.relaxation = value;
   data.outcome.relaxationIsObjective = !isCheapest || value < 0;
+  data.outcome.isRelaxationCutShort = isCheapest && value < 0;
   data.model->optimize();
 }
 

@@ -94,7 +94,10 @@ void run(Data& data, const Models& models) {
     if (data.callbacks.handler) model->setCallbackFuncAdv(grbAdvancedCallback, &data.callbacks, kCallbackMask);
     handles.push_back(model->model());
   }
-  data.callbacks.log->writeLine("Tuning ends by TuneTimeLimit; an interrupt does not stop it.");
+  data.callbacks.log->writeLine(
+      "TuneTimeLimit ends the tuning, and TimeLimit its first solve, the baseline, which may take 3600 seconds else; "
+      "an "
+      "interrupt stops neither.");
   if (models.size() == 1) {
     models.front()->tuneModel();
   } else {

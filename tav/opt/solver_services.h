@@ -42,6 +42,9 @@ class AbstractSolverServices {
   // ended with an error; what it has found stands all the same.
   virtual std::string conflictFailure() const = 0;
   virtual std::optional<double> relaxation() const = 0;
+  // Whether the solve was to find the cheapest relaxation first, and that search ended before it had it. The relaxation
+  // is then the best that was found.
+  virtual bool isRelaxationCutShort() const = 0;
   virtual std::optional<double> conditionNumber(bool exact) const = 0;
 
   // New coefficients of a linear row, or of the linear objective, or the new right-hand side of a linear row, which the
