@@ -13,6 +13,7 @@ namespace brel::load {
 namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+constexpr double kWholeTolerance = 1e-5;  // Gurobi's, unless it is given another
 
 bool isKnown(double value) { return !std::isnan(value); }
 
@@ -32,12 +33,35 @@ std::vector<T> ofSentColumns(const rewrite::SolverModel& sent, std::span<const T
   return values;
 }
 
+bool isWholeType(unsigned char type) { return type == KAVO_BINARY || type == KAVO_INTEGER || type == KAVO_SEMIINTEGER; }
+
+// The user's values as a solver takes them: that of an integer column is rounded, or unknown when it is not whole.
+std::vector<double> takenOf(const UserModel& user, std::span<const double> values) {
+  std::vector<double> taken(values.begin(), values.end());
+  for (std::size_t j = 0; j < taken.size(); ++j) {
+    if (!isWholeType(user.columns.type[j])) continue;
+    const double near = std::round(taken[j]);
+    taken[j] = std::abs(taken[j] - near) <= kWholeTolerance ? near : kUnknown;
+  }
+  return taken;
+}
+
+// Works out what the user says of his elements for all that are sent. His own values stay as they are; what is computed
+// from one that the solver will pass over is unknown, or it would contradict what the solver puts in its place.
+void carryForward(const TranslatedModel& model, rewrite::Starts& start) {
+  const std::span<const double> given = start.userColumn;
+  const std::vector<double> taken = takenOf(model.user, given);
+  start.userColumn = taken;
+  model.trail.startsForward(start);
+  start.userColumn = given;
+}
+
 // What the user says of his columns, worked out for all that are sent.
 std::vector<double> pointOf(const TranslatedModel& model, std::span<const double> user) {
   rewrite::Starts start;
   start.userColumn = user;
   start.column = ofSentColumns(model.sent, user, kUnknown);
-  model.trail.startsForward(start);
+  carryForward(model, start);
   return std::move(start.column);
 }
 
@@ -63,27 +87,54 @@ void forgetBasis(rewrite::Starts& start) {
   start.linearBasis.clear();
 }
 
+bool hasBasis(const rewrite::Starts& start) { return !start.userColumnBasis.empty() || !start.userRowBasis.empty(); }
+
+bool areAllKnown(std::span<const double> values) { return std::all_of(values.begin(), values.end(), isKnown); }
+bool isAnyKnown(std::span<const double> values) { return std::any_of(values.begin(), values.end(), isKnown); }
+
+// A value of every column that is sent, and a dual of every row.
+bool hasWholePoint(const rewrite::Starts& start) {
+  return !start.column.empty() && !start.userRow.empty() && areAllKnown(start.column) && areAllKnown(start.userRow);
+}
+
+// Whether the setting usebasis says that no basis, or no point, is to be used. otherKind: its value for the other
+// alone.
+bool isRefused(const Choices& choices, int otherKind) {
+  return choices.basisUse && (*choices.basisUse == 0 || *choices.basisUse == otherKind);
+}
+constexpr int kBasisOnly = 2, kPointOnly = 3;
+
+// Why the start point of a continuous model is not used; "" when it is, when nobody gave one or the setting says so.
+// Modeling systems often send values alone, as guesses for solvers of another kind: only who asks for them is told.
+std::string unusedPoint(const UserModel& user, const rewrite::Starts& start, const Choices& choices) {
+  const bool hasDuals = isAnyKnown(start.userRow);
+  if (isRefused(choices, kBasisOnly) || (!hasDuals && !isAnyKnown(start.userColumn))) return {};
+  if (!choices.basisUse && !hasDuals) return {};
+  if (hasWholePoint(start)) {
+    if (choices.basisUse || !start.columnBasis.empty()) return {};
+    return "the start point is not used: usebasis=3 hands it to the solver";
+  }
+  const auto known = std::count_if(start.userColumn.begin(), start.userColumn.end(), isKnown) +
+                     std::count_if(start.userRow.begin(), start.userRow.end(), isKnown);
+  const std::size_t all = user.columns.count + user.rows.count, missing = all - static_cast<std::size_t>(known);
+  if (missing == 0) return "the start point is not used: what the model is rewritten to has values of its own";
+  return fmt::format("the start point is not used: {} of {} variables and rows have no value or dual value in it",
+                     missing, all);
+}
+
 class UnusedBasis {
  public:
   UnusedBasis(const rewrite::Starts& start, const Choices& choices) : start_(start), choices_(choices) {}
 
   // "" when the basis is used as it is, or nobody gave one.
   std::string note() const {
-    if (start_.userColumnBasis.empty() && start_.userRowBasis.empty()) return {};
-    const int use = choices_.basisUse.value_or(hasPoint() ? 1 : 0);
-    const bool isWanted = use == 1 || use == 2;
-    if (choices_.basisUse && !isWanted) return {};
+    if (!hasBasis(start_) || isRefused(choices_, kPointOnly)) return {};
     if (start_.columnBasis.empty()) return incomplete();
+    const bool isWanted = choices_.basisUse || hasWholePoint(start_);
     return isWanted ? sizeNote() : "the start basis is not used: usebasis=2 hands it to the solver";
   }
 
  private:
-  bool hasPoint() const {
-    return !start_.column.empty() && !start_.userRow.empty() &&
-           std::all_of(start_.column.begin(), start_.column.end(), isKnown) &&
-           std::all_of(start_.userRow.begin(), start_.userRow.end(), isKnown);
-  }
-
   std::string incomplete() const {
     const auto unknown = std::count(start_.userColumnBasis.begin(), start_.userColumnBasis.end(), 0) +
                          std::count(start_.userRowBasis.begin(), start_.userRowBasis.end(), 0);
@@ -143,7 +194,7 @@ rewrite::Starts startOf(const TranslatedModel& model) {
     start.row = ofSentRows(model.sent, start.userRow);
   }
   takeBasis(model, start);
-  model.trail.startsForward(start);
+  carryForward(model, start);
   if (!areKnown(start.columnBasis) || !areKnown(start.rowBasis) || !areKnown(start.linearBasis)) forgetBasis(start);
   return start;
 }
@@ -171,24 +222,34 @@ std::vector<std::vector<double>> mipStartsOf(const TranslatedModel& model, const
 
 void noteUnusedStarts(const TranslatedModel& model, const rewrite::Starts& start, const Choices& choices) {
   trpRec* host = model.user.host;
+  const auto note = [host](const std::string& line) {
+    if (!line.empty()) kavo_link_note(host, line.c_str());
+  };
+  const bool isBasisWanted = hasBasis(start) && !isRefused(choices, kPointOnly);
   if (isDiscrete(model, choices)) {
+    if (isBasisWanted) note("the start basis is not used: something in the model is discrete");
     const std::size_t count = choices.usesMipStarts ? 0 : mipStartsOf(model, choices).size();
     if (count == 0) return;
     const std::string what = count == 1 ? "the start point is" : fmt::format("the {} start points are", count);
-    kavo_link_note(host, fmt::format("{} not used: mipstart=1 hands start points to the search", what).c_str());
-    return;
+    return note(fmt::format("{} not used: mipstart=1 hands start points to the search", what));
   }
   const double* other = nullptr;
   checkHost(kavo_link_mip_start(host, 0, &other));
   if (other != nullptr || !choices.mipStarts.empty()) {
-    kavo_link_note(host, "starts of a search are not used: nothing in the model is discrete");
+    note("starts of a search are not used: nothing in the model is discrete");
   }
   const bool isQuadratic = model.sent.beyond() != nullptr &&
                            (model.sent.beyond()->quadratic.heads.size() > 0 ||
                             model.sent.beyond()->objective.kind == rewrite::BeyondObjective::Kind::quadratic);
-  if (isQuadratic) return;
-  const std::string line = UnusedBasis(start, choices).note();
-  if (!line.empty()) kavo_link_note(host, line.c_str());
+  if (!isQuadratic) {
+    note(UnusedBasis(start, choices).note());
+    return note(unusedPoint(model.user, start, choices));
+  }
+  if (isBasisWanted) note("the start basis is not used: the model has quadratic terms");
+  const bool isPointWanted = choices.basisUse && !isRefused(choices, kBasisOnly);
+  if (isPointWanted && (isAnyKnown(start.userColumn) || isAnyKnown(start.userRow))) {
+    note("the start point is not used: the model has quadratic terms");
+  }
 }
 
 }  // namespace brel::load

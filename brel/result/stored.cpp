@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <span>
+#include <sstream>
 #include <string_view>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "brel/hash.h"
@@ -35,6 +39,32 @@ constexpr Title kRowTitles[] = {
     {"side_low", KAVO_SIDE_LOW}, {"side_high", KAVO_SIDE_HIGH},
 };
 
+std::string inOneLine(const std::string& name) {
+  std::string text;
+  for (const char c : name) {
+    if (c == '\n' || c == '\r') {
+      text += c == '\n' ? "\\n" : "\\r";
+    } else {
+      text.append(c == '\\' ? 2 : 1, c);
+    }
+  }
+  return text;
+}
+
+std::string contentsOf(const std::string& path) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) {
+    throw tav::UserException(fmt::format("rngread: {} is a folder", path));
+  }
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  if (file && file.peek() != std::ifstream::traits_type::eof()) text << file.rdbuf();
+  if (!file.is_open() || file.bad() || text.bad()) {
+    throw tav::UserException(fmt::format("rngread: {} cannot be read", path));
+  }
+  return std::move(text).str();
+}
+
 // The results of the columns or the rows.
 struct Part {
   int kind;
@@ -43,9 +73,10 @@ struct Part {
   std::size_t count;
   kavo_names names;
 
+  // As it stands in the file.
   std::string name(std::size_t i) const {
     const std::string given = nameOf(names, i);
-    return given.empty() ? fmt::format("{}[{}]", kind == KAVO_COLUMN ? "_svar" : "_scon", i + 1) : given;
+    return given.empty() ? fmt::format("{}[{}]", kind == KAVO_COLUMN ? "_svar" : "_scon", i + 1) : inOneLine(given);
   }
 };
 
@@ -163,11 +194,7 @@ void writePart(trpRec* host, const Part& part, Out out) {
 // Reads line by line and knows where it is.
 class Reader {
  public:
-  Reader(const UserModel& user, const std::string& path) : user_(user), path_(path) {
-    std::ifstream file(path, std::ios::binary);
-    if (file) text_.assign(std::istreambuf_iterator<char>(file), {});
-    if (!file || file.bad()) throw tav::UserException(fmt::format("rngread: {} cannot be read", path));
-  }
+  Reader(const UserModel& user, const std::string& path) : user_(user), path_(path), text_(contentsOf(path)) {}
 
   kavo_finish read() {
     if (next() != kHead) fail("this is no file that rngrestart has written");

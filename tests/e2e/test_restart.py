@@ -39,11 +39,11 @@ class Restart(unittest.TestCase):
         return str(raised.exception)
 
     def test_what_is_read_back_is_what_was_written(self):
-        for kind in (CONTINUOUS, BINARY):
-            columns = [*COLUMNS[:2], ("z", -2, 9, kind)]
+        for kind, name in ((CONTINUOUS, "z"), (BINARY, "z"), (CONTINUOUS, " z\\n\n\r\\\u00e9\x01\n")):
+            columns = [*COLUMNS[:2], (name, -2, 9, kind)]
             solved, results = self.write(columns)
             trace = self.file + ".trace"
-            with self.subTest(kind), environment(GRBLINK_TRACE=trace), self.model(columns) as model:
+            with self.subTest(kind=kind, name=name), environment(GRBLINK_TRACE=trace), self.model(columns) as model:
                 read = model.solve(rngread=self.file)
                 self.assertEqual(everything(model), results)
                 for fact in ("status", "termination", "objective", "bound", "gap", "iterations", "nodes", "sol_code"):
@@ -78,6 +78,8 @@ class Restart(unittest.TestCase):
         self.assertIn("the file was altered", self.refusal(self.model()))
         os.remove(self.file)
         self.assertIn(f"rngread: {self.file} cannot be read", self.refusal(self.model()))
+        os.mkdir(self.file)
+        self.assertIn(f"rngread: {self.file} is a folder", self.refusal(self.model()))
 
     def test_a_file_that_cannot_be_written_is_told_before_the_solve(self):
         with self.model() as model, self.assertRaisesRegex(KavoError, "rngrestart: .*nowhere"):

@@ -126,6 +126,19 @@ class SearchStarts(Folder):
             self.assertEqual(model.solve(**lists).notes,
                              [unknown, "starts of a search are not used: nothing in the model is discrete"])
 
+    def test_what_is_computed_from_a_value_that_is_passed_over_is_passed_over(self):
+        for tree, values, copied in ((None, (1, 2.5), 1), (None, (1, 1.999999), 3), (("abs", "x1"), (1, -1.5), 1),
+                                     (("abs", "x1"), (1, -1), 4)):
+            with self.subTest(tree=tree, values=values), make(
+                    "max", [("x", -3, 3, INTEGER), ("y", -3, 3, INTEGER)], [("r", 1, {0: 1, 1: 0 if tree else 1}, 4)],
+                    [1, -1]) as model:
+                if tree:
+                    give_expressions(model, {0: tree})
+                model.call("kavo_set_start", example.doubles(*values), None)
+                _, log = logged(model, mipstart=1)
+                self.assertIn(f"Copy {copied} variables into MIP Start.", log)
+                self.assertFalse(any("did not produce" in line for line in log), log)
+
     def test_files_that_are_wrong_are_refused_by_file_and_line(self):
         cases = {"nan": "x0 nan", "text": "x0 one", "half": "x0"}
         for name, line in cases.items():
@@ -146,6 +159,39 @@ class Bases(unittest.TestCase):
     # max 3x + 2y with a row with two sides and one without any
     COLUMNS, COSTS = [("x", 0, 3), ("y", 0, INF)], [3, 2]
     ROWS = [("both", 1, {0: 1, 1: 1}, 4), ("none", -INF, {0: 1}, INF), ("most", -INF, {0: 1, 1: 3}, 8)]
+
+    def notes_of(self, point=None, duals=None, basis=False, kind=CONTINUOUS, **options):
+        """The notes of a solve, and of one after a change of a side."""
+        columns = [(*column, kind) for column in self.COLUMNS]
+        with make("max", columns, self.ROWS, self.COSTS) as model:
+            if point or duals:
+                model.call("kavo_set_start", *(values and example.doubles(*values) for values in (point, duals)))
+            if basis:
+                model.call("kavo_set_basis", ints([2, 3]), ints([2, 3, 3]))
+            first = model.solve(**options).notes
+            model.call("kavo_change_sides", 1, ints([2]), None, example.doubles(9))
+            self.assertEqual(model.solve(**options).notes, first)
+        return first
+
+    def test_starts_that_the_setting_leaves_out_are_told_in_every_solve(self):
+        missing = "the start point is not used: {} of 5 variables and rows have no value or dual value in it"
+        discrete = "the start basis is not used: something in the model is discrete"
+        search = "the start point is not used: mipstart=1 hands start points to the search"
+        point, duals = [3, 1], [2, 0, 0]
+        for given, notes in (
+                ({"point": point}, []), ({"point": point, "usebasis": 2}, []), ({"point": point, "usebasis": 0}, []),
+                ({"point": point, "usebasis": 3}, [missing.format(3)]),
+                ({"point": [3, NAN], "duals": duals, "usebasis": 1}, [missing.format(1)]),
+                ({"duals": duals}, [missing.format(2)]),
+                ({"point": point, "duals": duals}, ["the start point is not used: usebasis=3 hands it to the solver"]),
+                ({"point": point, "duals": duals, "usebasis": 3}, []),
+                ({"point": point, "duals": duals, "basis": True}, []),
+                ({"basis": True}, ["the start basis is not used: usebasis=2 hands it to the solver"]),
+                ({"basis": True, "usebasis": 2, "kind": INTEGER}, [discrete]),
+                ({"basis": True, "point": point, "kind": INTEGER}, [discrete, search]),
+                ({"basis": True, "usebasis": 0, "kind": INTEGER}, [])):
+            with self.subTest(given):
+                self.assertEqual(self.notes_of(**given), notes)
 
     def solve(self, columns, rows, **options):
         with make("max", self.COLUMNS, self.ROWS, self.COSTS) as model:
