@@ -7,6 +7,7 @@
 #include "brel/interrupt_hook.h"
 #include "brel/plugin/fixed_options.h"
 #include "brel/plugin/plugins.h"
+#include "brel/plugin/searched.h"
 #include "brel/result/reader.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/tags.h"
@@ -38,6 +39,9 @@ class FixedSolve : public AbstractPlugin {
     const auto command = solve.solver.makeCommand(tav::opt::tag::kCommand, 0, std::nullopt);
     const std::string why = command ? whyNot(solve) : "the solver cannot fix a model";
     if (!why.empty()) return note(solve.host, "no fixed model was solved: " + why);
+    result::Reader reader(solve.host, solve.solver, solve.model);
+    const Searched searched(solve.model.user, reader);
+    if (searched.isInfinite()) return note(solve.host, "no fixed model was solved: there is no point");
     try {
       command->run();
       solveFixed(solve);
@@ -45,7 +49,7 @@ class FixedSolve : public AbstractPlugin {
       // what the search has found is not to be lost for that
       return note(solve.host, fmt::format("the fixed model could not be solved: {}", failure.what()));
     }
-    report(solve);
+    report(solve, searched);
   }
 
  private:
@@ -74,9 +78,18 @@ class FixedSolve : public AbstractPlugin {
     options_->leave(solve.given, solve.solver);
   }
 
-  static void report(Solve& solve) {
+  static void report(Solve& solve, const Searched& searched) {
     result::Reader reader(solve.host, solve.solver, solve.model, KAVO_OF_FIXED);
     const kavo_finish found = reader.facts();
+    if (found.solutions > 0) {
+      const std::string why = searched.whyNot(found, reader.columns());
+      if (!why.empty()) {
+        return note(solve.host,
+                    "the fixed model is not the search's with its integers fixed, so nothing of it is given: " + why);
+      }
+      if (searched.isImproved(found))
+        note(solve.host, "the fixed model has a better objective than the point of the search");
+    }
     reader.read(found.solutions > 0 ? result::Extent::all : result::Extent::basis);
     checkHost(kavo_link_finish_fixed(solve.host, &found));
     if (found.solutions == 0) {

@@ -19,6 +19,7 @@ using tav::attr::ContainerDict;
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr double kInfiniteObjective = 1e100;  // from here on Gurobi says infinite
 
 // The first `count` values of a quantity; none when the solver does not have it now.
 template <class T>
@@ -48,6 +49,11 @@ double gapOf(double objective, double bound) {
 bool isUnboundedOrInfeasible(int status) { return status >= KAVO_INFEASIBLE && status <= KAVO_INFEASIBLE_OR_UNBOUNDED; }
 
 }  // namespace
+
+bool isInfinite(double objective, std::span<const double> columns, double most) {
+  if (std::abs(objective) >= kInfiniteObjective) return true;
+  return std::any_of(columns.begin(), columns.end(), [most](double value) { return std::abs(value) >= most; });
+}
 
 Reader::Reader(trpRec* host, tav::opt::AbstractSolver& solver, const load::TranslatedModel& model, int of)
     : host_(host),
@@ -85,11 +91,9 @@ void Reader::readPoint() {
                               model_.sent.columnCount());
 }
 
-double Reader::largestValue() {
+std::span<const double> Reader::columns() {
   readPoint();
-  double largest = 0;
-  for (std::size_t j = 0; j < model_.user.columns.count; ++j) largest = std::max(largest, std::abs(primal_[j]));
-  return largest;
+  return std::span<const double>(primal_).first(model_.user.columns.count);
 }
 
 void Reader::read(Extent extent) {

@@ -20,6 +20,12 @@ enum class Extent {
   all     // the point, and the solver's activities, duals, reduced costs and basis, as far as it has them
 };
 
+inline constexpr double kInfiniteValue = 1e30;  // where a solver stands that walks to infinity
+
+// Whether an objective or values of columns are no numbers of a point: the objective is infinite, or the size of some
+// value is `most` or more.
+bool isInfinite(double objective, std::span<const double> columns, double most);
+
 // Reads what the solver knows after a solve and hands it to the host on the user's own elements. Asks before it reads:
 // what the solver does not have is not given.
 //
@@ -32,8 +38,8 @@ class Reader {
   // Status, stop, objective, bound, counts and times of the solve. Gives nothing to the host.
   kavo_finish facts() const;
 
-  // The largest size of a value of the user's columns at the point, which there must be. Gives nothing to the host.
-  double largestValue();
+  // The values of the user's columns at the point, which there must be. Gives nothing to the host.
+  std::span<const double> columns();
 
   // Gives values, reduced costs, activities, duals, slacks and basis.
   void read(Extent extent);

@@ -77,6 +77,12 @@ Largest worstSet(const kavo_sets& sets, std::span<const double> point) {
 
 }  // namespace
 
+double largestOfBoundsAndSets(const UserModel& user, std::span<const double> point) {
+  Largest worst = worstSet(user.sets, point);
+  for (std::size_t j = 0; j < point.size(); ++j) worst.take(boundViolation(user.columns, j, point[j]), j);
+  return worst.value;
+}
+
 void checkPoint(const UserModel& user, const rewrite::UserPoint& at) {
   const kavo_columns& columns = user.columns;
   const kavo_rows& rows = user.rows;

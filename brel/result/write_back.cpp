@@ -23,8 +23,6 @@ namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr double kObjectiveTolerance = 1e-6;  // relative to values beyond 1
-constexpr double kInfiniteObjective = 1e100;  // from here on Gurobi says infinite
-constexpr double kInfiniteValue = 1e30;       // where a solver stands that walks to infinity
 
 void note(trpRec* host, const std::string& line) { kavo_link_note(host, line.c_str()); }
 
@@ -38,7 +36,7 @@ void leaveOut(kavo_finish& finish) {
 void settleInfinity(Reader& reader, trpRec* host, kavo_finish& finish) {
   if (finish.solutions == 0) return;
   const double most = finish.status == KAVO_UNBOUNDED ? rewrite::kUserInfinity : kInfiniteValue;
-  if (std::abs(finish.objective) < kInfiniteObjective && reader.largestValue() < most) return;
+  if (!isInfinite(finish.objective, reader.columns(), most)) return;
   leaveOut(finish);
   if (finish.status == KAVO_OPTIMAL || finish.status == KAVO_LOCALLY_OPTIMAL) finish.status = KAVO_UNBOUNDED;
   note(host, "the solver ended at infinite values, which are no point of the model and are not given");
@@ -52,7 +50,7 @@ void settleRelaxation(Reader& reader, trpRec* host, kavo_finish& finish) {
   const bool isCostKnown = std::abs(finish.relaxation) < rewrite::kUserInfinity;
   if (!isCostKnown) finish.relaxation = kUnknown;
   if (finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED) finish.status = isCostKnown ? KAVO_UNBOUNDED : KAVO_INFEASIBLE;
-  const bool isFar = finish.solutions > 0 && reader.largestValue() >= rewrite::kUserInfinity;
+  const bool isFar = finish.solutions > 0 && isInfinite(finish.objective, reader.columns(), rewrite::kUserInfinity);
   if (isFar || finish.status == KAVO_UNBOUNDED) {
     finish.status = KAVO_UNBOUNDED;
     leaveOut(finish);
