@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <string_view>
+#include <system_error>
 
 #include "app/words.h"
 
@@ -15,6 +16,12 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr const char *kResultFile = "ResultFile", *kSolutionFiles = "SolFiles";
+
+// What comes from a pipe can be read only once, and not here.
+bool canLookInto(const std::string& path) {
+  std::error_code none;
+  return std::filesystem::is_regular_file(path, none);
+}
 
 void add(std::vector<RunFiles::One>& files, const std::string& path, const std::string& what, bool isOurs = true) {
   if (!path.empty()) files.push_back({path, what, isOurs});
@@ -33,6 +40,7 @@ void addModel(RunFiles& files, const Arguments& arguments, const Paths& paths) {
 // The files that a list names, one per line, from its own folder on.
 void addStarts(RunFiles& files, const std::string& path) {
   add(files.read, path, "the list of multimipstart");
+  if (!canLookInto(path)) return;
   std::ifstream list(path);
   for (std::string line; std::getline(list, line);) {
     const std::size_t first = line.find_first_not_of(kBlanks);
@@ -61,6 +69,7 @@ void addTuning(RunFiles& files, std::string_view list) {
 
 // The value of a parameter in a file of Gurobi's own form; "" for one that is not there.
 std::string parameterIn(const std::string& path, std::string_view name) {
+  if (!canLookInto(path)) return {};
   std::ifstream file(path);
   std::string found, word, value;
   for (std::string line; std::getline(file, line);) {
@@ -87,7 +96,7 @@ void addGurobiOutputs(RunFiles& files, const Session& session) {
   const std::string result = inForce(kResultFile), solutions = inForce(kSolutionFiles);
   addResults(files, result, solutions);
   if (!parameters.empty()) add(files.written, parameterIn(parameters, "LogFile"), "LogFile", false);
-  if (fixed.empty()) return;
+  if (!canLookInto(fixed)) return;
   const Session settings;
   if (kavo_read_options(settings.model(), fixed.c_str()) != KAVO_OK) return;  // told when the link reads it
   const auto other = [](const std::string& value, const std::string& before) { return value == before ? "" : value; };

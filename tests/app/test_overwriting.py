@@ -99,6 +99,16 @@ class Overwriting(cli.FolderCase):
                 self.assertEqual(run.returncode, 1)
                 self.assert_one_line(run.stderr, "unknown option")
 
+    def test_a_pipe_is_left_for_the_link(self):
+        for name in ("multimipstart", "readparams", "fixoptfile"):
+            ours, theirs = os.pipe()
+            with os.fdopen(ours), os.fdopen(theirs, "w") as pipe:
+                pipe.write("a line\n")
+                pipe.flush()
+                self.run_fake("small.mps", f"{name}=/dev/fd/{ours}", pass_fds=[ours])
+                os.set_blocking(ours, False)
+                self.assertEqual(os.read(ours, 100), b"a line\n", name)
+
 
 if __name__ == "__main__":
     unittest.main()
