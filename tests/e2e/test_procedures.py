@@ -10,9 +10,11 @@ import unittest
 
 import gurobipy
 
-from ctypes import byref, c_double, c_int, c_size_t
+from ctypes import byref, c_double, c_int, c_size_t, c_ubyte
 
-from harness import BINARY, INF, INTEGER, KavoError, Model, environment, make, market_split
+from harness import BINARY, CONTINUOUS, INF, INTEGER, KavoError, Model, environment, make, market_split
+
+SEMICONTINUOUS = 3
 
 
 def knapsacks(rows=8, size=30):
@@ -41,6 +43,13 @@ def fixed_by_gurobipy():
     fixed = model.fixed()
     fixed.optimize()
     return [v.X for v in fixed.getVars()], [c.Pi for c in fixed.getConstrs()], [v.RC for v in fixed.getVars()]
+
+
+def semicontinuous_in_a_set():
+    """Gurobi forgets to fix the semicontinuous member that is 0."""
+    model = make("max", [("x", 0, 2, SEMICONTINUOUS), ("y", 0, 1, 0)], [("c", -INF, {0: 1, 1: 1}, 9)], [1, 3])
+    model.call("kavo_add_sets", c_size_t(1), (c_ubyte * 1)(1), (c_size_t * 2)(0, 2), (c_int * 2)(0, 1), None, None)
+    return model
 
 
 class FixedModel(unittest.TestCase):
@@ -104,6 +113,7 @@ class FixedModel(unittest.TestCase):
             ("no integer variables", make("min", [("x", 0, 1)], [("r", 1, {0: 2}, INF)], [1]), {}),
             ("there is no point", make("min", *never, [1]), {}),
             ("the model was relaxed", make("min", *never, [1]), {"feasopt": 1}),
+            ("its objective is 5, and that of the search 3", semicontinuous_in_a_set(), {}),
             ("nothing was solved", make("min", *never, [1]), {"iis": 2}),
         ]:
             with self.subTest(why), model:
@@ -184,6 +194,53 @@ class NoConflict(unittest.TestCase):
                 self.assertIsNone(model.json()["iis"])
 
 
+class Infinity(unittest.TestCase):
+    def test_no_point_at_infinity_is_given(self):
+        # Gurobi calls this one optimal, with an infinite objective.
+        drifting = [(None, 0, INF, INTEGER), (None, -INF, 3, INTEGER), (None, -INF, 8, INTEGER), (None, 0, 8, 4),
+                    (None, 0, 9, SEMICONTINUOUS), (None, 0, 9, 4)]
+        row = (None, -INF, {5: -2, 0: -1, 2: -3}, 2)
+        cases = [("optimal at infinity", make("max", drifting, [row], [3, -4, -2, -1, 1, 0], 3.5),
+                  dict(threads=1, seed=1, mipgap=0, mipgapabs=0, method=1, dualreductions=0), None)]
+        for kind in (CONTINUOUS, INTEGER):
+            for mode, cost in ((1, 4), (3, 1), (5, 8)):
+                free = make("max", [("x", 0, INF, kind), ("y", 0, 1, 0)],
+                            [("c", 5, {1: 1}, INF), ("d", -INF, {1: 1, 0: -1}, 7)], [1, 1])
+                cases.append((f"relaxed, {kind}", free, dict(feasopt=1, feasoptmode=mode), cost))
+        for name, model, options, cost in cases:
+            with self.subTest(name, **options), model:
+                found = model.solve(**options)
+                self.assertEqual((found.status, found.sol_code, found.solutions), ("unbounded", 350, 0))
+                self.assertEqual((found.objective, found.bound, found.values, found.duals), (None,) * 4)
+                self.assertIn("infinite values" if cost is None else "is unbounded", " ".join(found.notes))
+                if cost is not None:
+                    self.assertAlmostEqual(found.relaxation, cost, delta=1e-6)
+
+
+class OddRelaxations(unittest.TestCase):
+    def test_what_gives_way_and_what_it_costs(self):
+        crossed = [("x", 0, 9)], [("c", 5, {0: 1}, 3)]
+        firm = [("x", 1, 3, SEMICONTINUOUS), ("y", 0, 1, 0)], [("c", 5, {0: 1, 1: 1}, INF)]
+        for name, model, preference, mode, cost, objective, note in [
+            ("crossed sides", make("min", *crossed, [1]), None, 1, 2, 3, "whose cost is 2"),
+            ("crossed sides, counted", make("min", *crossed, [1]), None, 2, 1, None, "whose cost is 1"),
+            ("crossed sides, of half the price", make("min", *crossed, [1]), [2], 1, 1, 3, "whose cost is 1"),
+            ("crossed sides that are firm", make("min", *crossed, [1]), [0], 1, None, None, "no feasible relaxation"),
+            ("semicontinuous", make("min", *firm, [1, 3]), None, 1, 1, 6, "semi-integer variables do not give way"),
+            ("no objective", make(None, [("x", 0, 3)], [("c", 5, {0: 1}, INF)], None), None, 0, 2, 0, "cost is 2"),
+        ]:
+            with self.subTest(name), model:
+                if preference:
+                    model.suffix(1, "feaspref", preference)
+                found = model.solve(feasopt=1, feasoptmode=mode)
+                self.assertEqual(found.relaxation is None, cost is None)
+                if cost is not None:
+                    self.assertAlmostEqual(found.relaxation, cost, delta=1e-6)
+                if objective is not None:
+                    self.assertAlmostEqual(found.objective, objective, delta=1e-6)
+                self.assertIn(note, " ".join(found.notes))
+
+
 class Interrupts(unittest.TestCase):
     def contradiction(self):
         """Equations over binaries, of which nobody knows soon whether they contradict each other."""
@@ -216,6 +273,7 @@ class Interrupts(unittest.TestCase):
                 self.assertIn("feasible relaxation", found.message.decode())
                 self.assertAlmostEqual(found.objective, sum(found.values), delta=1e-4)
                 self.assertGreaterEqual(found.relaxation, model.violation() - 1e-4)
+                self.assertEqual("was cut short" in " ".join(found.notes), mode == 1)
 
 
 class Tuning(unittest.TestCase):
