@@ -50,11 +50,13 @@ void settleRelaxation(Reader& reader, trpRec* host, kavo_finish& finish) {
   const bool isCostKnown = std::abs(finish.relaxation) < rewrite::kUserInfinity;
   if (!isCostKnown) finish.relaxation = kUnknown;
   if (finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED) finish.status = isCostKnown ? KAVO_UNBOUNDED : KAVO_INFEASIBLE;
+  const bool isUnbounded = finish.status == KAVO_UNBOUNDED;
   const bool isFar = finish.solutions > 0 && isInfinite(finish.objective, reader.columns(), rewrite::kUserInfinity);
-  if (isFar || finish.status == KAVO_UNBOUNDED) {
+  if (isUnbounded || isFar) {
     finish.status = KAVO_UNBOUNDED;
     leaveOut(finish);
-    note(host, "the objective of the relaxed model is unbounded, so there is no point");
+    note(host, isUnbounded ? "the objective of the relaxed model is unbounded, so there is no point"
+                           : "the solve of the relaxed model ended at infinite values, which are no point");
   } else if (!isInfeasible(finish.status)) {
     finish.status = KAVO_UNKNOWN;
   }
