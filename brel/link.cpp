@@ -135,6 +135,7 @@ void Link::run() {
   }
   choices.basisUse = settings::wholeNumber(given, "usebasis");
   choices.usesMipStarts = settings::wholeNumber(given, "mipstart").value_or(0) != 0;
+  choices.usesHints = settings::wholeNumber(given, "varhint").value_or(0) != 0;
   if (settings::wholeNumber(given, "feasopt").value_or(0) != 0) choices.preferences = load::preferencesOf(model);
   const load::Loaded wanted(model, given, choices);
   bring(wanted, solve);

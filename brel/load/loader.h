@@ -36,6 +36,7 @@ struct Choices {
   std::optional<Preferences> preferences;  // none: the model is not relaxed
   std::optional<int> basisUse;             // the setting usebasis, if it is given
   bool usesMipStarts = false;
+  bool usesHints = false;  // the start values of the host
 
   bool allObjectives = false;                            // every linear objective, or only the one that is solved
   std::vector<double> objectiveAbsTol, objectiveRelTol;  // per objective, as far as given; else the model's own

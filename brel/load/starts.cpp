@@ -228,7 +228,8 @@ void noteUnusedStarts(const TranslatedModel& model, const rewrite::Starts& start
   const bool isBasisWanted = hasBasis(start) && !isRefused(choices, kPointOnly);
   if (isDiscrete(model, choices)) {
     if (isBasisWanted) note("the start basis is not used: something in the model is discrete");
-    const std::size_t count = choices.usesMipStarts ? 0 : mipStartsOf(model, choices).size();
+    std::size_t count = choices.usesMipStarts ? 0 : mipStartsOf(model, choices).size();
+    if (count > 0 && choices.usesHints && isAnyKnown(start.userColumn)) --count;
     if (count == 0) return;
     const std::string what = count == 1 ? "the start point is" : fmt::format("the {} start points are", count);
     return note(fmt::format("{} not used: mipstart=1 hands start points to the search", what));

@@ -189,6 +189,7 @@ class Bases(unittest.TestCase):
                 ({"basis": True}, ["the start basis is not used: usebasis=2 hands it to the solver"]),
                 ({"basis": True, "usebasis": 2, "kind": INTEGER}, [discrete]),
                 ({"basis": True, "point": point, "kind": INTEGER}, [discrete, search]),
+                ({"point": point, "kind": INTEGER, "varhint": 1}, []),
                 ({"basis": True, "usebasis": 0, "kind": INTEGER}, [])):
             with self.subTest(given):
                 self.assertEqual(self.notes_of(**given), notes)
