@@ -58,6 +58,7 @@ class FixedSolve : public AbstractPlugin {
     if (solve.services == nullptr) return "the solver does not tell enough";
     if (solve.services->stopReason() == StopReason::notRun) return "nothing was solved";
     if (!solve.services->structureIntact()) return "the model was relaxed";
+    if (solve.choices.allObjectives) return "several objectives have no duals";
     if (!solve.services->isSearch()) return "the model has no integer variables, and the solve has its duals";
     const auto facts = solve.solver.makeModelAttributes(tav::opt::tag::kSolver, {});
     if (facts->get(tav::opt::ModelAttribute::status).as<int>().solutionCount() == 0) return "there is no point";

@@ -8,6 +8,7 @@
 
 #include "brel/host.h"
 #include "brel/plugin/plugins.h"
+#include "brel/result/reader.h"
 #include "brel/rewrite/objective_function.h"
 #include "tav/idx/lib/range.h"
 #include "tav/opt/quantities.h"
@@ -37,6 +38,7 @@ class Pool : public AbstractPlugin {
       std::vector<double> point(columns);
       points.get(tav::idx::lib::Range(0, static_cast<int>(columns)), point, k);
       const double objective = objectiveOf(solve, point, k);
+      if (result::isInfinite(objective, point, result::kInfiniteValue)) continue;
       if (mayRepeat && isKnown(objective, point)) {
         ++repeated;
         continue;

@@ -147,13 +147,14 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
     if (const auto conflict = services->conflict()) giveConflict(model, *conflict);
   }
   if (reader.point() == nullptr) return finish;
+  const bool isOneObjective = hasOneObjective(solver, model);
   // Of a search nobody expects duals; the plug-ins that were to give them say why there are none.
   if (!isRelaxed && !reader.hasDuals() && model.user.columns.count > 0 && discreteParts(model).empty()) {
-    note(host, "no duals: " + whyNoDuals(model, services));
+    note(host, "no duals: " + (isOneObjective ? whyNoDuals(model, services) : "several objectives"));
   }
   checkPoint(model.user, *reader.point());
   const auto objectives = giveObjectives(model.user, reader.point()->point());
-  if (!isRelaxed && hasOneObjective(solver, model)) tellDifference(model.user, objectives, finish.objective);
+  if (!isRelaxed && isOneObjective) tellDifference(model.user, objectives, finish.objective);
   return finish;
 }
 

@@ -17,7 +17,8 @@ namespace brel::settings {
 struct Checked {
   const Row* row;
   std::variant<int, double, std::string> value;
-  std::string place = {};  // "run.opt, line 3: " or "command line: ", as far as it is known
+  // "run.opt, line 3: " or "command line: ", as far as it is known.
+  std::string place = {};  // NOLINT(readability-redundant-member-init): -Wextra wants it where a value is optional
 };
 
 // What the host's settings come to.
