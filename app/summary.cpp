@@ -76,7 +76,9 @@ std::string absentDuals(const Session& session, const kavo_outcome& outcome) {
   const bool hasDuals =
       session.values(KAVO_DUAL).first != nullptr || session.values(KAVO_DUAL + KAVO_OF_FIXED).first != nullptr;
   if (!hasPoint || hasDuals || !std::isnan(outcome.relaxation) || !hasDiscreteVariables(session)) return {};
-  return "no duals: the model has integer or semi-continuous variables (solvefixed=1 gives those of the fixed model)\n";
+  const char* const reason = "no duals: the model has integer or semi-continuous variables";
+  const bool mayHelp = session.given("solvefixed").empty() && session.given("multobj").empty();
+  return fmt::format("{}{}\n", reason, mayHelp ? " (solvefixed=1 gives those of the fixed model)" : "");
 }
 
 std::string warnings(const Session& session) {

@@ -43,6 +43,18 @@ void requireLinear(const trpRec* host, std::size_t count) {
   }
 }
 
+// The odd modes of a relaxation keep what the cheapest one costs by a row of their own, which the solver does for one
+// objective only.
+void requireSolvable(const settings::Given& given) {
+  const bool isRelaxed = settings::wholeNumber(given, "feasopt").value_or(0) == 1;
+  const int mode = settings::wholeNumber(given, "feasoptmode").value_or(0);
+  if (!isRelaxed || mode % 2 == 0) return;
+  throw tav::UserException(
+      fmt::format("feasoptmode {} improves one objective after the relaxation and multobj 1 solves several; take the "
+                  "mode {}, or leave multobj out",
+                  mode, mode - 1));
+}
+
 double toleranceOf(std::string_view name, std::string_view word) {
   const auto value = tav::util::toDouble(word);
   if (value && *value >= 0 && std::isfinite(*value)) return *value;
@@ -88,6 +100,7 @@ class MultipleObjectives : public AbstractPlugin {
           fmt::format("multobj 1 solves all objectives and objno {} one of them; give one or the other", chosen));
     }
     requireLinear(solve.host, count);
+    requireSolvable(solve.given);
     solve.choices.objectiveAbsTol = tolerances("objnabstol", absTol, count);
     solve.choices.objectiveRelTol = tolerances("objnreltol", relTol, count);
     solve.choices.allObjectives = true;

@@ -1,5 +1,10 @@
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+
 #include "brel/host.h"
 #include "brel/plugin/plugins.h"
 #include "brel/result/stored.h"
@@ -17,12 +22,31 @@ void checkFile(int status) {
   if (status != KAVO_OK) throw tav::UserException(fmt::format("rngrestart: {}", kavo_last_error()));
 }
 
+// Of the options that were given, those that ask for something which only a solve can give.
+std::string withoutEffect(const settings::Given& given) {
+  constexpr std::string_view kNames[] = {"dumpbcsol",     "feasopt",   "iis",        "kappa",      "kappaexact",
+                                         "miptrace",      "pool",      "solvefixed", "statistics", "tuning",
+                                         "multimipstart", "writeprob", "writeparams"};
+  std::string names;
+  for (const settings::Checked& setting : given.settings) {
+    const std::string& name = setting.row->name();
+    if (std::find(std::begin(kNames), std::end(kNames), name) == std::end(kNames)) continue;
+    names += (names.empty() ? "" : ", ") + name;
+  }
+  return names;
+}
+
 // Results with their sensitivity ranges go to a file, and come from it without a solve.
 class RangeRestart : public AbstractPlugin {
  public:
   void prepare(Solve& solve) override {
     target_ = solve.values.text(PluginAttribute::rangeFile);
     const std::string source = solve.values.text(PluginAttribute::rangeSource);
+    if (solve.choices.allObjectives && !(source.empty() && target_.empty())) {
+      throw tav::UserException(
+          fmt::format("{} is for one objective and multobj 1 solves several; leave one of them out",
+                      source.empty() ? "rngrestart" : "rngread"));
+    }
     if (!source.empty()) return readBack(solve, source);
     if (target_.empty()) return;
     checkFile(kavo_check_writable(target_.c_str()));
@@ -48,6 +72,9 @@ class RangeRestart : public AbstractPlugin {
     checkHost(kavo_link_finish(solve.host, &solve.result));
     note(solve, fmt::format("the results were read from {}; nothing was solved", source));
     if (!target_.empty()) note(solve, fmt::format("{} was not written: nothing was solved", target_));
+    if (const std::string others = withoutEffect(solve.given); !others.empty()) {
+      note(solve, fmt::format("rngread leaves these options without effect: {}", others));
+    }
     solve.isDone = true;
   }
 

@@ -66,11 +66,13 @@ struct Verdict {
 };
 
 // A point of the pool that is as good as the answer has been proven as much; of a worse one it is known only that it is
-// feasible.
-Verdict judge(const Results& results, const PoolPoint& point) {
+// feasible. Where several objectives were solved, of which no bound is known, the first says too little.
+Verdict judge(const Model& model, const Results& results, const PoolPoint& point) {
   constexpr double kSame = 1e-9;
   const double best = results.finish.objective;
-  const bool same = std::fabs(point.objective - best) <= kSame * std::max(1.0, std::fabs(best));
+  const bool wereSeveral = model.objectives.size() > 1 && std::isnan(results.finish.bound);
+  const bool saysAll = !wereSeveral || point.values == results.values[KAVO_PRIMAL];
+  const bool same = saysAll && std::fabs(point.objective - best) <= kSame * std::max(1.0, std::fabs(best));
   const Outcome words = outcome(results);
   return same ? Verdict{words.solCode, words.message} : Verdict{100, "feasible solution"};
 }
@@ -95,7 +97,7 @@ void writeSol(const Model& model, const Results* results, const std::string& pat
 void writePoolSol(const Model& model, const Results& results, std::size_t index, const std::string& path,
                   const SolHeader& header) {
   const PoolPoint& point = results.pool[index];
-  const Verdict verdict = judge(results, point);
+  const Verdict verdict = judge(model, results, point);
   writeFile(path, [&](Text& text) {
     std::string message(header.message);
     message += fmt::format("\nalternative solution {} of {}: {}; objective {}", index + 1, results.pool.size(),

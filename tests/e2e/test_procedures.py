@@ -161,11 +161,14 @@ class SeveralObjectives(unittest.TestCase):
                     told = [one["value"] for one in model.json()["objectives"]]
                     self.assertEqual(told, [values[0], 3 - values[1]])
 
-    def test_wrong_lists_and_other_objectives_are_refused_before_a_licence_is_taken(self):
+    def test_what_does_not_go_with_several_objectives_is_refused_before_a_licence_is_taken(self):
         for options, message in [({"objnabstol": "1"}, "1 number is given for 2 objectives"),
                                  ({"objnabstol": "1,2,3"}, "3 numbers are given"),
                                  ({"objnreltol": "1,x"}, "'x' is no tolerance"), ({"objnreltol": "1,-2"}, "0 or more"),
-                                 ({"objnabstol": "1,nan"}, "'nan' is no tolerance")]:
+                                 ({"objnabstol": "1,nan"}, "'nan' is no tolerance"),
+                                 ({"feasopt": 1, "feasoptmode": 3}, "take the mode 2, or leave multobj out"),
+                                 ({"rngrestart": "x"}, "rngrestart is for one objective"),
+                                 ({"rngread": "x"}, "rngread is for one objective")]:
             with self.subTest(**options), self.two() as model:
                 with self.assertRaises(KavoError) as caught:
                     model.solve(multobj=1, **options)

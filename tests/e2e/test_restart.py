@@ -44,11 +44,12 @@ class Restart(unittest.TestCase):
             solved, results = self.write(columns)
             trace = self.file + ".trace"
             with self.subTest(kind=kind, name=name), environment(GRBLINK_TRACE=trace), self.model(columns) as model:
-                read = model.solve(rngread=self.file)
+                read = model.solve(rngread=self.file, solvefixed=1, iis=1)
                 self.assertEqual(everything(model), results)
                 for fact in ("status", "termination", "objective", "bound", "gap", "iterations", "nodes", "sol_code"):
                     self.assertEqual(getattr(read, fact), getattr(solved, fact), fact)
-                self.assertEqual(read.notes[-1:], [f"the results were read from {self.file}; nothing was solved"])
+                self.assertEqual(read.notes[-2:], [f"the results were read from {self.file}; nothing was solved",
+                                                   "rngread leaves these options without effect: solvefixed, iis"])
                 with open(trace, encoding="utf-8") as file:
                     self.assertNotIn("GRBstartenv", file.read())
             self.assertEqual(results[0][5] is not None, kind == CONTINUOUS, "ranges are there for a continuous model")
