@@ -86,9 +86,10 @@ kavo_finish Reader::facts() const {
 }
 
 void Reader::readPoint() {
-  if (!primal_.empty()) return;
-  primal_ = available<double>(solver_.makeVariableContainers({}), tav::opt::VariableQuantity::level,
-                              model_.sent.columnCount());
+  const int count = static_cast<int>(model_.sent.columnCount());
+  if (!primal_.empty() || count == 0) return;
+  const auto level = solver_.makeVariableContainers({}).get(tav::opt::VariableQuantity::level).as<double>();
+  primal_ = level.getValues(tav::idx::lib::Range(0, count));
 }
 
 std::span<const double> Reader::columns() {
