@@ -55,24 +55,25 @@ void requireSolvable(const settings::Given& given) {
                   mode, mode - 1));
 }
 
-double toleranceOf(std::string_view name, std::string_view word) {
+double toleranceOf(std::string_view heading, std::string_view word) {
   const auto value = tav::util::toDouble(word);
   if (value && *value >= 0 && std::isfinite(*value)) return *value;
-  throw tav::UserException(fmt::format("{}: '{}' is no tolerance; it must be a number of 0 or more", name, word));
+  throw tav::UserException(fmt::format("{}'{}' is no tolerance; it must be a number of 0 or more", heading, word));
 }
 
-// One number per objective, with commas or blanks between them; none for the empty text.
-std::vector<double> tolerances(std::string_view name, std::string_view list, std::size_t count) {
+// One number per objective, with commas or blanks between them; none for the empty text. An error begins with the
+// heading.
+std::vector<double> tolerances(std::string_view heading, std::string_view list, std::size_t count) {
   constexpr std::string_view kSeparators = ", \t";
   std::vector<double> values;
   std::size_t begin = 0;
   while ((begin = list.find_first_not_of(kSeparators, begin)) != std::string_view::npos) {
     const std::size_t end = std::min(list.find_first_of(kSeparators, begin), list.size());
-    values.push_back(toleranceOf(name, list.substr(begin, end - begin)));
+    values.push_back(toleranceOf(heading, list.substr(begin, end - begin)));
     begin = end;
   }
   if (values.empty() || values.size() == count) return values;
-  throw tav::UserException(fmt::format("{}: {} number{} given for {} objectives; there must be one for each", name,
+  throw tav::UserException(fmt::format("{}{} number{} given for {} objectives; there must be one for each", heading,
                                        values.size(), values.size() == 1 ? " is" : "s are", count));
 }
 
@@ -101,8 +102,8 @@ class MultipleObjectives : public AbstractPlugin {
     }
     requireLinear(solve.host, count);
     requireSolvable(solve.given);
-    solve.choices.objectiveAbsTol = tolerances("objnabstol", absTol, count);
-    solve.choices.objectiveRelTol = tolerances("objnreltol", relTol, count);
+    solve.choices.objectiveAbsTol = tolerances(solve.values.heading(Attribute::objectiveAbsTol), absTol, count);
+    solve.choices.objectiveRelTol = tolerances(solve.values.heading(Attribute::objectiveRelTol), relTol, count);
     solve.choices.allObjectives = true;
   }
 };

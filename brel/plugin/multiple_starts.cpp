@@ -35,17 +35,20 @@ class MultipleStarts : public AbstractPlugin {
  private:
   void readList(Solve& solve) {
     std::ifstream list(list_);
-    if (!list) throw tav::UserException(fmt::format("multimipstart: the list {} cannot be read", list_));
+    if (!list) fail(solve, "cannot be read");
     std::string line;
     for (int number = 1; std::getline(list, line); ++number) {
       const std::string name = trimmed(line);
       if (name.empty() || name.front() == '#') continue;
       readStart(solve, std::filesystem::path(list_).parent_path() / name, number);
     }
-    if (list.bad()) throw tav::UserException(fmt::format("multimipstart: the list {} cannot be read", list_));
-    if (solve.choices.mipStarts.empty()) {
-      throw tav::UserException(fmt::format("multimipstart: the list {} names no file", list_));
-    }
+    if (list.bad()) fail(solve, "cannot be read");
+    if (solve.choices.mipStarts.empty()) fail(solve, "names no file");
+  }
+
+  [[noreturn]] void fail(const Solve& solve, const char* what) const {
+    throw tav::UserException(
+        fmt::format("{}the list {} {}", solve.values.heading(PluginAttribute::startFiles), list_, what));
   }
 
   // line: of the list.

@@ -7,6 +7,7 @@
 
 #include "brel/host.h"
 #include "brel/plugin/plugins.h"
+#include "brel/plugin/writable.h"
 #include "brel/result/stored.h"
 #include "brel/result/write_back.h"
 #include "tav/util/exception.h"
@@ -17,10 +18,6 @@ namespace {
 using settings::PluginAttribute;
 
 void note(Solve& solve, const std::string& line) { kavo_link_note(solve.host, line.c_str()); }
-
-void checkFile(int status) {
-  if (status != KAVO_OK) throw tav::UserException(fmt::format("rngrestart: {}", kavo_last_error()));
-}
 
 // Of the options that were given, those that ask for something which only a solve can give.
 std::string withoutEffect(const settings::Given& given) {
@@ -49,14 +46,15 @@ class RangeRestart : public AbstractPlugin {
     }
     if (!source.empty()) return readBack(solve, source);
     if (target_.empty()) return;
-    checkFile(kavo_check_writable(target_.c_str()));
+    checkWritable(solve, PluginAttribute::rangeFile, target_);
     solve.values.set(PluginAttribute::ranges, 1);
   }
 
   void finish(Solve& solve) override {
     if (target_.empty()) return;
     const std::string text = result::stored(solve.model.user, solve.result);
-    checkFile(kavo_link_write_file(target_.c_str(), text.data(), text.size()));
+    if (kavo_link_write_file(target_.c_str(), text.data(), text.size()) == KAVO_OK) return;
+    throw tav::UserException(solve.values.heading(PluginAttribute::rangeFile) + kavo_last_error());
   }
 
  private:
