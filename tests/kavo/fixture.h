@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "kavo/kavo.h"
+#include "tests/readers/folder.h"
 
 namespace kavo_test {
 
@@ -72,33 +71,6 @@ inline std::vector<std::string> notesOf(const trpRec* model) {
   for (std::size_t i = 0; kavo_note(model, i, &note) == KAVO_OK && note != nullptr; ++i) notes.emplace_back(note);
   return notes;
 }
-
-// What is refused, and part of the error that is expected.
-struct BadCall {
-  const char* message;
-  std::function<int(trpRec*)> call;
-};
-
-// A folder of its own that goes with the test.
-class Folder {
- public:
-  Folder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "kavo-test-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-  std::size_t files() const {
-    return static_cast<std::size_t>(
-        std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
-  }
-
- private:
-  std::filesystem::path path_;
-};
 
 inline std::string contentOf(const std::string& path) {
   std::ostringstream text;

@@ -207,7 +207,7 @@ TEST(Results, PointsOfThePoolHaveFilesOfTheirOwn) {
   EXPECT_EQ(kavo_write_pool_sol(model, 3, (folder / "q.sol").c_str(), ""), KAVO_NO_RESULT);
   EXPECT_STREQ(kavo_last_error(), "there is no point 3 in the pool: it has 3");
   EXPECT_EQ(kavo_write_pool_point(model, 3, (folder / "q.sol").c_str()), KAVO_NO_RESULT);
-  EXPECT_EQ(folder.files(), 1u);
+  EXPECT_EQ(folder.files(), 1);
 }
 
 TEST(Results, AreLentThroughTheCInterface) {

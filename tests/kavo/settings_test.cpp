@@ -187,7 +187,7 @@ TEST(PublishedSettingsTest, AreThereWhileALinkIsOpen) {
                                                    "Answers/note none: ", "Host/outlev 1: Shows the log."));
     ASSERT_EQ(kavo_describe_options(model, path.c_str()), KAVO_OK) << kavo_last_error();
     EXPECT_EQ(contentOf(path), "fake: 1\n");
-    EXPECT_EQ(folder.files(), 1U);
+    EXPECT_EQ(folder.files(), 1);
     ASSERT_EQ(kavo_close_link(model), KAVO_OK);
     EXPECT_THAT(infos(model), IsEmpty());
   }

@@ -36,7 +36,7 @@ TEST(Sol, HoldsEverythingInTheProtocolsOrder) {
             "suffix 6 1 10 0 0\nbestbound\n0 10\nsuffix 7 1 10 0 0\nbestbound\n0 10\n"
             "suffix 6 1 10 0 0\nrelmipgap\n0 0.25\nsuffix 7 1 10 0 0\nrelmipgap\n0 0.25\n"
             "suffix 6 1 10 0 0\nabsmipgap\n0 2\nsuffix 7 1 10 0 0\nabsmipgap\n0 2\n");
-  EXPECT_EQ(folder.files(), 1u) << "no temporary file stays";
+  EXPECT_EQ(folder.files(), 1) << "no temporary file stays";
 }
 
 TEST(Sol, WithoutPointOrSolveHasNoValues) {
@@ -85,7 +85,7 @@ TEST(Point, IsObjectiveAndNamesWithValues) {
   EXPECT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_NO_RESULT);
   ASSERT_EQ(solveFake(model, {{"objective", "0.1"}}), KAVO_OK);
   EXPECT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_NO_RESULT);
-  EXPECT_EQ(folder.files(), 0u);
+  EXPECT_EQ(folder.files(), 0);
   ASSERT_EQ(solveFake(model, {{"point", "1"}}), KAVO_OK);
   ASSERT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_OK);
   EXPECT_EQ(contentOf(folder / "m.sol"), "# Objective value = 0.1\nx 0\n_svar[2] 0\n");
@@ -184,7 +184,7 @@ TEST(File, FailedWriteLeavesTheEarlierFile) {
   EXPECT_EQ(status, KAVO_FILE);
   EXPECT_THAT(kavo_last_error(), StartsWith("cannot write " + (folder / "m.sol") + ": File too large"));
   EXPECT_EQ(contentOf(folder / "m.sol"), "earlier");
-  EXPECT_EQ(folder.files(), 1u);
+  EXPECT_EQ(folder.files(), 1);
 }
 
 TEST(File, PathsThatCannotBeWritten) {
@@ -198,7 +198,7 @@ TEST(File, PathsThatCannotBeWritten) {
   }
   EXPECT_EQ(kavo_check_writable((folder / "new.sol").c_str()), KAVO_OK);
   EXPECT_EQ(kavo_check_writable("/dev/null"), KAVO_OK);
-  EXPECT_EQ(folder.files(), 1u);
+  EXPECT_EQ(folder.files(), 1);
 }
 
 TEST(File, LinksDevicesAndModesStayWhatTheyAre) {

@@ -190,7 +190,7 @@ TEST(LpErrors, OfGeneralConstraints) {
 }
 
 TEST(LpErrors, OfTheFile) {
-  EXPECT_THAT(messageAs("model.lp", "", KAVO_FILE), HasSubstr("the file is empty; write the model again"));
+  EXPECT_THAT(messageAs("model.lp", ""), HasSubstr("the file is empty; write the model again"));
 }
 
 }  // namespace

@@ -8,9 +8,7 @@
 namespace kavo::reader {
 namespace {
 
-void expectMessages(const std::vector<BadText>& texts, kavo_status status = KAVO_FILE) {
-  reader::expectMessages("model.mps", texts, status);
-}
+void expectMessages(const std::vector<BadText>& texts) { reader::expectMessages("model.mps", texts); }
 
 // COLUMNS begins on line 5, its first data line is 6.
 std::string columns(const std::string& lines) { return "ROWS\n N o\n L c\n G d\nCOLUMNS\n" + lines + "\nENDATA\n"; }
@@ -231,16 +229,6 @@ TEST(MpsErrors, OfGeneralConstraints) {
       {general(" NL g\n x\n CONSTANT inf -1"), "line 17, section GENCONS: node 0 is the number inf"},
       {general(" NL g\n x"), "line 15, section GENCONS: an expression needs a node"},
   });
-}
-
-TEST(MpsErrors, OfWhatIsNotTaken) {
-  std::vector<BadText> cases = {
-      {columns(" M 'MARKER' 'SOSORG'"), "line 6, section COLUMNS: the marker \"'SOSORG'\" is not"}};
-  for (const char* name : {"CSECTION", "SOS1", "SOS2", "BRANCH", "SCENARIOS"}) {
-    cases.push_back(
-        {fmt::format("ROWS\n N o\nCOLUMNS\n x o 1\n{}\n", name), fmt::format("section {} is not taken yet", name)});
-  }
-  expectMessages(cases, KAVO_NOT_SUPPORTED);
 }
 
 }  // namespace

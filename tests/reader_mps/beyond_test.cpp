@@ -42,17 +42,8 @@ TEST(MpsBeyondLinear, FormsOfTheSections) {
   struct Case {
     const char *sections, *line;
   } const cases[] = {
-      {"QUADOBJ\n x x 2\n x y 3\n y x 5\n x x 1\n", "min obj: 1 x 5 i + 1.5 x*x + 8 x*y\n"},
-      {"QUADOBJ\n x x 2 y 3\n y x -3\n", "min obj: 1 x 5 i + 1 x*x\n"},
-      {"QMATRIX\n x x 2 y 3\n y x 3\n", "min obj: 1 x 5 i + 1 x*x + 3 x*y\n"},
-      {"QSECTION obj\n y x 3\n", "min obj: 1 x 5 i + 3 x*y\n"},
-      {"QSECTION\n y x 3\n", "min obj: 1 x 5 i + 3 x*y\n"},
       {"QSECTION l\n x x 2\n y x 3\nRHS\n R l 4\n", "l [-inf, 4]: 2 x 6 i + 1 x*x + 3 x*y\n"},
-      {"SOS\n S2 5\n y 2\n x 1\n", "5 S2: x 1, y 2\n"},
-      {"SETS\n s1 sets s 5\n x -1\n y 1e30\n", "s S1: x -1, y 1e+30\n"},
       {"SOS\n S1 s 5\n x 1\n y 2\nBOUNDS\n UP B x 4\n", "s S1: x 1, y 2\n"},
-      {"PWLOBJ\n x 0 1\n x 2 2\n y 0 0\n y 1 1\n y 2 5\n",
-       "min obj: 5 i {0 1 2 2 x piecewise-linear by points(5) 0 0 1 1 2 5 y piecewise-linear by points(7) plus}\n"},
       {"GENCONS\n NORM 0 g\n x\n y\n i\n", "g [0, 0]: 1 x {y 0 != i 0 != count(2) negate}\n"},
       {"GENCONS\n OR g\n x\n", "g [0, 0]: 1 x {0 negate}\n"},
       {"GENCONS\n NL g\n x\n multiply 7 -1\n variable y 0\n constant 4 0\n PLUS -1 0\n variable i 3\n NORM 1 h\n y\n "

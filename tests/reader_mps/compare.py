@@ -17,16 +17,19 @@ SETTLED = (
         " FR b x 3", " BV b x", " BV b x 1", " BV b i", " FX b x 0\n BV b x", " LI b x 2", " UI b x 7", " UI b x -7",
         " SC b x 7", " SC b x 0", " SC b x 1e30", " SC b i 7", " SI b x 7", " LO b x 2\n SC b x 7",
         " LI b x 2\n SI b x 7", " UI b x 5\n SC b x 5", " UP b x 1e20", " UP b x 1e19", " LO b x -1e20", " UP b x inf",
-        " UP b x 4\n UP b2 x 5", " up b x 5",
+        " UP b x 4\n UP b2 x 5", " up b x 5", " FR x x", " UP b x 4\n MI b x", " UP b x 9e19\n LO b x -1e30",
+        " UP b x Infinity\n LO b x -inf", " LO b i 1\n BV b i", " UP b x 5\n FR b y\n UP b x 5",
     )]
     + [{"rhs": lines + "\n"} for lines in (
         " R l 4 g 5", " R obj 4", " R obj -4 e 1", " R l 1e30", " R g -1e30", " R l 4\n R2 l 5", " R e -0",
+        " R l 4\n R l 4",
     )]
     + [{"rhs": " R l 4 g 5\n R e 6\n", "ranges": "RANGES\n" + lines + "\n"} for lines in (
         " A l 3", " A l -3", " A g 3", " A g -3", " A g 0", " A e 3", " A e -3", " A e 0", " A obj 3", " A l 3\n A2 l 4",
+        " A l 3\n A l 3", " A e -1e20", " A l inf",
     )]
     + [{"head": f"OBJSENSE{between}{word}\n"} for between in (" ", "\n    ") for word in (
-        "MAX", "MAXIMIZE", "max", "MIN", "MINIMIZE", "Minimize",
+        "MAX", "MAXIMIZE", "max", "Maximise", "MIN", "MINIMIZE", "Minimize", "minimise",
     )]
     + [{"rows": " N obj2\n", "columns": COLUMNS + " z obj2 1 l 2\n", "rhs": " R obj2 7\n"},
        {"columns": COLUMNS + " z l 0 obj 0\n w e .5E+1\n v e +1.\n"},
@@ -37,6 +40,8 @@ SETTLED = (
         "QUADOBJ\n x x 2\n x y 3\n y x 5\n x x 1", "QUADOBJ\n x x 2 y 3", "QMATRIX\n x x 2\n x y 3\n y x 3",
         "QSECTION obj\n x x 2\n y x 3", "QSECTION\n x x 2\n y x 3\n x y 1", "QSECTION l\n x x 2\n x y 3\n y x 4",
         "QCMATRIX e\n x x 2\n x y 1.5\n y x 1.5", "PWLOBJ\n x 0 1\n x 2 2", "PWLOBJ\n y 0 1\n y 2 2\n y 2 3\n y 4 5",
+        "QUADOBJ\n x x 2 y 3\n y x -3", "QMATRIX\n x x 2 y 3\n y x 3", "QSECTION\n y x 3", "QSECTION obj\n y x 3",
+        "PWLOBJ\n x 0 1\n x 2 2\n y 0 0\n y 1 1\n y 2 5", "SOS\n S2 5\n y 2\n x 1", "SETS\n s1 sets s 5\n x -1\n y 1e30",
         "SOS\n S1 s\n    x 1\n    y 2", "SOS\n S2 SOS s 5\n    i 3\n    x 1\n    y 2", "SETS\n s1 s\n    x -1\n    y -2",
         "INDICATORS\n IF l i 0\n IF g j 1.0", "GENCONS\n MAX g1\n    x\n    4\n    y", "GENCONS\n NORM 2 g1\n    x\n    x",
         "GENCONS\n POLY g1\n    Options 0 .01 .001 -1 -1\n    x  y\n    5  2\n    2  1",

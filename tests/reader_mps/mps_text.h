@@ -13,7 +13,7 @@ extern const std::string kSample, kBlankSample;
 extern const std::string kBeyondSample;
 
 inline Model readText(std::string_view text, const std::string& name = "model.mps") { return readAs(name, text); }
-inline std::string messageOf(std::string_view text) { return messageAs("model.mps", text, KAVO_FILE); }
+inline std::string messageOf(std::string_view text) { return messageAs("model.mps", text); }
 
 // A text with lines of some sections put into a small model: continuous columns x and y, an integer column i, rows l, g
 // and e of types L, G and E.

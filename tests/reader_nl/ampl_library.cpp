@@ -118,8 +118,7 @@ class AmplReader {
       const auto bytes = reinterpret_cast<const char*>(linear[k].v.rp) - reinterpret_cast<const char*>(&var_e[0].v);
       const auto variable = bytes / static_cast<std::ptrdiff_t>(sizeof(expr_v));
       if (linear[k].fac == 0) continue;
-      parts.push_back(linear[k].fac == 1 ? fmt::format("v{}", variable)
-                                         : fmt::format("n{} v{} times", linear[k].fac, variable));
+      parts.push_back(linear[k].fac == 1 ? name(variable) : fmt::format("n{} {} times", linear[k].fac, name(variable)));
     }
     if (parts.empty() || !isNumber(e) || value(e) != 0) parts.push_back(text(e));
     std::string sum;
@@ -140,36 +139,41 @@ class AmplReader {
     std::string text;
     std::reverse(words.begin(), words.end());
     for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-    return text;
+    return withPowers(text);
+  }
+
+  // Behind the variables the library has the defined ones.
+  std::string name(std::ptrdiff_t variable) {
+    return variable < n_var ? fmt::format("v{}", variable) : fmt::format("d{}", variable - n_var);
   }
 
   // Writes the last word of an expression and leaves its operands waiting, the last of them on top.
   void expand(const expr* e, std::vector<std::string>& words, std::vector<const expr*>& waiting) {
     const int op = numberOf(e);
-    std::string name(operatorName(op));
+    std::string word(operatorName(op));
     const std::size_t before = waiting.size();
-    const auto ended = [&] { words.push_back(fmt::format("{}/{}", name, waiting.size() - before)); };
+    const auto ended = [&] { words.push_back(fmt::format("{}/{}", word, waiting.size() - before)); };
     // The library counts a power with a constant as an operator of one operand and keeps the constant aside.
     const bool power = static_cast<Operator>(op) == KAVO_OP_POWER_CONSTANT_EXPONENT ||
                        static_cast<Operator>(op) == KAVO_OP_POWER_CONSTANT_BASE;
     switch (power ? 2 : op_type_ASL[op]) {
       case 1:
-        words.push_back(name), waiting.push_back(e->L.e);
+        words.push_back(word), waiting.push_back(e->L.e);
         break;
       case 2:
-        words.push_back(name), waiting.push_back(e->L.e), waiting.push_back(e->R.e);
+        words.push_back(word), waiting.push_back(e->L.e), waiting.push_back(e->R.e);
         break;
       case 3:
         for (const de* d = reinterpret_cast<const expr_va*>(e)->L.d; d->e != nullptr; ++d) waiting.push_back(d->e);
         return ended();
       case 4:
-        words.push_back(fmt::format("{}/{}", name, 2 * e->L.p->n));
+        words.push_back(fmt::format("{}/{}", word, 2 * e->L.p->n));
         expand(e->R.e, words, waiting);  // a variable: one word
         for (int k = 2 * e->L.p->n - 2; k >= 0; --k) words.push_back(fmt::format("n{}", e->L.p->bs[k]));
         break;
       case 5: {
         const auto* choice = reinterpret_cast<const expr_if*>(e);
-        words.push_back(name);
+        words.push_back(word);
         for (const expr* operand : {choice->e, choice->T, choice->F}) waiting.push_back(operand);
         break;
       }
@@ -179,7 +183,7 @@ class AmplReader {
         return ended();
       case 7: {
         const auto* call = reinterpret_cast<const expr_f*>(e);
-        name = call->fi->name;
+        word = call->fi->name;
         for (int k = 0; k < call->al->n; ++k) waiting.push_back(call->args[k]);
         return ended();
       }
@@ -190,7 +194,7 @@ class AmplReader {
         words.push_back(fmt::format("n{}", value(e)));
         break;
       case 10:
-        words.push_back(fmt::format("v{}", reinterpret_cast<const expr_v*>(e) - var_e));
+        words.push_back(name(reinterpret_cast<const expr_v*>(e) - var_e));
         break;
       default:
         throw std::runtime_error(fmt::format("operator {} is of an unknown type", op));

@@ -7,15 +7,15 @@
 
 #include "kavo/error.h"
 #include "tests/reader_nl/model_of_all.h"
-#include "tests/reader_nl/nl_text.h"
+#include "tests/reader_nl/plain.h"
 
 namespace kavo::reader {
 namespace {
 
 TEST(NlBinary, SameModelAsText) {
-  const std::string expected = dump(fromText(textOfAll()));
-  EXPECT_EQ(dump(fromText(bytesOfAll(false))), expected);
-  EXPECT_EQ(dump(fromText(bytesOfAll(true))), expected);
+  const std::string expected = plain(fromText(textOfAll())).text();
+  EXPECT_EQ(plain(fromText(bytesOfAll(false))).text(), expected);
+  EXPECT_EQ(plain(fromText(bytesOfAll(true))).text(), expected);
 }
 
 TEST(NlBinary, UnknownArithmetic) {

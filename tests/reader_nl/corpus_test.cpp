@@ -14,9 +14,12 @@
 #include "tests/reader_nl/model_of_all.h"
 #include "tests/reader_nl/nl_text.h"
 #include "tests/reader_nl/plain.h"
+#include "tests/readers/folder.h"
 
 namespace kavo::reader {
 namespace {
+
+using kavo_test::Folder;
 
 namespace fs = std::filesystem;
 

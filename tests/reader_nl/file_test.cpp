@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <cmath>
 #include <fstream>
@@ -14,25 +13,15 @@
 #include "kavo/reader/input.h"
 #include "kavo/reader/reader.h"
 #include "tests/reader_nl/nl_text.h"
+#include "tests/readers/folder.h"
+#include "tests/readers/model_text.h"
 
 namespace kavo::reader {
 namespace {
 
-using testing::HasSubstr;
+using kavo_test::Folder;
 
-std::string gzip(const std::string& content) {
-  std::string out(content.size() + 100, '\0');
-  z_stream stream{};
-  EXPECT_EQ(deflateInit2(&stream, 6, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY), Z_OK);
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
-  stream.avail_in = static_cast<uInt>(content.size());
-  stream.next_out = reinterpret_cast<Bytef*>(out.data());
-  stream.avail_out = static_cast<uInt>(out.size());
-  EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-  out.resize(stream.total_out);
-  deflateEnd(&stream);
-  return out;
-}
+using testing::HasSubstr;
 
 template <class Action>
 std::string errorOf(Action action) {
@@ -59,7 +48,7 @@ TEST(Input, GivesTheContent) {
 
 TEST(Input, ReadsPipes) {
   const Folder folder;
-  const std::string path = folder.path("pipe");
+  const std::string path = folder / "pipe";
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   const std::string content(300000, 'z');
   std::thread writer([&] { std::ofstream(path) << content; });
@@ -75,16 +64,16 @@ TEST(Input, Failures) {
   std::string damaged = packed;
   damaged[damaged.size() / 2] ^= 0x55;
   const std::pair<std::string, const char*> cases[] = {
-      {folder.path("none"), "there is no such file; check the path"},
+      {folder / "none", "there is no such file; check the path"},
       {folder.write("plain", "x") + "/below", "a part of its path is not a folder"},
-      {folder.path(""), "it is a folder; give the path of a file"},
+      {folder / "", "it is a folder; give the path of a file"},
       {folder.write("empty", ""), "the file is empty"},
       {folder.write("short", packed.substr(0, packed.size() / 2)), "its gzip data end too early"},
       {folder.write("cut", packed.substr(0, packed.size() - 1)), "its gzip data end too early"},
       {folder.write("damaged", damaged), "its gzip data are damaged"},
       {folder.write("more", packed + "rest"), "something else follows its gzip data"},
       {folder.write("nothing", gzip("")), "the gzip file holds nothing"},
-      {folder.path(std::string(300, 'n')), "its path is too long"},
+      {folder / std::string(300, 'n'), "its path is too long"},
   };
   for (const auto& [path, message] : cases) {
     const std::string text = errorOf([&path = path] { Input{path}; });
@@ -101,12 +90,12 @@ TEST(Read, ChoosesByTheEnding) {
   const std::string path = folder.write("m.nl", kModel);
   folder.write("a.b", "other");
   EXPECT_EQ(read(path).columns.size(), 2u);
-  EXPECT_EQ(read(folder.path("m")).file, path);
+  EXPECT_EQ(read(folder / "m").file, path);
   EXPECT_EQ(read(folder.write("UPPER.NL", gzip(kModel))).columns.size(), 2u);
-  EXPECT_THAT(errorOf([&] { read(folder.path("a.b")); }),
-              HasSubstr("its ending is none of .nl, .mps, .mps.gz, .lp, .lp.gz, and there is no file \"" +
-                        folder.path("a.b.nl")));
-  EXPECT_THAT(errorOf([&] { read(folder.path("none.nl")); }), HasSubstr("there is no such file"));
+  EXPECT_THAT(
+      errorOf([&] { read(folder / "a.b"); }),
+      HasSubstr("its ending is none of .nl, .mps, .mps.gz, .lp, .lp.gz, and there is no file \"" + folder / "a.b.nl"));
+  EXPECT_THAT(errorOf([&] { read(folder / "none.nl"); }), HasSubstr("there is no such file"));
   const std::string wrong = folder.write("wrong.nl", "g3 1 1 0\nxyz\n");
   EXPECT_THAT(errorOf([&] { read(wrong); }), testing::StartsWith(wrong + ", line 2: header: "));
 }

@@ -31,26 +31,9 @@ std::string textOfAll() { return header(countsOfAll(0)) + kText; }
 std::string bytesOfAll(bool big) {
   Bytes b(countsOfAll(big ? 2 : 1), big);
   b.c('F').i(0).i(1).i(2).name("f");
-  b.c('S')
-      .i(4)
-      .i(1)
-      .name("ref")
-      .i(1)
-      .d(0.5)
-      .c('S')
-      .i(0)
-      .i(2)
-      .name("sosno")
-      .i(0)
-      .i(-3)
-      .i(1)
-      .i(-3)
-      .c('S')
-      .i(1)
-      .i(1)
-      .name("lazy")
-      .i(0)
-      .i(-2);
+  b.c('S').i(4).i(1).name("ref").i(1).d(0.5);
+  b.c('S').i(0).i(2).name("sosno").i(0).i(-3).i(1).i(-3);
+  b.c('S').i(1).i(1).name("lazy").i(0).i(-2);
   b.c('V').i(2).i(1).i(0).i(0).d(3).c('n').d(0);
   b.c('C').i(0).c('o').i(0).c('f').i(0).i(2).c('h').name("ab").c('v').i(2);
   b.c('o').i(54).i(3).c('s').s(-5).c('l').i(70000).c('n').d(0.1);

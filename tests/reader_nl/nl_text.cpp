@@ -1,11 +1,7 @@
 #include "tests/reader_nl/nl_text.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "kavo/error.h"
 #include "kavo/reader/nl/nl.h"
@@ -68,50 +64,6 @@ std::string postfix(const Model& model, int expression) {
     }
   }
   return text;
-}
-
-std::string dump(const Model& m) {
-  std::string text = fmt::format("options {} {}\n", fmt::join(m.amplOptions, " "), m.amplTolerance);
-  for (std::size_t i = 0; i < m.columns.size(); ++i) {
-    text += fmt::format("column {} {} {} {} \"{}\"\n", i, m.columns.lower[i], m.columns.upper[i], m.columns.type[i],
-                        m.columns.names.at(i));
-  }
-  for (std::size_t i = 0; i < m.rows.size(); ++i) {
-    text += fmt::format("row {} {} {} \"{}\"", i, m.rows.lower[i], m.rows.upper[i], m.rows.names.at(i));
-    for (std::size_t k = m.rows.start[i]; k < m.rows.start[i + 1]; ++k) {
-      text += fmt::format(" {}*{}", m.rows.value[k], m.rows.column[k]);
-    }
-    const int e = m.rows.expression.empty() ? -1 : m.rows.expression[i];
-    text += e < 0 ? "\n" : fmt::format(" ({})\n", postfix(m, e));
-  }
-  for (const Objective& o : m.objectives) {
-    text += fmt::format("objective {} {} \"{}\" {} {}", o.sense, o.constant, o.name, o.column, o.value);
-    text += o.expression < 0 ? "\n" : fmt::format(" ({})\n", postfix(m, o.expression));
-  }
-  for (int e : m.definedVariables) text += fmt::format("defined ({})\n", postfix(m, e));
-  for (int e : m.logical) text += fmt::format("logical ({})\n", postfix(m, e));
-  for (const Complementarity& c : m.complementarity)
-    text += fmt::format("complement {} {} {}\n", c.row, c.column, c.flags);
-  for (const Suffix& s : m.suffixes) {
-    text += fmt::format("suffix {} {} {} {} {}\n", s.kind, s.name, s.real ? "real" : "whole", s.index, s.value);
-  }
-  return text + fmt::format("functions {}\nstart {} {}\n", m.functions, m.primalStart, m.dualStart);
-}
-
-Folder::Folder() {
-  std::string name = (std::filesystem::temp_directory_path() / "reader_nl_XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make a folder for the test");
-  path_ = name;
-}
-
-Folder::~Folder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-std::string Folder::write(const std::string& name, std::string_view content) const {
-  std::ofstream(path(name), std::ios::binary) << content;
-  return path(name);
 }
 
 }  // namespace kavo::reader

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "kavo/model/model.h"
 
@@ -31,23 +30,5 @@ std::string failure(const std::string& text);
 
 // The nodes of an expression, such as "v0 n2 power"; an operator with any number of operands shows it: "sum/3".
 std::string postfix(const Model& model, int expression);
-
-// Everything that the file told, as text to compare.
-std::string dump(const Model& model);
-
-// A folder for files of a test, empty at the beginning and gone at the end.
-class Folder {
- public:
-  Folder();
-  ~Folder();
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  std::string path(const std::string& name) const { return path_ + "/" + name; }
-  // Writes a file and returns its path.
-  std::string write(const std::string& name, std::string_view content) const;
-
- private:
-  std::string path_;
-};
 
 }  // namespace kavo::reader

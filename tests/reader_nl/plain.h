@@ -10,8 +10,8 @@
 namespace kavo::reader {
 
 // A model in the form in which two readers are compared. Expressions are written in postfix order; what one reader may
-// write in another way than the other stands in one form: powers with a constant have operators of their own, linear
-// terms are sorted, zeros among suffix values are left out, and a body that is a number has moved the row's sides.
+// write in another way than the other stands in one form: all powers are "power", linear terms are sorted, zeros among
+// suffix values are left out, and a body that is a number has moved the row's sides.
 struct Plain {
   using Terms = std::vector<std::pair<int, double>>;
   struct Row {
@@ -46,6 +46,8 @@ struct Plain {
 };
 
 Plain plain(const Model& model);
+// The text of an expression in which powers with a constant are powers as all others.
+std::string withPowers(std::string postfix);
 
 // The model as the AMPL library reads it. Throws std::runtime_error when the library refuses the file. The library is
 // not made for threads.

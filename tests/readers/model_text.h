@@ -8,17 +8,20 @@
 
 namespace kavo::reader {
 
+// The content as a gzip file has it.
+std::string gzip(std::string_view content);
+
 // Reads a text as a file whose path ends with `name`; compressed when the name ends with ".gz".
 Model readAs(const std::string& name, std::string_view text);
 
 // The message of the Error that reading ends with; fails the test when there is none or its status is another one.
-std::string messageAs(const std::string& name, std::string_view text, kavo_status status);
+std::string messageAs(const std::string& name, std::string_view text);
 
 // Texts that are refused, and a part of the message, which names file and line as well.
 struct BadText {
   std::string text, message;
 };
-void expectMessages(const std::string& name, const std::vector<BadText>& texts, kavo_status status = KAVO_FILE);
+void expectMessages(const std::string& name, const std::vector<BadText>& texts);
 
 // A model in one line per element:
 //   min obj: 1 x -2 y +3          objectives: sense, name, terms, constant if it is not 0
