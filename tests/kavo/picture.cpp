@@ -1,10 +1,11 @@
 #include "tests/kavo/picture.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <sstream>
 
 #include "kavo/link.h"
+#include "tests/kavo/fixture.h"
 
 namespace kavo_test {
 namespace {
@@ -106,5 +107,16 @@ class Painter {
 }  // namespace
 
 std::string picture(const trpRec* model) { return Painter(model).paint(); }
+
+void expectRefused(void (*fill)(trpRec*), const std::vector<BadCall>& calls) {
+  for (const BadCall& bad : calls) {
+    const Model model;
+    fill(model);
+    const std::string before = picture(model);
+    EXPECT_EQ(bad.call(model), bad.status) << bad.message;
+    EXPECT_THAT(kavo_last_error(), testing::HasSubstr(bad.message));
+    EXPECT_EQ(picture(model), before) << bad.message;
+  }
+}
 
 }  // namespace kavo_test

@@ -60,6 +60,9 @@ TEST(Solve, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
   kavo_outcome outcome;
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
   ASSERT_EQ(solveFake(model, {}), KAVO_OK);
+  const int beyond = 9;
+  ASSERT_EQ(kavo_change_sides(model, 1, &beyond, nullptr, nullptr), KAVO_INVALID);
+  EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK) << "a change that is refused is none";
   ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
   ASSERT_EQ(solveFake(model, {}), KAVO_OK);
