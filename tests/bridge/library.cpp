@@ -62,12 +62,6 @@ double Model::number(const char* attribute) const {
   return value;
 }
 
-std::vector<double> Model::numbers(const char* attribute, int count) const {
-  std::vector<double> values(static_cast<std::size_t>(count), -1.0);
-  EXPECT_EQ(grb().GRBgetdblattrarray(handle_, attribute, 0, count, values.data()), 0) << attribute << ": " << message();
-  return values;
-}
-
 void Model::addVars(std::vector<double> obj, std::vector<double> ub, const std::string& types) const {
   std::string mutableTypes = types;
   EXPECT_EQ(grb().GRBaddvars(handle_, static_cast<int>(obj.size()), 0, nullptr, nullptr, nullptr, obj.data(), nullptr,

@@ -45,7 +45,6 @@ class Model {
 
   int integer(const char* attribute) const;
   double number(const char* attribute) const;
-  std::vector<double> numbers(const char* attribute, int count) const;
 
   /// Variables with the given objective and upper bounds.
   void addVars(std::vector<double> obj, std::vector<double> ub, const std::string& types) const;

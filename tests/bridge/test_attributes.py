@@ -1,13 +1,12 @@
 """Every attribute that gurobipy knows, read through the bridge on solved and unsolved models of many kinds."""
 
-import unittest
 from ctypes import byref, c_double
 
 import gurobipy
 from gurobipy import GRB
 
 from capi import LIB, doubles, ints
-from twin import Twin, failure, number
+from twin import TwinCase, failure, number
 
 KINDS = {1: "int", 2: "dbl", 3: "str", 0: "char"}
 NEVER_EQUAL = {"Runtime", "Work", "MemUsed", "MaxMemUsed", "ObjPassNRuntime", "ObjPassNWork"}  # differ between solves
@@ -60,12 +59,9 @@ def unsolved(t):
     lp(t)
 
 
-class Attributes(unittest.TestCase):
+class Attributes(TwinCase):
     def solved(self, build):
-        t = Twin()
-        self.addCleanup(t.close)
-        build(t)
-        t.update()
+        t = self.twin(build)
         if build is not unsolved:
             t.both("GRBoptimize", "optimize")
         if build is infeasible:
@@ -178,7 +174,3 @@ class Attributes(unittest.TestCase):
         t.c.setelement("UB", "dbl", 3, 9.0)
         t.c.update()
         self.assertEqual(t.c.element("UB", "dbl", 3), 9.0, "but written")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -3,13 +3,13 @@
 import ctypes
 import math
 import random
-import unittest
 from ctypes import byref, c_char_p, c_double, c_int
 
 import gurobipy
 
-from capi import CALLBACK, LIB, LOG_CALLBACK, doubles
-from twin import Twin, failure, number
+from capi import CALLBACK, LIB, LOG_CALLBACK
+from test_attributes import objectives
+from twin import TwinCase, failure, number
 
 EVERYWHERE = {where: [] for where in range(12)}
 CODES = EVERYWHERE | {
@@ -31,19 +31,6 @@ def knapsack(t, seed=1):
     t.param("Cuts", 0)
 
 
-def two_objectives(t):
-    t.vars(2, vtype="II", ub=[5.0, 5.0])
-    t.row([0, 1], [1.0, 1.0], "<", 7.0)
-    t.c("GRBsetintattr", b"NumObj", 2)
-    t.py.NumObj = 2
-    for i, obj in enumerate(([-1.0, -2.0], [-1.0, 0.0])):
-        t.param("ObjNumber", i)
-        t.c("GRBsetdblattrarray", b"ObjN", 0, 2, doubles(obj))
-        t.c("GRBsetintattr", b"ObjNPriority", 5 - i)
-        t.py.setAttr("ObjN", t.x, obj)
-        t.py.ObjNPriority = 5 - i
-
-
 def continuous(method):
     """A transport problem; the method decides which callbacks come."""
     def build(t):
@@ -58,15 +45,14 @@ def continuous(method):
     return build
 
 
-class Callbacks(unittest.TestCase):
-    def twin(self, build):
-        t = Twin()
-        self.addCleanup(t.close)
+def on_one_thread(build):
+    def both(t):
         t.param("Threads", 1)
         build(t)
-        t.update()
-        return t
+    return both
 
+
+class Callbacks(TwinCase):
     @staticmethod
     def ask(cbdata, where, what, count):
         """What GRBcbget answers, or its code."""
@@ -112,11 +98,11 @@ class Callbacks(unittest.TestCase):
     def test_the_same_is_told_as_to_gurobipy(self):
         seen = set()
         # Where 6, messages, carry times; polling comes at its own pace.
-        for name, build, wheres in (("mip", knapsack, 0b111110), ("objectives", two_objectives, 0b100110100),
+        for name, build, wheres in (("mip", knapsack, 0b111110), ("objectives", objectives, 0b100110100),
                                     ("barrier", continuous(2), 0b10000010), ("simplex", continuous(1), 0b110),
                                     ("first order", continuous(6), 1 << 10)):
             with self.subTest(name):
-                t = self.twin(build)
+                t = self.twin(on_one_thread(build))
                 ours = [entry for entry in self.bridge_story(t, wheres) if entry[0]]
                 theirs = [entry for entry in self.gurobipy_story(t, wheres) if entry[0]]
                 self.assertGreater(len(ours), 0)
@@ -125,7 +111,7 @@ class Callbacks(unittest.TestCase):
         self.assertEqual(seen, {1, 2, 3, 4, 5, 7, 8, 10})
 
     def test_the_mask_selects(self):
-        t = self.twin(knapsack)
+        t = self.twin(on_one_thread(knapsack))
         story = self.bridge_story(t, 0b110000)
         self.assertEqual({where for where, _ in story} - {0}, {4, 5})
         first = next(values for where, values in story if where == 4)
@@ -136,7 +122,7 @@ class Callbacks(unittest.TestCase):
                          (10003, "Invalid callback 'where' flags"))
 
     def test_wrong_questions(self):
-        t = self.twin(knapsack)
+        t = self.twin(on_one_thread(knapsack))
         answers = []
         kept = []
 
@@ -160,9 +146,9 @@ class Callbacks(unittest.TestCase):
         self.assertEqual(t.c.ints("Status"), 2)
 
     def test_a_refusal_and_a_stop(self):
-        for stop, status in ((False, 11), (True, 11)):
+        for stop in (False, True):
             with self.subTest(stop=stop):
-                t = self.twin(knapsack)
+                t = self.twin(on_one_thread(knapsack))
                 calls = []
 
                 @CALLBACK
@@ -175,14 +161,14 @@ class Callbacks(unittest.TestCase):
                 t.c("GRBsetcallbackfuncadv", end, None, 1 << 4)
                 found = failure(t.c.optimize)
                 self.assertEqual(found and found[0], None if stop else 10011)
-                self.assertEqual(t.c.ints("Status"), status)
+                self.assertEqual(t.c.ints("Status"), 11)
                 self.assertEqual(calls.count(4), 1)
                 t.c("GRBsetcallbackfuncadv", CALLBACK(), None, 0)
                 t.c.optimize()
                 self.assertEqual(t.c.ints("Status"), 2, "nothing of the stop is left over")
 
     def test_messages_and_log_lines_are_the_same(self):
-        t = self.twin(knapsack)
+        t = self.twin(on_one_thread(knapsack))
         lines, messages = [], []
 
         @LOG_CALLBACK
@@ -206,8 +192,7 @@ class Callbacks(unittest.TestCase):
         t.c.optimize()
         self.assertGreater(len(lines), 20)
         self.assertEqual(lines, messages)
-        other = Twin()
-        self.addCleanup(other.close)
+        other = self.twin()
         lines.clear()
         other.c.optimize()
         self.assertEqual(lines, [], "another model's lines do not come here")
@@ -218,7 +203,3 @@ class Callbacks(unittest.TestCase):
         t.c.env.set("OutputFlag", 1)
         t.c.optimize()
         self.assertEqual(lines, [])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -75,7 +75,3 @@ class Host(unittest.TestCase):
                 self.assertEqual(long.ints("Status"), 11)
                 short.free()
                 long.free()
-
-
-if __name__ == "__main__":
-    unittest.main()

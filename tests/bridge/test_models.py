@@ -2,12 +2,12 @@
 
 import os
 import tempfile
-import unittest
+from ctypes import byref, c_void_p
 
-from gurobipy import LinExpr, QuadExpr
+from gurobipy import Column, LinExpr, QuadExpr
 
-from capi import doubles, ints, names
-from twin import Twin, failure, reference_failure
+from capi import Env, Model, doubles, ints, names
+from twin import TwinCase, failure, reference_failure
 
 NL_TREE = ([4, 3, 1, 0, 13, 1], [-1, -1, 0, 5, -1, 1], [-1, 0, 1, 1, 0, 4])  # (x0 - 5) * exp(x1)
 
@@ -27,7 +27,6 @@ def columns(t):
         names(["p", None]))
     t.c.update()
     t.py.update()
-    from gurobipy import Column
     rows = t.py.getConstrs()
     t.py.addVar(-1.0, 8.0, 5.0, "I", "one", Column([2.0, 3.0], rows))
     t.py.addVar(0.0, 1e100, 0.0, "C", "p", Column([7.0], [rows[0]]))
@@ -96,12 +95,14 @@ def general(t):
     t.py.addGenConstrNLAdv(x[2], opcode, [-1.0, -1.0, x[0], 5.0, -1.0, x[1]], parent, "nl")
 
 
-class Models(unittest.TestCase):
-    def twin(self, build):
-        t = Twin("twin")
-        self.addCleanup(t.close)
-        t.vars(6, obj=[1.0, 1.0, 1.0, 0.0, 0.0, 0.0], lb=[-3.0, 0.5, 0.25, 0.0, 0.0, 0.0], ub=[9.0, 8.0, 1e100, 1, 1, 1],
-               vtype="CCSBBB", named=["x", "", "z", "b0", "b1", "b2"])
+def six(t):
+    t.vars(6, obj=[1.0, 1.0, 1.0, 0.0, 0.0, 0.0], lb=[-3.0, 0.5, 0.25, 0.0, 0.0, 0.0], ub=[9.0, 8.0, 1e100, 1, 1, 1],
+           vtype="CCSBBB", named=["x", "", "z", "b0", "b1", "b2"])
+
+
+class Models(TwinCase):
+    def six(self, build=lambda _twin: None):
+        t = self.twin(six, "twin")
         build(t)
         return t
 
@@ -119,13 +120,13 @@ class Models(unittest.TestCase):
     def test_the_same_model_is_written(self):
         for build in (columns, coefficients, objective, quadratic_rows, sets, general):
             with self.subTest(build.__name__):
-                t = self.twin(build)
+                t = self.six(build)
                 self.assertSameFiles(t)
                 for count in ("NumVars", "NumConstrs", "NumQConstrs", "NumSOS", "NumGenConstrs", "NumQNZs", "NumQCNZs", "IsMIP"):
                     self.assertEqual(t.c.ints(count), t.py.getAttr(count), count)
 
     def test_quadratic_terms_keep_what_is_pending(self):
-        t = self.twin(lambda t: None)
+        t = self.six()
         t.c("GRBaddvar", 0, None, None, 6.0, 0.0, 1.0, b"C", b"late")
         t.c.setelement("Obj", "dbl", 0, 7.0)
         t.c("GRBsetintattr", b"ModelSense", -1)
@@ -135,7 +136,7 @@ class Models(unittest.TestCase):
         self.assertEqual((t.c.ints("ModelSense"), t.c.ints("NumQNZs")), (-1, 1))
 
     def test_models_are_read_and_written(self):
-        t = self.twin(general)
+        t = self.six(general)
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "größe.mps")
             t.c("GRBwrite", path.encode())
@@ -159,6 +160,25 @@ class Models(unittest.TestCase):
                 found = failure(call)
                 self.assertEqual(found[0], code, found)
                 self.assertIn(part, found[1])
+
+    def test_new_models_bring_their_variables(self):
+        def new(types):
+            env("GRBnewmodel", byref(handle), None, 2, doubles([-1.0, 2.0]), doubles([-1e100, -5.0]), doubles([3.0, 1e100]),
+                types, names(["first", ""]))
+
+        env, handle = Env(), c_void_p()
+        self.addCleanup(env.free)
+        self.assertEqual(failure(new, b"IQ"), (10003, "Invalid variable type 'Q'"))
+        self.assertIsNone(handle.value)
+        new(b"IC")
+        model = Model(env, handle=handle.value)
+        self.addCleanup(model.free)
+        self.assertEqual([model.element("VarName", "str", i) for i in range(2)], ["first", "C1"])
+        self.assertEqual((model.array("LB", "dbl", 0, 2), model.array("UB", "dbl", 0, 2)), ([-1e100, -5.0], [3.0, 1e100]))
+        self.assertEqual((model.array("VType", "char", 0, 2), model.array("Obj", "dbl", 0, 2)), ("IC", [-1.0, 2.0]))
+        model("GRBaddvar", 0, None, None, 0.0, 0.0, 1.0, b"C", "größe".encode("latin-1"))
+        model.update()
+        self.assertEqual(model.element("VarName", "str", 2), "größe", "bytes that are not UTF-8 become readable names")
 
     def test_refused_elements(self):
         """Codes and texts are the library's; what the call would have added is not there."""
@@ -188,7 +208,7 @@ class Models(unittest.TestCase):
             (lambda t: nl(t, [19, 0, 1], [-1.0, 1.0, 1.0], [-1, 0, 0]),
              lambda t: t.py.addGenConstrNLAdv(t.x[0], [19, 0, 1], [-1.0, 1.0, t.x[1]], [-1, 0, 0], "")),
         )
-        t = self.twin(lambda t: None)
+        t = self.six()
         for ours, theirs in table:
             call, *args = ours(t)
             with self.subTest(args[0]):
@@ -206,7 +226,3 @@ class Models(unittest.TestCase):
         t.update()
         self.assertSameFiles(t)
         self.assertEqual([t.c.ints(n) for n in ("NumVars", "NumConstrs", "NumSOS", "NumGenConstrs")], [6, 0, 0, 0])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,18 +1,11 @@
-"""Solving and what follows it: optima, infeasibility, relaxation, fixing, tuning, limits."""
+"""What follows a solve: conflicts, relaxations, fixed models, tuning; and the limits of a solve."""
 
-import math
-import unittest
 from ctypes import byref, c_double, c_void_p
 
-from capi import LIB, Model, doubles, ints
-from test_models import NL_TREE
-from twin import ENV, Twin, failure, reference_failure
+from capi import doubles, ints
+from twin import ENV, TwinCase, failure, reference_failure
 
 TOO_LARGE = "Model too large for size-limited license; visit https://gurobi.com/unrestricted for more information"
-
-
-def nothing(_t):
-    pass
 
 
 def infeasible(t):
@@ -38,62 +31,10 @@ def mip(t):
     t.row([0, 1, 2], [4.0, 1.0, 2.0], "<", 11.0)
     t.c("GRBaddgenconstrAbs", b"", 2, 1)
     t.py.addGenConstrAbs(t.x[2], t.x[1], "")
-    t.param("PoolSearchMode", 2)
-    t.param("PoolSolutions", 5)
 
 
-class Procedures(unittest.TestCase):
-    def twin(self, build=nothing):
-        t = Twin()
-        self.addCleanup(t.close)
-        build(t)
-        t.update()
-        return t
-
-    def test_known_optima(self):
-        """Optima that follow by hand."""
-        nl = self.twin()
-        nl.c.addvars(3, lb=[6.0, 1.0, -100.0], ub=[8.0, 2.0, 100.0], obj=[0.0, 0.0, 1.0])
-        nl.c("GRBaddgenconstrNL", b"", 2, 6, *(f(a) for f, a in zip((ints, doubles, ints), NL_TREE)))
-        circle = self.twin()
-        circle.c.addvars(2, obj=[-1.0, -1.0])
-        circle.c.addqconstr(([], []), ([0, 1], [0, 1], [1.0, 1.0]), "<", 2.0)
-        parabola = self.twin()
-        parabola.c.addvars(1, obj=[-4.0], ub=[9.0])
-        parabola.c("GRBaddqpterms", 1, ints([0]), ints([0]), doubles([1.0]))
-        pair = self.twin()
-        pair.c.addvars(2, obj=[-1.0, -2.0], ub=[3.0, 4.0])
-        pair.c.addsos(1, [0, 1], [1.0, 2.0])
-        switched = self.twin()
-        switched.c.addvars(2, obj=[2.0, -1.0], vtype="BC", ub=[1.0, 9.0])
-        switched.c("GRBaddgenconstrIndicator", b"", 0, 0, 1, ints([1]), doubles([1.0]), b"L", 1.5)
-        cubic = self.twin()
-        cubic.c.addvars(2, obj=[0.0, 1.0], lb=[-3.0, -30.0], ub=[3.0, 1e100])
-        cubic.c("GRBaddgenconstrPoly", b"", 0, 1, 4, doubles([1.0, 0.0, 0.0, 0.0]), None)
-        for t, value, place in ((nl, math.e, [6.0, 1.0, math.e]), (circle, -2.0, [1.0, 1.0]), (parabola, -4.0, [2.0]),
-                                (pair, -8.0, [0.0, 4.0]), (switched, -7.0, [1.0, 9.0]), (cubic, -27.0, [-3.0, -27.0])):
-            t.c.optimize()
-            self.assertEqual(t.c.ints("Status"), 2)
-            self.assertAlmostEqual(t.c.dbl("ObjVal"), value, delta=1e-4)
-            for found, expected in zip(t.c.array("X", "dbl", 0, len(place)), place):
-                self.assertAlmostEqual(found, expected, delta=1e-3)
-
-    def test_pool(self):
-        t = self.twin(mip)
-        t.both("GRBoptimize", "optimize")
-        count = t.c.ints("SolCount")
-        self.assertEqual(count, t.py.SolCount)
-        self.assertGreater(count, 2)
-        for i in range(count):
-            t.param("SolutionNumber", i)
-            self.assertEqual(t.c.dbl("PoolNObjVal"), t.py.PoolNObjVal)
-            self.assertEqual(t.c.array("Xn", "dbl", 0, 3), t.py.getAttr("Xn", t.x))
-
+class Procedures(TwinCase):
     def test_conflicts(self):
-        t = self.twin(infeasible)
-        t.c("GRBcomputeIIS")
-        self.assertEqual((t.c.ints("IISMinimal"), t.c.ints("Status")), (1, 3))
-        self.assertEqual((t.c.array("IISConstr", "int", 0, 2), t.c.array("IISUB", "int", 0, 2)), ([1, 0], [1, 1]))
         t = self.twin(conflicts)
         t.both("GRBcomputeIIS", "computeIIS")
         for name, elements in (("IISSOS", t.py.getSOSs()), ("IISQConstr", t.py.getQConstrs()), ("IISConstr", t.py.getConstrs())):
@@ -194,27 +135,3 @@ class Procedures(unittest.TestCase):
         found = failure(t.c.optimize)
         self.assertEqual(found[0], 10024)
         self.assertEqual(found, reference_failure(t.py.optimize))
-
-    def test_basis_and_starts(self):
-        m = Model(ENV)
-        self.addCleanup(m.free)
-        m.addvars(2, obj=[-1.0, -2.0], ub=[3.0, 1e100])
-        m.addconstr([0, 1], [1.0, 1.0], "<", 4.0)
-        m.optimize()
-        self.assertEqual((m.array("VBasis", "int", 0, 2), m.array("CBasis", "int", 0, 1)), ([-1, 0], [-1]))
-        m.update()
-        m("GRBsetintattrarray", b"VBasis", 0, 2, ints([0, -1]))
-        m("GRBsetintattrlist", b"CBasis", 1, ints([0]), ints([-1]))
-        m("GRBsetdblattrarray", b"PStart", 0, 2, doubles([0.0, 4.0]))
-        m.optimize()
-        self.assertEqual((m.dbl("ObjVal"), LIB.GRBisattravailable(m.handle, b"Pi")), (-8.0, 1))
-        m.addvars(1, vtype="I", ub=[9.0], obj=[-1.0])
-        m.setelement("Start", "dbl", 2, 9.0)
-        m.update()
-        self.assertEqual((m.ints("NumStart"), m.element("Start", "dbl", 2)), (1, 9.0))
-        m.optimize()
-        self.assertEqual(m.dbl("ObjVal"), -17.0)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -90,7 +90,3 @@ class Queue(unittest.TestCase):
                 self.assertIsNotNone(failure(m, *call))
                 self.assertEqual(m.dbl("ObjVal"), value, name)
         self.assertEqual(len(m.array("X", "dbl", 0, 4)), 4)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,6 +1,7 @@
 """The same model twice: behind the bridge and in gurobipy, so that answers and failures can be compared."""
 
 import math
+import unittest
 
 import gurobipy
 
@@ -50,6 +51,15 @@ class Twin:
         """Calls the C function and gurobipy's method, neither with arguments."""
         self.c(function)
         getattr(self.py, method)()
+
+
+class TwinCase(unittest.TestCase):
+    def twin(self, build=lambda _twin: None, name=""):
+        t = Twin(name)
+        self.addCleanup(t.close)
+        build(t)
+        t.update()
+        return t
 
 
 def failure(call, *args):
