@@ -69,9 +69,7 @@ class FolderCase(unittest.TestCase):
     """A test with a folder that holds small.mps and small.nl."""
 
     def setUp(self):
-        holder = tempfile.TemporaryDirectory()
-        self.addCleanup(holder.cleanup)
-        self.folder = pathlib.Path(holder.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.write("small.mps", SMALL_MPS)
         self.write("small.nl", SMALL_NL)
 

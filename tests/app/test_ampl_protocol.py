@@ -2,7 +2,6 @@
 
 import os
 import subprocess
-import unittest
 
 import cli
 
@@ -75,7 +74,3 @@ class Protocol(cli.FolderCase):
         run = self.run_fake("-e", "-s", "-oout.sol", "--", "small", "wantsol=0", "point=1")
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         self.assertIn("objno 0 0", self.read("out.sol"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,10 +1,8 @@
 """Options, words, outputs and exit codes, with the fake link in Gurobi's place."""
 
-import json
 import os
 import re
 import subprocess
-import unittest
 import xml.etree.ElementTree
 
 import cli
@@ -153,17 +151,6 @@ class Solving(cli.FolderCase):
         self.assertEqual([element.tag for element in body.iter() if element.tag in ("script", "img", "link")], [])
         self.assertLess(len(page), 100_000)
 
-    def test_json_holds_the_result(self):
-        self.assertEqual(self.run_fake("small.mps", "--json", "j", "point=1", "objective=2").returncode, 0)
-        found = json.loads(self.read("j"))
-        self.assertEqual((found["status"], found["objective"], found["variables"]["name"]), ("optimal", 2, ["x", "y"]))
-
-    def test_nl_file_gives_a_sol_of_the_protocol(self):
-        for model in ("small", "small.nl"):
-            self.assertEqual(self.run_fake(model, "point=1", "--quiet").returncode, 0)
-            self.assertIn("\nOptions\n3\n1\n1\n0\n2\n0\n2\n2\n0\n0\nobjno 0 0\n", self.read("small.sol"))
-            os.remove(self.folder / "small.sol")
-
     def test_words_of_the_environment_come_first(self):
         listed = "log 'from here' objective=1\n outlev = 1 note=\"a 'b'\""
         run = self.run_fake("small.mps", "objective=2", "log=", env={"grblink_options": listed})
@@ -250,7 +237,3 @@ class Failing(cli.FolderCase):
         self.assertEqual(run.returncode, 1)
         self.assert_one_line(run.stderr, "/dev/full", "No space left")
         self.assertIn("x 0", self.read("small.sol"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -5,7 +5,6 @@ import os
 import pty
 import struct
 import termios
-import unittest
 
 import cli
 
@@ -131,7 +130,3 @@ class Help(cli.FolderCase):
             run = self.run_program(*words)
             self.assertEqual((run.returncode, run.stdout), (code, ""))
             self.assert_one_line(run.stderr, part)
-
-
-if __name__ == "__main__":
-    unittest.main()

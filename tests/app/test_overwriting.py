@@ -1,7 +1,6 @@
 """No output destroys what the run reads, or another output: whatever names it, and however its path is spelled."""
 
 import os
-import unittest
 
 import cli
 
@@ -108,7 +107,3 @@ class Overwriting(cli.FolderCase):
                 self.run_fake("small.mps", f"{name}=/dev/fd/{ours}", pass_fds=[ours])
                 os.set_blocking(ours, False)
                 self.assertEqual(os.read(ours, 100), b"a line\n", name)
-
-
-if __name__ == "__main__":
-    unittest.main()

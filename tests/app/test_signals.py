@@ -4,7 +4,6 @@ import os
 import signal
 import subprocess
 import time
-import unittest
 
 import cli
 
@@ -63,7 +62,3 @@ class Signals(cli.FolderCase):
             else:
                 self.assert_one_line(err, "interrupted before the solve")
             os.remove(self.folder / "pipe.nl")
-
-
-if __name__ == "__main__":
-    unittest.main()

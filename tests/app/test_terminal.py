@@ -9,7 +9,6 @@ import struct
 import subprocess
 import termios
 import time
-import unittest
 
 import cli
 from test_gurobi import market_split
@@ -94,7 +93,3 @@ class Terminal(cli.FolderCase):
             code, states, text = self.watch(*fake, *more, kind=kind)
             self.assertEqual((code, states, text[:len("text\ngrblink ")][:len(shown)]), (0, [], shown))
         self.assertRegex(self.run_program(*fake).stdout, r"\Atext\ngrblink ")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -119,9 +119,7 @@ class Limits(unittest.TestCase):
     PAGE = (ROOT / "docs" / "limits.md").read_text()
 
     def setUp(self):
-        holder = tempfile.TemporaryDirectory()
-        self.addCleanup(holder.cleanup)
-        self.folder = pathlib.Path(holder.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def run_on(self, files, *words):
         for name, text in files.items():
@@ -174,7 +172,3 @@ class Interface(unittest.TestCase):
         functions = set(re.findall(r"^KAVO_API [^(]*?(kavo_\w+)\(", header, re.MULTILINE))
         self.assertGreater(len(functions), 25)
         self.assertEqual(set(re.findall(r"^\| `(kavo_\w+)\(", page, re.MULTILINE)), functions)
-
-
-if __name__ == "__main__":
-    unittest.main()

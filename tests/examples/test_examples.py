@@ -169,9 +169,7 @@ class Files(Case):
     """The same model from files, and a mixed-integer one."""
 
     def setUp(self):
-        holder = tempfile.TemporaryDirectory()
-        self.addCleanup(holder.cleanup)
-        self.folder = pathlib.Path(holder.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def solve(self, model):
         """The JSON of a run on a copy of the model, with the files beside it."""
@@ -208,7 +206,3 @@ class Files(Case):
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         for name in ("diet.nl", "diet.row", "diet.col"):
             self.assertEqual((self.folder / name).read_text(), (EXAMPLES / name).read_text())
-
-
-if __name__ == "__main__":
-    unittest.main()

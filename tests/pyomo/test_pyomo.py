@@ -121,7 +121,3 @@ class Pyomo(unittest.TestCase):
         results = solver.solve(pyomo_model("mix"), load_solutions=False)
         self.assertEqual(results.solver.termination_condition, pyo.TerminationCondition.internalSolverError)
         self.assertIn("nosuch", results.solver.message)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -28,10 +28,9 @@ PROBLEM = {"bestbound": 8, "absmipgap": 0, "kappa": 1e6, "nsol": 2, "npool": 2}
 
 class Suffixes(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.path = os.path.join(folder.name, "m.sol")
-        with open(os.path.join(folder.name, "m.nl"), "w", encoding="ascii") as file:
+        folder = self.enterContext(tempfile.TemporaryDirectory())
+        self.path = os.path.join(folder, "m.sol")
+        with open(os.path.join(folder, "m.nl"), "w", encoding="ascii") as file:
             file.write(MODEL)
         kavo = ctypes.CDLL(os.environ["KAVO"])
         kavo.kavo_last_error.restype = ctypes.c_char_p
@@ -42,7 +41,7 @@ class Suffixes(unittest.TestCase):
 
         check(kavo.kavo_create(ctypes.byref(model)))
         self.addCleanup(kavo.kavo_free, ctypes.byref(model))
-        check(kavo.kavo_read(model, os.path.join(folder.name, "m.nl").encode()))
+        check(kavo.kavo_read(model, os.path.join(folder, "m.nl").encode()))
         for name, value in GIVEN.items():
             check(kavo.kavo_set_option(model, name.encode(), value.encode(), None, 0))
         check(kavo.kavo_open_link(model, os.environ["FAKE_LINK"].encode()))
@@ -67,7 +66,3 @@ class Suffixes(unittest.TestCase):
         self.assertEqual({name: solution.constraint["c0"][name.capitalize()] for name in ROWS},
                          {name: values[0] for name, values in ROWS.items()})
         self.assertEqual({name: solution.problem[name] for name in PROBLEM}, PROBLEM)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -128,7 +128,3 @@ class Report(cli.FolderCase):
         self.look("page.html", "nothing")
         self.assertEqual(self.text(".outcome"), ["infeasible problem"])
         self.assertEqual(self.text("h2"), ["Search", "Model", "Settings"])
-
-
-if __name__ == "__main__":
-    unittest.main()
