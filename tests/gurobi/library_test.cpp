@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "tests/gurobi/native_path.h"
+#include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
@@ -15,19 +16,10 @@ using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-LibrarySearch nowhere() {
-  LibrarySearch search;
-  search.systemName = "";
-  return search;
-}
-
 std::string failure(const LibrarySearch& search) {
-  try {
-    return "found " + loadLibrary(search)->text();
-  } catch (const LoadError& error) {
-    EXPECT_EQ(error.tag(), "Gurobi");
-    return error.message();
-  }
+  const auto error = thrown<LoadError>([&] { loadLibrary(search); });
+  EXPECT_EQ(error.tag(), "Gurobi");
+  return error.message();
 }
 
 TEST(LibraryLoad, AllMissesInOneErrorWithTheWaysOut) {
@@ -44,29 +36,25 @@ TEST(LibraryLoad, AllMissesInOneErrorWithTheWaysOut) {
 }
 
 TEST(LibraryLoad, ALibraryThatWasNamedIsTheOnlyOneTried) {
-  struct Case {
-    std::string choice;
-    std::string reason;
-  };
-  const std::vector<Case> cases{
+  const std::pair<std::string, const char*> cases[]{
       {"/no/such/library.so", "cannot open shared object file"},
       {"libm.so.6", "not a Gurobi library, it has no function GRBversion"},
       {ALMOST_GUROBI_12, "it is Gurobi 12.0.3, but Gurobi 13.0 is needed"},
       {ALMOST_GUROBI_13, "it is Gurobi 13.0.3, but these functions are missing: GRBplatform, GRBemptyenvinternal,"},
       {"gurobipy", "/no/bridge/libgurobi_py.so: cannot open"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [choice, reason] : cases) {
     LibrarySearch search;
-    search.choice = c.choice;
+    search.choice = choice;
     search.home = "/no/such/home";
     search.bridges = {"/no/bridge/libgurobi_py.so"};
-    EXPECT_THAT(failure(search), AllOf(HasSubstr(c.reason), HasSubstr("GRBLINK_GUROBI is \"" + c.choice + "\""),
+    EXPECT_THAT(failure(search), AllOf(HasSubstr(reason), HasSubstr("GRBLINK_GUROBI is \"" + choice + "\""),
                                        Not(HasSubstr("/no/such/home"))));
   }
 }
 
 TEST(LibraryLoad, MissingFunctionsAreAllNamed) {
-  LibrarySearch search = nowhere();
+  LibrarySearch search;
   search.choice = ALMOST_GUROBI_13;
   const std::string text = failure(search);
   for (std::size_t i = 1; i < kFnCount; ++i) EXPECT_THAT(text, HasSubstr(kFnNames[i]));
@@ -78,7 +66,8 @@ TEST(LibraryLoad, TheFirstUsableOneIsTaken) {
   std::filesystem::remove_all(home);
   std::filesystem::create_directories(home / "lib");
   std::filesystem::create_symlink(nativeGurobi(), home / "lib" / "libgurobi130.so");
-  LibrarySearch search = nowhere();
+  LibrarySearch search;
+  search.systemName = "";
   search.home = home.string();
   search.bridges = {ALMOST_GUROBI_12};
   const auto library = loadLibrary(search);

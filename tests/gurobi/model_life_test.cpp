@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/gurobi/started_model.h"
+#include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
@@ -52,20 +53,18 @@ TEST(ModelLife, EnvironmentLivesAsLongAsItsModels) {
 }
 
 struct Failure {
-  const char* function;
   void (*run)(GurobiModel&);
   Fn failing;
-  unsigned line;
-  unsigned column;
+  unsigned line, column;
 };
 
 TEST(ModelLife, FailuresOfMakingAModelLeaveTheOldOne) {
-  const std::array<Failure, 4> failures{{
-      {"GRBstartenv", [](GurobiModel& m) { m.start(); }, Fn::GRBstartenv, 54, 34},
-      {"GRBnewmodel", [](GurobiModel& m) { m.start(); }, Fn::GRBnewmodel, 205, 30},
-      {"GRBreadmodel", [](GurobiModel& m) { m.start("a.lp"); }, Fn::GRBreadmodel, 214, 30},
-      {"GRBnewmodel", [](GurobiModel& m) { m.clear(); }, Fn::GRBnewmodel, 224, 30},
-  }};
+  const Failure failures[]{
+      {[](GurobiModel& m) { m.start(); }, Fn::GRBstartenv, 54, 34},
+      {[](GurobiModel& m) { m.start(); }, Fn::GRBnewmodel, 205, 30},
+      {[](GurobiModel& m) { m.start("a.lp"); }, Fn::GRBreadmodel, 214, 30},
+      {[](GurobiModel& m) { m.clear(); }, Fn::GRBnewmodel, 224, 30},
+  };
   for (const Failure& failure : failures) {
     SCOPED_TRACE(failure.line);
     const auto gurobi = gurobi_double::GurobiDouble::make();
@@ -75,17 +74,13 @@ TEST(ModelLife, FailuresOfMakingAModelLeaveTheOldOne) {
       model.addVars(1, {}, {}, {}, {}, {});
     }
     gurobi->failCall(failure.failing, 10009, "No Gurobi license");
-    try {
-      failure.run(model);
-      FAIL() << "no exception";
-    } catch (const GurobiException& error) {
-      EXPECT_EQ(error.message(), failure.line == 54 ? "No Gurobi license" : "Model creation failed");
-      EXPECT_EQ(error.code(), 10009);
-      EXPECT_EQ(error.context(), failure.function);
-      EXPECT_EQ(error.location().file(), "grb/gurobi");
-      EXPECT_EQ(error.location().line(), failure.line);
-      EXPECT_EQ(error.location().column(), failure.column);
-    }
+    const auto error = thrown<GurobiException>([&] { failure.run(model); });
+    EXPECT_EQ(error.message(), failure.line == 54 ? "No Gurobi license" : "Model creation failed");
+    EXPECT_EQ(error.code(), 10009);
+    EXPECT_EQ(error.context(), fnName(failure.failing));
+    EXPECT_EQ(error.location().file(), "grb/gurobi");
+    EXPECT_EQ(error.location().line(), failure.line);
+    EXPECT_EQ(error.location().column(), failure.column);
     if (failure.failing == Fn::GRBstartenv) {
       EXPECT_FALSE(model.env()->started());
       model.start();

@@ -5,6 +5,7 @@
 
 #include "tav/idx/lib/list.h"
 #include "tests/gurobi/started_model.h"
+#include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
@@ -31,44 +32,32 @@ TEST(ModelValues, ScalarReadsHandBackWhatGurobiHolds) {
 
 TEST(ModelValues, ScalarReadKeepsTheTextOfAFailure) {
   StartedModel s;
-  try {
-    s.model.getDblAttr("ObjVal");
-    FAIL() << "no exception";
-  } catch (const GurobiException& error) {
-    EXPECT_STREQ(error.what(),
-                 "Gurobi: Unable to retrieve attribute 'ObjVal' [GRBgetdblattr, code 10005] (grb/gurobi:164)");
-  }
+  EXPECT_STREQ(thrown<GurobiException>([&] { s.model.getDblAttr("ObjVal"); }).what(),
+               "Gurobi: Unable to retrieve attribute 'ObjVal' [GRBgetdblattr, code 10005] (grb/gurobi:164)");
 }
 
 TEST(ModelValues, BulkFormFollowsTheList) {
   struct Case {
     List elements;
-    std::string written;
-    std::string read;
     std::vector<double> values;
+    const char *form, *written;
   };
-  const std::vector<Case> cases{
-      {Range(1, 2),
-       "GRBsetdblattrarray(m1, \"Obj\", 1, 2, [7, 8])",
-       "GRBgetdblattrarray(m1, \"Obj\", 1, 2, *)",
-       {7, 8}},
-      {listOf({2, 0}),
-       "GRBsetdblattrlist(m1, \"Obj\", 2, [2, 0], [7, 8])",
-       "GRBgetdblattrlist(m1, \"Obj\", 2, [2, 0], *)",
-       {7, 8}},
-      {List(), "GRBsetdblattrarray(m1, \"Obj\", 0, 0, [])", "GRBgetdblattrarray(m1, \"Obj\", 0, 0, *)", {}},
+  const Case cases[]{
+      {Range(1, 2), {7, 8}, R"(array(m1, "Obj", 1, 2, )", "[7, 8])"},
+      {listOf({2, 0}), {7, 8}, R"(list(m1, "Obj", 2, [2, 0], )", "[7, 8])"},
+      {List(), {}, R"(array(m1, "Obj", 0, 0, )", "[])"},
   };
   StartedModel s;
   for (const Case& c : cases) {
     std::vector<double> values = c.values;
     values.reserve(1);  // an address even when empty
     s.model.setDblAttrArray("Obj", c.elements, values);
-    EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre(c.written));
+    EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre(std::string("GRBsetdblattr") + c.form + c.written));
     EXPECT_FALSE(s.model.dirty());
     s.gurobi->model(1).commit();
     std::fill(values.begin(), values.end(), NAN);
     s.model.getDblAttrArray("Obj", c.elements, values);
-    EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre(c.read));
+    EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre(std::string("GRBgetdblattr") + c.form + "*)"));
     EXPECT_EQ(values, c.values);
   }
 }
@@ -93,50 +82,18 @@ TEST(ModelValues, BulkReadsOfOtherTypesAndFailures) {
   EXPECT_TRUE(s.gurobi->takeCalls().empty()) << "a short target never reaches Gurobi";
 }
 
-TEST(ModelValues, ParametersBelongToTheModelOnceThereIsOne) {
-  const auto gurobi = gurobi_double::GurobiDouble::make();
-  gurobi->defineParam({"TimeLimit", 1e100, 0, 1e100});
-  gurobi->defineParam({"Threads", 0, 0, 1024});
-  gurobi->defineParam({"LogFile", std::string("none")});
-  GurobiModel model(gurobi->library());
-  model.setIntParam("Threads", 2);
-  EXPECT_EQ(model.getIntParam("threads"), 2);
-  EXPECT_EQ(gurobi->count(Fn::GRBupdatemodel), 0) << "nothing to update without a model";
-  model.start();
-  model.setDblParam("TimeLimit", 60);
-  model.setStrParam("LogFile", "a.log");
-  EXPECT_EQ(model.getIntParam("Threads"), 2);
-  EXPECT_EQ(model.getStrParam("LogFile"), "a.log");
-  EXPECT_EQ(gurobi->env(1).params.count("timelimit"), 0U) << "the base environment keeps its own value";
-
-  const ParamInfo<double> limit = model.getDblParamInfo("TimeLimit");
-  EXPECT_EQ((std::array{limit.value, limit.minimum, limit.maximum, limit.defaultValue}),
-            (std::array{60.0, 0.0, 1e100, 1e100}));
-  const ParamInfo<int> threads = model.getIntParamInfo("Threads");
-  EXPECT_EQ((std::array{threads.value, threads.minimum, threads.maximum, threads.defaultValue}),
-            (std::array{2, 0, 1024, 0}));
-  EXPECT_EQ(model.getStrParamInfo("LogFile").value, "a.log");
-  EXPECT_EQ(model.getStrParamInfo("LogFile").defaultValue, "none");
-  EXPECT_EQ(model.getNumParams(), 3);
-  EXPECT_EQ(model.getParamName(1), "Threads");
-  EXPECT_EQ(model.getParamType("LogFile"), paramtype::kString);
-  EXPECT_EQ(model.getParamType("Nope"), paramtype::kUnknown);
-  EXPECT_THROW(model.setIntParam("Threads", 5000), GurobiException);
-}
-
 TEST(ModelValues, LongCallsTellThatTheyRunAndKeepTheMarkWhenTheyFail) {
   struct Case {
     Fn function;
     void (*run)(GurobiModel&);
-    bool fixes;
-    bool relaxes;
+    bool fixes, relaxes;
   };
-  const std::array<Case, 4> cases{{
+  const Case cases[]{
       {Fn::GRBoptimize, [](GurobiModel& m) { m.optimize(); }, false, false},
       {Fn::GRBcomputeIIS, [](GurobiModel& m) { m.computeIIS(); }, false, false},
       {Fn::GRBfeasrelax, [](GurobiModel& m) { m.feasRelax(0, 0, {}, {}, {}); }, false, true},
       {Fn::GRBconverttofixed, [](GurobiModel& m) { m.convertToFixed(); }, true, false},
-  }};
+  };
   for (const Case& c : cases) {
     SCOPED_TRACE(fnName(c.function));
     StartedModel s;
@@ -151,26 +108,6 @@ TEST(ModelValues, LongCallsTellThatTheyRunAndKeepTheMarkWhenTheyFail) {
     EXPECT_FALSE(s.model.running());
     EXPECT_EQ(s.model.fixed(), c.fixes);
     EXPECT_EQ(s.model.relaxed(), c.relaxes);
-  }
-}
-
-TEST(ModelValues, RelaxationValueAndTuning) {
-  StartedModel s;
-  s.gurobi->scriptRelaxation(2.25);
-  EXPECT_EQ(s.model.feasRelax(relaxobj::kLinear, 1, {}, {}, std::array{1.0, 1.0}), 2.25);
-  GurobiModel second(s.model.env());
-  second.start("other.mps");
-  s.gurobi->takeCalls();
-  s.model.env()->tuneModels(std::array{s.model.model(), second.model()});
-  s.model.tuneModel();
-  EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre("GRBtunemodels(e1, 2, [m1, m2])", "GRBtunemodel(m1)"));
-  s.gurobi->failCall(Fn::GRBtunemodels, 10031, "Unable to tune models of different type");
-  try {
-    s.model.env()->tuneModels(std::array{s.model.model()});
-    FAIL() << "no exception";
-  } catch (const GurobiException& error) {
-    EXPECT_EQ(error.message(), "Unable to tune models of different type");
-    EXPECT_EQ(error.location().line(), 54U);
   }
 }
 
