@@ -3,59 +3,35 @@
 
 #include <cmath>
 
-#include "grb/solver.h"
 #include "tav/math/evaluator.h"
-#include "tests/grb/blocks.h"
-#include "tests/grb/expressions.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/real_solver.h"
+#include "tests/tav/expressions.h"
 
 namespace grb {
 namespace {
 
 namespace tag = tav::opt::tag;
-using tav::math::Symbol;
-using Q = tav::opt::RowQuantity;
 using Doubles = std::vector<double>;
 
 constexpr double kFree = 1e100;
-constexpr int kGreater = 0;
 constexpr int kEqual = 2;
 constexpr double kTolerance = 1e-5;  // Gurobi keeps rows within 1e-6; what follows from them is allowed ten times that
 
-class NonlinearGurobiTest : public testing::Test {
+class NonlinearGurobiTest : public RealSolver {
  protected:
-  NonlinearGurobiTest() {
-    solver.setLog(log);
-    solver.setup();
-  }
-
   void addVariables(const Doubles& lower, const Doubles& upper) {
-    solver.makeVariableAdder(tag::kIntervalDomain, {})
-        ->add(variables(std::vector<int>(lower.size(), 0), {lower, upper}));
+    SolverFixture::addVariables(variables(std::vector<int>(lower.size(), 0), {lower, upper}));
   }
   void addRows(int type, const std::vector<std::string>& texts, const OwnGroup& own = {}) {
-    std::vector<Symbol<double>> functions;
+    std::vector<Symbol> functions;
     for (const std::string& text : texts) functions.push_back(symbol(space(), text));
-    solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kIdentityFunction)
-        ->add(block<tav::opt::ConstraintContainer>(
-            tag::kConstraint,
-            {{Q::type, values(std::vector<int>(texts.size(), type))}, {Q::function, values(functions)}}, own));
+    add(tag::kStaticBoundedDomain, tag::kIdentityFunction,
+        expressions(std::vector<int>(texts.size(), type), functions, {}, own));
   }
-  void addObjective(int sense, const char* text) {
-    solver.makeConstraintAdder(tag::kSenseDomain, tag::kIdentityFunction)
-        ->add(block<tav::opt::ConstraintContainer>(tag::kConstraint,
-                                                   {{Q::type, values(std::vector<int>{sense})},
-                                                    {Q::function, values<Symbol<double>>({symbol(space(), text)})}},
-                                                   {}));
-  }
-  std::uint64_t space() { return solver.makeVariableAdder(tag::kIntervalDomain, {})->variableSpace(); }
   Doubles solve() {
     EXPECT_EQ(solver.solve(), tav::opt::Termination::finished);
-    return solver.makeVariableContainers({}).get(tav::opt::VariableQuantity::level).as<double>().getAll();
+    return ofVariables(tav::opt::VariableQuantity::level).getAll();
   }
-
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
-  Solver solver{Library::open(GRBLINK_BRIDGE_PATH)};
 };
 
 // Each text is a function of fixed variables; Gurobi says what it is, and so do we.
@@ -146,48 +122,10 @@ TEST_F(NonlinearGurobiTest, ComputesLogicAsWeDo) {
     given.lower[i] = 0;
     given.upper[i] = 1;
   }
-  solver.makeVariableAdder(tag::kIntervalDomain, {})->add(variables(types, {given.lower, given.upper}));
+  SolverFixture::addVariables(variables(types, {given.lower, given.upper}));
   addRows(kEqual, given.rows);  // without a tree: each is told in the log and taken as what it is
   expectValues(texts, kPoint, solve(), space());
   EXPECT_THAT(log->text, testing::HasSubstr("Function not supported: tav:function:logic:BoolAnd"));
-}
-
-TEST_F(NonlinearGurobiTest, FindsKnownOptima) {
-  const struct Case {
-    const char* objective;
-    int sense;
-    Doubles lower, upper;
-    const char* row;  // required to be at least 0
-    Doubles solution;
-    double value;
-  } cases[]{
-      // the valley of Rosenbrock
-      {"Add(Square(Subtract(1, x0)), Multiply(100, Square(Subtract(x1, Square(x0)))))",
-       0,
-       {-2, -2},
-       {2, 2},
-       "1",
-       {1, 1},
-       0},
-      // x exp(-x) is largest at 1
-      {"Add(Multiply(x0, Exp(Negate(x0))), 3)", 1, {0}, {5}, "1", {1}, 3 + std::exp(-1)},
-      // linear terms beside the rest: x + 1/x
-      {"Add(x0, Divide(1, x0))", 0, {0.1}, {10}, "1", {1}, 2},
-      // a cube may be negative, unless its logarithm is taken
-      {"Add(x0, 0)", 0, {-10}, {10}, "Add(Power(x0, 3), 8)", {-2}, -2},
-      {"Add(x0, 0)", 0, {-10}, {10}, "Add(PowerConst(x0, 3), 8)", {0}, 0},
-  };
-  for (const Case& c : cases) {
-    solver.clear();
-    addVariables(c.lower, c.upper);
-    addRows(kGreater, {c.row});
-    addObjective(c.sense, c.objective);
-    const Doubles solution = solve();
-    // Flat near the optimum: the point is less exact than the value, which the gap of 1e-4 bounds.
-    for (std::size_t i = 0; i < c.solution.size(); ++i) EXPECT_NEAR(solution.at(i), c.solution[i], 5e-2) << c.objective;
-    tav::math::Evaluator evaluate;
-    EXPECT_NEAR(evaluate(expression(space(), c.objective)->whole(), solution), c.value, 1e-3) << c.objective;
-  }
 }
 
 }  // namespace

@@ -2,9 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "grb/adder/block_reading.h"
-#include "grb/solver.h"
-#include "tests/grb/blocks.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/real_solver.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
@@ -15,28 +13,11 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::Pointwise;
 using Q = tav::opt::RowQuantity;
-using Symbol = tav::math::Symbol<double>;
 
 constexpr double kTolerance = 1e-4;  // of quadratic models; barrier ends at about 1e-6
 
-std::shared_ptr<const Library> realGurobi() {
-  static const auto kLibrary = Library::open(GRBLINK_BRIDGE_PATH);
-  return kLibrary;
-}
-
-class RealModelTest : public testing::Test {
+class RealModelTest : public RealSolver {
  protected:
-  RealModelTest() {
-    solver.setLog(std::make_shared<TextLog>());
-    solver.setup();
-  }
-  auto rowAdder(std::string_view domain, std::string_view function) {
-    return solver.makeConstraintAdder(domain, function);
-  }
-  std::uint64_t space() { return solver.makeVariableAdder(tag::kIntervalDomain, {})->variableSpace(); }
-  void addVariables(const tav::opt::VariableContainer& block) {
-    solver.makeVariableAdder(tag::kIntervalDomain, {})->add(block);
-  }
   // Variables between 0 and `upper` and the objective: maximise the sum of (i + 1) * x[i].
   void maximize(std::size_t count, double upper) {
     addVariables(variables(std::vector<int>(count, 0), {std::vector(count, 0.0), std::vector(count, upper)}));
@@ -45,34 +26,22 @@ class RealModelTest : public testing::Test {
       objective.positions.push_back(i);
       objective.coefficients.push_back(i + 1);
     }
-    rowAdder(tag::kSenseDomain, tag::kLinearFunction)->add(functions<Function>(space(), {objective}));
+    add(tag::kSenseDomain, tag::kLinearFunction, functions<Function>(space(), {objective}));
   }
   std::vector<double> solved() {
     EXPECT_EQ(solver.solve(), tav::opt::Termination::finished);
-    return solver.makeVariableContainers({}).get(tav::opt::VariableQuantity::level).as<double>().getAll();
+    return ofVariables(tav::opt::VariableQuantity::level).getAll();
   }
-
-  Solver solver{realGurobi()};
 };
-
-// min x^2 + 2xy + 3y^2 - 4x + 5: 2x + 2y = 4 and 2x + 6y = 0.
-TEST_F(RealModelTest, AQuadraticObjectiveIsNeitherDoubledNorHalved) {
-  addVariables(variables({0, 0}, {{-10, -10}, {10, 10}}));
-  const auto objective = rowAdder(tag::kSenseDomain, tag::kQuadraticFunction);
-  objective->add(functions<Quadratic>(space(), {{{0, {0}, {-4}, 5}, {0, 1, 1}, {0, 0, 1}, {1, 2, 3}}}));
-  EXPECT_THAT(solved(), Pointwise(DoubleNear(kTolerance), {3.0, -1.0}));
-  const auto value = solver.makeConstraintContainers(objective, {}, {}).first.get(5).as<double>();
-  EXPECT_THAT(value.getAll(), ElementsAre(DoubleNear(-1, kTolerance)));
-}
 
 // max x + y with x^2 + y^2 <= r is the root of 2r, which grows by 1/2 per unit at r = 2.
 TEST_F(RealModelTest, QuadraticRowsHaveTheSlacksAndMarginalsOfLinearOnes) {
   addVariables(variables({0, 0}, {{0, 0}, {10, 10}}));
-  const auto rows = rowAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction);
+  const auto rows = solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction);
   const auto circle = [](double r) { return Quadratic{{1, {}, {}, -r}, {0, 1}, {0, 1}, {1, 1}}; };
   rows->add(functions<Quadratic>(space(), {circle(2), circle(8)}));
-  rowAdder(tag::kSenseDomain, tag::kLinearFunction)->add(functions<Function>(space(), {{1, {0, 1}, {1, 1}}}));
-  solver.makeModelAttributes("grb", {})->get("QCPDual").as<int>().set(1);
+  add(tag::kSenseDomain, tag::kLinearFunction, functions<Function>(space(), {{1, {0, 1}, {1, 1}}}));
+  set("QCPDual", 1);
   EXPECT_THAT(solved(), Pointwise(DoubleNear(kTolerance), {1.0, 1.0}));
   const auto results = solver.makeConstraintContainers(rows, {}, {}).first;
   EXPECT_THAT(results.get(Q::slack).as<double>().getAll(), Pointwise(DoubleNear(kTolerance), {0.0, -6.0}));
@@ -94,23 +63,30 @@ TEST_F(RealModelTest, AnOrderedSetKeepsTheOrderOfItsWeightsOrElseOfItsMembers) {
     solver.clear();
     maximize(3, 1);
     const Function set{c.type, {2, 0, 1}, {1, 1, 1}};
-    rowAdder(tag::kSosDomain, tag::kIdentityFunction)
-        ->add(functions<Function>(space(), {set}, {{Q::weights, values<Symbol>({c.weights})}}));
+    add(tag::kSosDomain, tag::kIdentityFunction,
+        functions<Function>(space(), {set}, {{Q::weights, values<Symbol>({c.weights})}}));
     EXPECT_EQ(solved(), c.expected);
   }
 }
 
-TEST_F(RealModelTest, ALinkSwitchesItsRowOnAtItsValue) {
-  for (const int type : {2, 3}) {
-    for (const double fixed : {0.0, 1.0}) {
-      solver.clear();
-      maximize(1, 5);
-      addVariables(variables({1}, {{fixed}, {fixed}}));
-      solver.makeLinkAdder(tag::kStaticBoundedDomain, tag::kLinearFunction, tag::kConstraintLink)
-          ->add(linkedRows(space(), {{1, {0}, {1}, -2}}, {{type}, {1}}));
-      EXPECT_THAT(solved(), ElementsAre(fixed == type - 2 ? 2 : 5, fixed)) << type;
-    }
-  }
+// Presolve cannot tell which of the two it is; without it the model is known to be unbounded.
+TEST_F(RealModelTest, AnUnclearEndOfASmallModelIsCleared) {
+  addVariables(variables({0, 0}, {{0, 0}, {1e30, 1e30}}));
+  add(tag::kSenseDomain, tag::kLinearFunction, functions<Function>(space(), {{1, {0, 1}, {1, 1}}}));
+  add(tag::kStaticBoundedDomain, tag::kLinearFunction, functions<Function>(space(), {{1, {0, 1}, {1, -1}, -4}}));
+  EXPECT_EQ(solver.solve(), tav::opt::Termination::unbounded);
+  EXPECT_THAT(log->text, testing::HasSubstr("Resolving with presolve turned off.\n"));
+  EXPECT_EQ(option("Presolve").as<int>().get(), -1);
+}
+
+TEST_F(RealModelTest, AConditionNumberIsToldWhereItIsAskedFor) {
+  maximize(2, 1);
+  add(tag::kStaticBoundedDomain, tag::kLinearFunction, functions<Function>(space(), {{1, {0, 1}, {1, 1}, -1}}));
+  set("kappa", 1);
+  EXPECT_EQ(solved(), (std::vector<double>{0, 1}));
+  ASSERT_TRUE(solver.conditionNumber(false));
+  EXPECT_GE(*solver.conditionNumber(false), 1);
+  EXPECT_EQ(solver.conditionNumber(true), std::nullopt);
 }
 
 // The library drops all that is queued when it refuses an add call, and nothing that an update had folded in.

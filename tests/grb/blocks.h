@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "grb/adder/var_adder.h"
 #include "grb/data.h"
 #include "grb/gurobi/exception.h"
 #include "tav/attr/lib/optional_container.h"
@@ -24,16 +26,9 @@ using gurobi_double::GurobiDouble;
 using Calls = std::vector<std::string>;
 using tav::attr::BaseContainer;
 
-/// A record whose model is open, with nothing recorded yet.
-struct OpenRecord {
-  OpenRecord() {
-    data->model->start();
-    gurobi->takeCalls();
-  }
-
-  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
-  std::shared_ptr<Data> data = std::make_shared<Data>(gurobi->library());
-};
+inline constexpr double kInf = std::numeric_limits<double>::infinity();
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+inline constexpr const char* kReadCount = R"(GRBgetintattr(m1, "NumVars", *))";  // the head of every block
 
 /// A container that keeps its values.
 template <class T>
@@ -87,6 +82,22 @@ inline tav::opt::VariableContainer plainVariables(std::size_t n) {
   return variables(std::vector<int>(n, 0), {std::vector<double>(n, 0), std::vector<double>(n, 1)});
 }
 
+/// A record whose model is open and holds n variables from 0 to 1, with nothing recorded yet.
+struct OpenRecord {
+  explicit OpenRecord(std::size_t n = 0) {
+    data->model->start();
+    load(n);
+  }
+  void load(std::size_t n) {
+    VarAdder(data).add(plainVariables(n));
+    data->model->updateIfPending();
+    gurobi->takeCalls();
+  }
+
+  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
+  std::shared_ptr<Data> data = std::make_shared<Data>(gurobi->library());
+};
+
 /// A row or an objective: its type or direction, its terms and its constant.
 struct Function {
   int type;
@@ -95,19 +106,11 @@ struct Function {
   double constant = 0;
 };
 
-inline BaseContainer symbols(std::uint64_t space, const std::vector<Function>& functions) {
-  const auto kept = std::make_shared<const std::vector<Function>>(functions);
-  const auto made = std::make_shared<std::vector<tav::math::Symbol<double>>>();
-  for (const Function& function : *kept) {
-    tav::math::LinearFunction<double> linear;
-    linear.space = space;
-    linear.positions = function.positions;
-    linear.coefficients = function.coefficients;
-    linear.constant = function.constant;
-    made->push_back(tav::math::Symbol<double>::ofLinear(linear));
-  }
-  const auto owner = std::make_shared<std::pair<decltype(kept), decltype(made)>>(kept, made);
-  return tav::attr::lib::viewOf<tav::math::Symbol<double>>(*made, owner);
+using Symbol = tav::math::Symbol<double>;
+
+inline Symbol symbolOf(std::uint64_t space, const Function& given) {
+  return Symbol::ofLinear(
+      tav::math::LinearFunction<double>::owning(space, given.positions, given.coefficients, given.constant));
 }
 
 /// A quadratic row or objective: a linear one with products besides.
@@ -117,39 +120,36 @@ struct Quadratic {
   std::vector<double> values;
 };
 
-inline BaseContainer symbols(std::uint64_t space, const std::vector<Quadratic>& functions) {
-  std::vector<tav::math::Symbol<double>> made;
-  for (const Quadratic& given : functions) {
-    const auto kept = std::make_shared<const Quadratic>(given);
-    const Function& linear = kept->linear;
-    made.push_back(tav::math::Symbol<double>::ofQuadratic(std::make_shared<tav::math::QuadraticFunction<double>>(
-        tav::math::QuadraticFunction<double>{{space, linear.positions, linear.coefficients, linear.constant, kept},
-                                             kept->first,
-                                             kept->second,
-                                             kept->values,
-                                             kept})));
-  }
-  return values(std::move(made));
+inline Symbol symbolOf(std::uint64_t space, const Quadratic& given) {
+  const auto kept = std::make_shared<const Quadratic>(given);
+  const Function& linear = kept->linear;
+  return Symbol::ofQuadratic(std::make_shared<tav::math::QuadraticFunction<double>>(
+      tav::math::QuadraticFunction<double>{{space, linear.positions, linear.coefficients, linear.constant, kept},
+                                           kept->first,
+                                           kept->second,
+                                           kept->values,
+                                           kept}));
 }
 
 inline int typeOf(const Function& function) { return function.type; }
 inline int typeOf(const Quadratic& function) { return function.linear.type; }
 
-template <class F>
-std::vector<Given> standardOf(std::uint64_t space, const std::vector<F>& given, const std::vector<Given>& more) {
-  using Q = tav::opt::RowQuantity;
-  std::vector<int> types;
-  for (const F& function : given) types.push_back(typeOf(function));
-  std::vector<Given> standard{{Q::type, values(std::move(types))}, {Q::function, symbols(space, given)}};
-  standard.insert(standard.end(), more.begin(), more.end());
-  return standard;
-}
-
 /// Rows or objectives, which have type and function under the same numbers.
-template <class F = Function>
-tav::opt::ConstraintContainer functions(std::uint64_t space, const std::vector<F>& given,
-                                        const std::vector<Given>& more = {}, const OwnGroup& own = {}) {
-  return block<tav::opt::ConstraintContainer>(tav::opt::tag::kConstraint, standardOf(space, given, more), own);
+template <class B = tav::opt::ConstraintContainer>
+B expressions(std::vector<int> types, std::vector<Symbol> given, const std::vector<Given>& more = {},
+              const OwnGroup& own = {}) {
+  using Q = tav::opt::RowQuantity;
+  std::vector<Given> standard{{Q::type, values(std::move(types))}, {Q::function, values(std::move(given))}};
+  standard.insert(standard.end(), more.begin(), more.end());
+  return block<B>(tav::opt::tag::kConstraint, standard, own);
+}
+template <class F = Function, class B = tav::opt::ConstraintContainer>
+B functions(std::uint64_t space, const std::vector<F>& given, const std::vector<Given>& more = {},
+            const OwnGroup& own = {}) {
+  std::vector<int> types;
+  std::vector<Symbol> made;
+  for (const F& function : given) types.push_back(typeOf(function)), made.push_back(symbolOf(space, function));
+  return expressions<B>(std::move(types), std::move(made), more, own);
 }
 
 /// Rows, each with the type of its link and the position of the linked variable.
@@ -160,10 +160,9 @@ struct Links {
 inline tav::opt::LinkedConstraintContainer linkedRows(std::uint64_t space, const std::vector<Function>& rows,
                                                       const Links& links, const std::vector<Given>& more = {}) {
   using Q = tav::opt::LinkQuantity;
-  auto result =
-      block<tav::opt::LinkedConstraintContainer>(tav::opt::tag::kConstraint, standardOf(space, rows, more), {});
-  std::vector<tav::math::Symbol<double>> linked;
-  for (const int variable : links.variables) linked.push_back(tav::math::Symbol<double>::ofVariable(space, variable));
+  auto result = functions<Function, tav::opt::LinkedConstraintContainer>(space, rows, more);
+  std::vector<Symbol> linked;
+  for (const int variable : links.variables) linked.push_back(Symbol::ofVariable(space, variable));
   const auto group = std::make_shared<tav::opt::BlockGroup>();
   group->set(Q::type, "type", values(links.types));
   group->set(Q::variable, "variable", values(std::move(linked)));

@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
-
-#include "grb/adder/var_adder.h"
 #include "tests/grb/blocks.h"
 #include "tests/tav/thrown.h"
 
@@ -14,15 +11,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kReadCount = R"(GRBgetintattr(m1, "NumVars", *))";
-
 class LinObjAdderTest : public testing::Test, protected OpenRecord {
  protected:
-  LinObjAdderTest() {
-    VarAdder(data).add(plainVariables(4));
-    data->model->updateIfPending();
-    gurobi->takeCalls();
-  }
+  LinObjAdderTest() : OpenRecord(4) {}
   tav::idx::List add(const std::vector<Function>& objectives, const OwnGroup& own = {}) {
     return adder.add(functions(data->variableSpace(), objectives, {}, own));
   }
@@ -108,8 +99,7 @@ TEST_F(LinObjAdderTest, RefusesWhatItCanCheckBeforeAnyCall) {
   };
   expectRefusal({sound, {2, {0}, {1}, 0}}, {}, "Domain type not supported.");
   expectRefusal({{0, {4}, {1}, 0}}, {}, "Element 0 of the block: there is no variable 4.");
-  expectRefusal({{0, {0}, {1}, std::numeric_limits<double>::quiet_NaN()}}, {},
-                "Element 0 of the block: the constant nan is not finite.");
+  expectRefusal({{0, {0}, {1}, kNaN}}, {}, "Element 0 of the block: the constant nan is not finite.");
   expectRefusal({sound}, {{"weight", values<double>({1, 2})}},
                 "'weight' (which is 2) must be equal to 'count' (which is 1).");
   EXPECT_EQ(messageOf([&] { adder.add(functions(data->variableSpace() + 1, {sound})); }), "Input not supported");

@@ -1,31 +1,22 @@
 #include <gmock/gmock.h>
 
 #include "grb/adder/lin_obj_adder.h"
-#include "grb/adder/var_adder.h"
 #include "grb/nonlinear/nonlin_obj_adder.h"
 #include "tests/grb/blocks.h"
-#include "tests/grb/expressions.h"
+#include "tests/tav/expressions.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
 
-using tav::math::Symbol;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Q = tav::opt::ObjectiveQuantity;
 
 class NonlinearObjectiveTest : public testing::Test, protected OpenRecord {
  protected:
-  NonlinearObjectiveTest() {
-    VarAdder(data).add(plainVariables(4));
-    data->model->updateIfPending();
-    gurobi->takeCalls();
-  }
-  tav::opt::ConstraintContainer objectives(int sense, const std::vector<Symbol<double>>& functions) const {
-    return block<tav::opt::ConstraintContainer>(
-        tav::opt::tag::kConstraint,
-        {{Q::sense, values(std::vector<int>(functions.size(), sense))}, {Q::function, values(functions)}}, {});
+  NonlinearObjectiveTest() : OpenRecord(4) {}
+  tav::opt::ConstraintContainer objectives(int sense, const std::vector<Symbol>& functions) const {
+    return expressions(std::vector<int>(functions.size(), sense), functions);
   }
   tav::opt::ConstraintContainer objective(int sense, const char* text) const {
     return objectives(sense, {symbol(data->variableSpace(), text)});
@@ -39,7 +30,7 @@ TEST_F(NonlinearObjectiveTest, IsLinearTermsConstantAndAVariableForTheRest) {
   EXPECT_THAT(positionsOf(adder.add(objective(1, text))), ElementsAre(0));
   EXPECT_THAT(
       gurobi->takeCalls(),
-      ElementsAre(R"(GRBgetintattr(m1, "NumVars", *))", "GRBaddconstr(m1, 1, [0], [1], 'E', -2, null)",
+      ElementsAre(kReadCount, "GRBaddconstr(m1, 1, [0], [1], 'E', -2, null)",
                   "GRBaddvar(m1, 1, [0], [-1], 0, -1e+100, 1e+100, 'C', null)",
                   R"(GRBsetintattr(m1, "ModelSense", -1))", R"(GRBsetdblattrlist(m1, "Obj", 2, [0, 2], [1, 4]))",
                   R"(GRBsetdblattr(m1, "ObjCon", 7))", "GRBaddvar(m1, 0, null, null, 1, -1e+100, 1e+100, 'C', null)",
@@ -60,9 +51,9 @@ TEST_F(NonlinearObjectiveTest, IsTheOnlyOneAndSoundBeforeAnyCall) {
       {objectives(2, {sine}), "Domain type not supported."},
       {objective(0, "Add(lin(1 x0), Sin(lin(1 x0)), Abs(x1))"), "Function not supported: tav:function:basic:Abs"},
       {objective(0, "Add(y0, Sin(x0))"), "Input expression contains unsupported variable."},
-      {objectives(0, {Symbol<double>::ofVariable(data->variableSpace() + 1, 0)}), "Input not supported"},
-      {objectives(0, {Symbol<double>::ofVector(std::make_shared<tav::math::Vector<double>>())}), "Input not supported"},
-      {objectives(0, {Symbol<double>::ofVariable(data->variableSpace(), 4)}),
+      {objectives(0, {Symbol::ofVariable(data->variableSpace() + 1, 0)}), "Input not supported"},
+      {objectives(0, {Symbol::ofVector(std::make_shared<tav::math::Vector<double>>())}), "Input not supported"},
+      {objectives(0, {Symbol::ofVariable(data->variableSpace(), 4)}),
        "A linear function has a variable that does not exist or a number that is not finite."},
       {objective(0, "Add(1e308, Sin(x0), 1e308)"), "The constants of a function add up to what is not finite."},
   };
@@ -79,8 +70,7 @@ TEST_F(NonlinearObjectiveTest, IsNotThereWhenACallFails) {
   for (int nth = 1; nth <= 8; ++nth) {
     data->model->clear();
     data->clear();
-    VarAdder(data).add(plainVariables(4));
-    data->model->updateIfPending();
+    load(4);
     gurobi->failAnyCall(nth, 10003, "refused");
     const auto add = [&] { adder.add(objective(0, "Add(x1, Sin(lin(1 x0 2)))")); };
     const bool isUnchecked = nth == 5;  // attribute lists go unchecked

@@ -5,14 +5,13 @@
 #include "grb/nonlinear/gen_constr.h"
 #include "grb/nonlinear/nonlin_con_adder.h"
 #include "tests/grb/blocks.h"
-#include "tests/grb/expressions.h"
 #include "tests/grb/listeners.h"
+#include "tests/tav/expressions.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
 
-using tav::math::Symbol;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -28,24 +27,17 @@ struct Row {
 
 class NonlinearRowsTest : public testing::Test, protected OpenRecord {
  protected:
-  NonlinearRowsTest() {
-    VarAdder(data).add(plainVariables(5));
-    data->model->updateIfPending();
-    data->callbacks.log = log;
-    gurobi->takeCalls();
-  }
+  NonlinearRowsTest() : OpenRecord(5) { data->callbacks.log = log; }
 
   tav::opt::ConstraintContainer rows(const std::vector<Row>& given, const std::vector<Given>& more = {},
                                      const OwnGroup& own = {}) const {
     std::vector<int> types;
-    std::vector<Symbol<double>> functions;
+    std::vector<Symbol> functions;
     for (const Row& row : given) {
       types.push_back(row.type);
       functions.push_back(symbol(data->variableSpace(), row.text));
     }
-    std::vector<Given> standard{{Q::type, values(types)}, {Q::function, values(functions)}};
-    standard.insert(standard.end(), more.begin(), more.end());
-    return block<tav::opt::ConstraintContainer>(tav::opt::tag::kConstraint, standard, own);
+    return expressions(types, functions, more, own);
   }
   // One row, which goes straight to the function constraints.
   tav::opt::ConstraintContainer definition(int type, const std::string& text) const {
@@ -54,7 +46,7 @@ class NonlinearRowsTest : public testing::Test, protected OpenRecord {
   // The calls since the last time, without those at the head of a block.
   Calls blockCalls() const {
     Calls calls = gurobi->takeCalls();
-    const auto begin = std::find(calls.begin(), calls.end(), R"(GRBgetintattr(m1, "NumVars", *))");
+    const auto begin = std::find(calls.begin(), calls.end(), kReadCount);
     calls.erase(calls.begin(), begin == calls.end() ? calls.begin() : begin + 1);
     return calls;
   }
@@ -100,9 +92,9 @@ TEST_F(NonlinearRowsTest, SendsLinearTermsInARowAndTheRestAsATree) {
 
 TEST_F(NonlinearRowsTest, CountsAuxiliariesAndTakesEveryKindOfFunction) {
   const auto space = data->variableSpace();
-  std::vector<Symbol<double>> functions{
-      symbol(space, "Sin(lin(1 x0 1 x1))"), Symbol<double>::ofVariable(space, 2), Symbol<double>::ofConstant(4),
-      Symbol<double>::ofLinear(tav::math::LinearFunction<double>::owning(space, {1}, {3}, -2))};
+  std::vector<Symbol> functions{symbol(space, "Sin(lin(1 x0 1 x1))"), Symbol::ofVariable(space, 2),
+                                Symbol::ofConstant(4),
+                                Symbol::ofLinear(tav::math::LinearFunction<double>::owning(space, {1}, {3}, -2))};
   const auto given = rows({{2, "1"}, {2, "1"}, {2, "1"}, {2, "1"}}, {{Q::function, values(functions)}});
   EXPECT_THAT(positionsOf(adder.add(given)), ElementsAre(0, 1, 2, 3));
   const Calls calls = blockCalls();
@@ -246,10 +238,10 @@ TEST_F(NonlinearRowsTest, RefusesWhatATemplateCannotTakeInTheOrderOfTheChecks) {
 TEST_F(NonlinearRowsTest, AFamilyHasNoKindsBeyondItsOwn) {
   const auto space = data->variableSpace();
   const GenConstrTarget target{data->model.get(), "", space, 2};
-  const auto x = Symbol<double>::ofVariable(space, 0);
-  const auto one = Symbol<double>::ofConstant(3);
-  const auto vector = Symbol<double>::ofLinear(tav::math::LinearFunction<double>::owning(space, {1}, {1}, 0));
-  const auto list = Symbol<double>::ofVector(std::make_shared<tav::math::Vector<double>>(std::vector<double>{1}));
+  const auto x = Symbol::ofVariable(space, 0);
+  const auto one = Symbol::ofConstant(3);
+  const auto vector = Symbol::ofLinear(tav::math::LinearFunction<double>::owning(space, {1}, {1}, 0));
+  const auto list = Symbol::ofVector(std::make_shared<tav::math::Vector<double>>(std::vector<double>{1}));
   for (const int kind : {-1, 7}) EXPECT_EQ(messageOf([&] { addGenConstr1(target, kind, x, x); }), kNoConstraint);
   for (const int kind : {-1, 3}) EXPECT_EQ(messageOf([&] { addGenConstr2(target, kind, x, vector); }), kNoConstraint);
   for (const int kind : {-1, 3}) EXPECT_EQ(messageOf([&] { addGenConstr3(target, kind, x, x, one); }), kNoConstraint);
@@ -310,9 +302,7 @@ TEST_F(FailingRow, GoesOnAsAFunctionOnlyWhenNothingWasLost) {
       gurobi->unscript("NumConstrs");
       data->model->clear();
       data->clear();
-      VarAdder(data).add(plainVariables(5));
-      data->model->updateIfPending();
-      gurobi->takeCalls();
+      load(5);
       log->text.clear();
       if (nth == 2 || (keeps && nth > 2)) {
         EXPECT_NO_THROW(addWithFailure(nth, keeps));

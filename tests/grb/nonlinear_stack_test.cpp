@@ -2,17 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cmath>
-#include <random>
-
-#include "grb/adder/var_adder.h"
-#include "grb/gurobi/constants.h"
-#include "grb/nonlinear/operators.h"
-#include "tav/math/evaluator.h"
 #include "tav/math/fn/catalogue.h"
 #include "tests/grb/blocks.h"
-#include "tests/grb/expressions.h"
+#include "tests/tav/expressions.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
@@ -22,17 +14,12 @@ namespace fn = tav::math::fn;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using Symbol = tav::math::Symbol<double>;
 
 constexpr int kVariables = 5;
 
 class NonlinearStackTest : public testing::Test, protected OpenRecord {
  protected:
-  NonlinearStackTest() {
-    VarAdder(data).add(plainVariables(kVariables));
-    data->model->updateIfPending();
-    gurobi->takeCalls();
-  }
+  NonlinearStackTest() : OpenRecord(kVariables) {}
   NonlinearStack load(std::string_view text) {
     return NonlinearStack::load(symbol(data->variableSpace(), text), data.get());
   }
@@ -151,124 +138,6 @@ TEST_F(NonlinearStackTest, TakesChainsOfAnyDepthAndViews) {
   ASSERT_EQ(stack.opcodes().size(), kDepth + 1U);
   EXPECT_EQ(stack.parents().back(), kDepth - 1);
   EXPECT_EQ(stack.data().back(), 2);
-}
-
-// --- What is sent means the same as the expression ---
-
-class Generator {
- public:
-  Generator(unsigned seed, std::uint64_t space) : random_(seed), space_(space) {}
-
-  std::shared_ptr<tav::math::Expression<double>> make() {
-    target_ = std::make_shared<tav::math::Expression<double>>();
-    term(6);
-    return target_;
-  }
-
- private:
-  static constexpr std::array kUnary{"basic:Negate",      "exponential:Square",  "exponential:SquareRoot",
-                                     "exponential:Exp",   "exponential:Log",     "exponential:Log2",
-                                     "exponential:Log10", "exponential:Sigmoid", "trigonometric:Sin",
-                                     "trigonometric:Cos", "trigonometric:Tan",   "trigonometric:tanh"};
-  static constexpr std::array kBinary{"basic:Subtract", "basic:Multiply", "basic:Divide"};
-  static constexpr std::array kPowers{"exponential:Power", "exponential:Power0", "exponential:PowerConst",
-                                      "exponential:SignPower"};
-
-  int upTo(int n) { return std::uniform_int_distribution(0, n)(random_); }
-  double value() { return std::uniform_real_distribution(-2.0, 2.0)(random_); }
-
-  template <class Names>
-  void callAnyOf(const Names& names, int arguments) {
-    const auto name = names[static_cast<std::size_t>(upTo(static_cast<int>(names.size()) - 1))];
-    target_->addCall(*fn::find(std::string("tav:function:") + name), arguments);
-  }
-
-  void leaf() {
-    if (upTo(3) == 0) return target_->addConstant(value());
-    if (upTo(3) > 0) return target_->addVariable(space_, upTo(kVariables - 1));
-    target_->addLinearCall(tav::math::LinearFunction<double>::owning(
-        space_, {upTo(kVariables - 1), upTo(kVariables - 1)}, {value(), value()}, value()));
-  }
-
-  // Of a base that is positive and finite: no other base has the same power through a logarithm.
-  void power() {
-    leaf();
-    target_->addCall(fn::the<fn::Exp>(), 1);
-    target_->addConstant(upTo(1) == 0 ? 1 + upTo(2) : std::exp(value()) + 1);
-    callAnyOf(kPowers, 2);
-  }
-
-  void term(int depth) {
-    const int kind = depth == 0 ? 0 : upTo(6);
-    if (kind == 0) return leaf();
-    if (kind == 1) return power();
-    const int arguments = kind < 4 ? 1 : kind < 6 ? 2 : 1 + upTo(4);
-    for (int k = 0; k < arguments; ++k) term(depth - 1);
-    if (kind == 6) return target_->addCall(fn::the<fn::Add>(), arguments);
-    arguments == 1 ? callAnyOf(kUnary, 1) : callAnyOf(kBinary, 2);
-  }
-
-  std::mt19937 random_;
-  std::uint64_t space_;
-  std::shared_ptr<tav::math::Expression<double>> target_;
-};
-
-double operated(int code, const std::vector<double>& operands) {
-  for (const auto& [identifier, opcode] : opcodeTable()) {
-    if (opcode == code) return fn::find(identifier)->value(operands);
-  }
-  ADD_FAILURE() << "no operator: " << code;
-  return 0;
-}
-
-// The value of a tree given as Gurobi takes it. Also sees to the order: a node's parent is open when it comes.
-double valueOf(const NonlinearStack& tree, const std::vector<double>& point) {
-  const int n = static_cast<int>(tree.opcodes().size());
-  std::vector<std::vector<double>> operands(static_cast<std::size_t>(n));
-  std::vector<int> open;
-  for (int i = 0; i < n; ++i) {
-    const int parent = tree.parents()[static_cast<std::size_t>(i)];
-    while (!open.empty() && open.back() != parent) open.pop_back();
-    EXPECT_EQ(open.empty(), i == 0) << "node " << i << " is not in depth-first order";
-    open.push_back(i);
-  }
-  for (auto i = static_cast<std::size_t>(n); i-- > 0;) {
-    const int code = tree.opcodes()[i];
-    const double data = tree.data()[i];
-    std::reverse(operands[i].begin(), operands[i].end());
-    const double value = code == opcode::kConstant   ? data
-                         : code == opcode::kVariable ? point.at(static_cast<std::size_t>(data))
-                                                     : operated(code, operands[i]);
-    if (i == 0) return value;
-    operands[static_cast<std::size_t>(tree.parents()[i])].push_back(value);
-  }
-  return 0;
-}
-
-TEST_F(NonlinearStackTest, RandomExpressionsKeepTheirValue) {
-  const std::vector<double> point{0.5, -1.25, 2, 0.1, -0.7};
-  tav::math::Evaluator evaluate;
-  int comparable = 0;
-  for (unsigned seed = 1; seed <= 400; ++seed) {
-    const auto given = Generator(seed, data->variableSpace()).make();
-    std::vector<double> extended(static_cast<std::size_t>(data->variables.count()));
-    std::copy(point.begin(), point.end(), extended.begin());
-    // Auxiliary variables come in the order of the linear functions.
-    for (std::size_t i = 0; i + 3 < given->size(); ++i) {
-      const Symbol function = given->at(i);
-      if (!function.is(tav::math::SymbolKind::kLinear)) continue;
-      extended.push_back(tav::math::evaluate(function.asLinear(), point) + given->at(i + 2).asConstant());
-    }
-    const auto tree = NonlinearStack::load(Symbol::ofView(given->whole()), data.get());
-    ASSERT_EQ(extended.size(), static_cast<std::size_t>(data->variables.count())) << "seed " << seed;
-    const double expected = evaluate(given->whole(), point);
-    const double value = valueOf(tree, extended);
-    EXPECT_EQ(std::isfinite(value), std::isfinite(expected)) << "seed " << seed;
-    if (!std::isfinite(expected)) continue;
-    EXPECT_NEAR(value, expected, 1e-9 * std::max(1.0, std::fabs(expected))) << "seed " << seed;
-    ++comparable;
-  }
-  EXPECT_GT(comparable, 200);
 }
 
 }  // namespace

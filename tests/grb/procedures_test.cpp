@@ -2,9 +2,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
-#include "grb/solver.h"
-#include "tests/grb/blocks.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/solver_fixture.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
@@ -17,36 +15,28 @@ using testing::IsEmpty;
 using VQ = tav::opt::VariableQuantity;
 using RQ = tav::opt::RowQuantity;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 // Variables and rows with what is known of a solution.
 struct Known {
   std::vector<double> levels, marginals;
   std::vector<int> columnBasis, rowBasis;
 };
 
-class ProcedureTest : public testing::Test {
+class ProcedureTest : public SolverOverDouble {
  protected:
   ProcedureTest() {
-    solver.setLog(log);
-    solver.setup();
     gurobi->scriptAttr("Status", 2);
     gurobi->defineParam({"Presolve", -1, -1, 2});
     gurobi->defineParam({"IntFeasTol", 1e-5, 1e-9, 1e-1});
   }
 
-  void set(const std::string& name, int value) {
-    solver.makeModelAttributes("grb", {})->get(name).as<int>().set(value);
-  }
-  std::uint64_t space() { return solver.makeVariableAdder(tag::kIntervalDomain, {})->variableSpace(); }
   void addVariables(std::vector<int> types, const std::vector<Given>& more = {}, const OwnGroup& own = {}) {
     const std::size_t n = types.size();
-    solver.makeVariableAdder(tag::kIntervalDomain, {})
-        ->add(variables(std::move(types), {std::vector<double>(n, 0), std::vector<double>(n, 5)}, more, own));
+    SolverFixture::addVariables(
+        variables(std::move(types), {std::vector<double>(n, 0), std::vector<double>(n, 5)}, more, own));
   }
   void addRows(std::size_t n, const std::vector<Given>& more = {}, const OwnGroup& own = {}) {
-    solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kLinearFunction)
-        ->add(functions(space(), std::vector<Function>(n, Function{1, {0}, {1}, -4}), more, own));
+    add(tag::kStaticBoundedDomain, tag::kLinearFunction,
+        functions(space(), std::vector<Function>(n, Function{1, {0}, {1}, -4}), more, own));
   }
   // Two variables and one row.
   void load(const Known& known) {
@@ -69,10 +59,6 @@ class ProcedureTest : public testing::Test {
     return found;
   }
   std::string takeLog() { return std::exchange(log->text, ""); }
-
-  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
-  Solver solver{gurobi->library()};
 };
 
 const std::string kBasisLong =
@@ -123,9 +109,8 @@ TEST_F(ProcedureTest, AContinuousModelStartsFromWhatIsCompleteAndAskedFor) {
     SCOPED_TRACE(c.what);
     solver.clear();
     load(c.known);
-    const auto option = solver.makeModelAttributes("grb", {})->get("usebasis").as<int>();
-    option.reset();
-    if (c.usebasis != kNotGiven) option.set(c.usebasis);
+    option("usebasis").reset();
+    if (c.usebasis != kNotGiven) set("usebasis", c.usebasis);
     set("LPWarmStart", c.lpWarmStart);
     gurobi->takeCalls();
     takeLog();
@@ -149,7 +134,7 @@ TEST_F(ProcedureTest, AMipGetsStartsHintsAndPriorities) {
   gurobi->scriptAttr("IsMIP", 1);
   addVariables({0, 1, 1, 2, 3}, {{VQ::level, values<double>({kNaN, 2.000001, 2.5, 0.25, 3})}},
                {{"priority", values<double>({kNaN, 1, 2, 3, kNaN})}});
-  const auto starts = solver.makeVariableContainers({}).get(VQ::starts).as<double>();
+  const auto starts = ofVariables(VQ::starts);
   starts.set(tav::idx::lib::Range(0, 5), std::vector<double>{0.5, 1e-5, -0.99999, 0.7, 0.7}, 0);
   starts.set(1, 4, 1);
   EXPECT_EQ(starts.solutionCount(), 2);
@@ -275,10 +260,9 @@ class ConflictTest : public ProcedureTest {
   ConflictTest() {
     addVariables({0, 0, 0});
     addRows(2);
-    const auto quadratic = solver.makeConstraintAdder(tag::kStaticBoundedDomain, tag::kQuadraticFunction);
-    quadratic->add(functions<Quadratic>(space(), {{{1, {}, {}, -2}, {0}, {0}, {1}}}));
-    const auto sets = solver.makeConstraintAdder(tag::kSosDomain, tag::kIdentityFunction);
-    sets->add(functions(space(), {{0, {0, 1}, {1, 1}}}));
+    add(tag::kStaticBoundedDomain, tag::kQuadraticFunction,
+        functions<Quadratic>(space(), {{{1, {}, {}, -2}, {0}, {0}, {1}}}));
+    add(tag::kSosDomain, tag::kIdentityFunction, functions(space(), {{0, {0, 1}, {1, 1}}}));
     gurobi->scriptElements("IISLB", {1, 0, 1});
     gurobi->scriptElements("IISUB", {0, 0, 1});
     gurobi->scriptElements("IISConstr", {0, 1});
@@ -340,7 +324,7 @@ TEST_F(ConflictTest, ACallThatFailsEndsTheSolveAndTheNextOneBeginsAsTheUserSetIt
     gurobi->scriptAttr("IsMIP", isMip);
     gurobi->scriptAttr("Status", 4);
     for (const char* option : {"iis", "rerun", "kappa", "mipstart", "varhint"}) set(option, 1);
-    const auto start = solver.makeVariableContainers({}).get(VQ::starts).as<double>();
+    const auto start = ofVariables(VQ::starts);
     gurobi->scriptAttr("Kappa", 1);
     int nth = 1;
     for (bool failed = true; failed && nth < 100; ++nth) {

@@ -5,7 +5,6 @@
 #include "grb/adder/lin_obj_adder.h"
 #include "grb/adder/quad_con_adder.h"
 #include "grb/adder/quad_obj_adder.h"
-#include "grb/adder/var_adder.h"
 #include "tests/grb/blocks.h"
 #include "tests/tav/thrown.h"
 
@@ -16,18 +15,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Q = tav::opt::RowQuantity;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr const char* kReadCount = R"(GRBgetintattr(m1, "NumVars", *))";
 constexpr const char* kOneObjective = "Multiple objectives only supported with linear objectives.";
 
 class QuadraticAddersTest : public testing::Test, protected OpenRecord {
  protected:
-  QuadraticAddersTest() {
-    VarAdder(data).add(plainVariables(4));
-    data->model->updateIfPending();
-    gurobi->takeCalls();
-  }
+  QuadraticAddersTest() : OpenRecord(4) {}
   template <class F>
   tav::opt::ConstraintContainer blockOf(const std::vector<F>& given, const std::vector<Given>& more = {}) const {
     return functions(data->variableSpace(), given, more);
@@ -121,8 +113,8 @@ TEST_F(QuadraticAddersTest, RefuseWhatCanBeCheckedBeforeAnyCall) {
   const auto size = std::size_t{std::numeric_limits<int>::max()} + 1;
   endless->first = endless->second = {static_cast<const int*>(nullptr), size};
   endless->values = {static_cast<const double*>(nullptr), size};
-  const auto symbol = tav::math::Symbol<double>::ofQuadratic(endless);
-  const auto tooLong = blockOf<Quadratic>({sound}, {{Q::function, values<tav::math::Symbol<double>>({symbol})}});
+  const auto symbol = Symbol::ofQuadratic(endless);
+  const auto tooLong = blockOf<Quadratic>({sound}, {{Q::function, values<Symbol>({symbol})}});
   EXPECT_THAT(messageOf([&] { rows.add(tooLong); }), testing::StartsWith("Cannot cast 2147483648 from "));
   const std::string name(256, 'n');
   EXPECT_EQ(messageOf([&] { rows.add(blockOf<Quadratic>({sound}, {{Q::name, values<const char*>({name.c_str()})}})); }),

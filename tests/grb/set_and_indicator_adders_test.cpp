@@ -14,10 +14,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Q = tav::opt::RowQuantity;
-using Symbol = tav::math::Symbol<double>;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr const char* kReadCount = R"(GRBgetintattr(m1, "NumVars", *))";
 
 Symbol list(std::vector<double> weights) {
   return Symbol::ofVector(std::make_shared<tav::math::Vector<double>>(std::move(weights)));
@@ -31,11 +27,7 @@ Function setOf(int type, std::vector<int> members) {
 
 class SetAdderTest : public testing::Test, protected OpenRecord {
  protected:
-  SetAdderTest() {
-    VarAdder(data).add(plainVariables(5));
-    data->model->updateIfPending();
-    gurobi->takeCalls();
-  }
+  SetAdderTest() : OpenRecord(5) {}
   tav::idx::List add(const std::vector<Function>& sets, const std::vector<Symbol>& weights = {}) {
     std::vector<Given> more;
     if (!weights.empty()) more.push_back({Q::weights, values(weights)});

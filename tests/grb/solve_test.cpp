@@ -6,9 +6,7 @@
 
 #include "grb/callback/callbacks.h"
 #include "grb/result/solution_status.h"
-#include "grb/solver.h"
-#include "tests/grb/blocks.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/solver_fixture.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
@@ -20,22 +18,14 @@ using tav::opt::Termination;
 using testing::ElementsAre;
 using testing::Pair;
 
-class SolveTest : public testing::Test {
+class SolveTest : public SolverOverDouble {
  protected:
-  SolveTest() {
-    solver.setLog(log);
-    solver.setup();
-    gurobi->scriptAttr("Status", 2);
-    gurobi->takeCalls();
-  }
+  SolveTest() { gurobi->scriptAttr("Status", 2); }
   // Runs `inside` while the next solve optimises.
   void during(std::function<void()> inside) { gurobi->onCall(Fn::GRBoptimize, std::move(inside)); }
   GRBmodel& model() { return gurobi->model(1); }
 
-  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
   std::shared_ptr<Listener> listener = std::make_shared<Listener>();
-  Solver solver{gurobi->library()};
 };
 
 TEST_F(SolveTest, CallsInOrderWithoutAndWithAListener) {
@@ -124,21 +114,6 @@ TEST(Statuses, AreToldAsKnowledgeStopReasonAndTermination) {
   }
 }
 
-TEST_F(SolveTest, ReturnsWhatGurobisStatusSays) {
-  gurobi->scriptAttr("Status", 9);
-  EXPECT_EQ(solver.solve(), Termination::timeLimit);
-  EXPECT_EQ(solver.stopReason(), StopReason::time);
-}
-
-TEST_F(SolveTest, HandsLogTextOnAsItComes) {
-  during([&] {
-    gurobi->fireLog(model(), "Optimize a model\n");
-    gurobi->fireLog(model(), "no end of line");
-  });
-  solver.solve();
-  EXPECT_EQ(log->text, "Optimize a model\nno end of line");
-}
-
 TEST_F(SolveTest, TellsSubscribersOfTheirEventsInOrderOfTheirNumbers) {
   solver.setCallback(listener);
   solver.addContext("tav:context", 1, {1, 20});
@@ -171,8 +146,7 @@ std::map<std::string, double> valuesIn(Solver& solver, int kind) {
 }
 
 TEST_F(SolveTest, LetsListenersReadTheRunningSolveOnlyDuringTheirCall) {
-  solver.makeVariableAdder(tav::opt::tag::kIntervalDomain, {})->add(plainVariables(2));
-  const double kInf = std::numeric_limits<double>::infinity();
+  addVariables(plainVariables(2));
   for (const auto& [what, value] :
        {std::pair{4003, 1e100}, {4004, -1e100}, {4005, 7.0}, {5003, 3.0}, {5004, 2.5}, {5005, 9.0}}) {
     gurobi->scriptCallbackDoubles(what, {value});
@@ -283,11 +257,6 @@ TEST(Log, MarksLinesByTheirKind) {
   testing::internal::CaptureStdout();
   tav::opt::AbstractLog().writeLine("to the terminal");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "to the terminal\n");
-}
-
-TEST_F(SolveTest, InterruptTerminatesTheModel) {
-  solver.interrupt();
-  EXPECT_EQ(model().terminations, 1);
 }
 
 }  // namespace

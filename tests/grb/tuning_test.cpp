@@ -8,9 +8,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "grb/solver.h"
-#include "tests/grb/blocks.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/solver_fixture.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
@@ -19,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 namespace fs = std::filesystem;
 
-class TuningTest : public testing::Test {
+class TuningTest : public SolverOverDouble {
  protected:
   TuningTest() {
     fs::remove_all(folder);
@@ -30,15 +28,9 @@ class TuningTest : public testing::Test {
     gurobi->defineParam({"MIPFocus", 0, 0, 3});
     gurobi->defineParam({"NodefileDir", "."});
     gurobi->defineParam({"LogToConsole", 1, 0, 1});
-    solver.setLog(log);
-    solver.setup();
     set("tuning", "a.mps");
-    gurobi->takeCalls();
   }
   void TearDown() override { fs::current_path(before); }
-  void set(const std::string& option, const std::string& text) {
-    solver.makeModelAttributes("grb", {})->get(option).as<std::string>().set(text);
-  }
   static std::string content(const std::string& file) {
     std::ostringstream text;
     text << std::ifstream(file).rdbuf();
@@ -47,14 +39,11 @@ class TuningTest : public testing::Test {
 
   const fs::path before = fs::current_path();
   const fs::path folder = fs::path(testing::TempDir()) / "grb_tuning_test";
-  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
-  Solver solver{gurobi->library()};
 };
 
 TEST_F(TuningTest, WritesWhatEachResultChanges) {
   gurobi->scriptAttr("TuneResultCount", 3);
-  solver.makeModelAttributes("grb", {})->get("MIPFocus").as<int>().set(1);
+  set("MIPFocus", 1);
   gurobi->onCall(Fn::GRBgettuneresult, [&, n = 0]() mutable {
     auto& params = gurobi->model(2).env.params;
     EXPECT_EQ(params["mipfocus"], gurobi_double::ParamValue(n == 0 ? 1 : 0)) << "begins as the user has set it";
@@ -93,6 +82,9 @@ TEST_F(TuningTest, SeveralModelsAreTunedTogether) {
               testing::IsSupersetOf({R"(GRBreadmodel(e1, "a.mps", *))", R"(GRBreadmodel(e1, "b c.lp", *))",
                                      R"(GRBreadmodel(e1, "d", *))", "GRBtunemodels(e1, 3, [m2, m3, m4])"}));
   EXPECT_THAT(listedFiles(", ,''"), testing::IsEmpty());
+  gurobi->failCall(Fn::GRBtunemodels, 10031, "Unable to tune models of different type");
+  EXPECT_EQ(messageOf<GurobiException>([&] { solver.solve(); }), "Unable to tune models of different type");
+  EXPECT_THAT(gurobi->openHandles(), ElementsAre("e1", "m1"));
 }
 
 TEST_F(TuningTest, ACallThatFailsEndsIt) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <limits>
 
 #include "tests/grb/blocks.h"
 #include "tests/tav/thrown.h"
@@ -15,8 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsNan;
 using Q = tav::opt::VariableQuantity;
-
-constexpr const char* kReadCount = R"(GRBgetintattr(m1, "NumVars", *))";
 
 class VarAdderTest : public testing::Test, protected OpenRecord {
  protected:
@@ -67,7 +64,6 @@ TEST_F(VarAdderTest, KeepsWhatIsUsedLaterAtTheNewPositions) {
 }
 
 TEST_F(VarAdderTest, RefusesWhatItCanCheckBeforeAnyCall) {
-  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
   struct Case {
     tav::opt::VariableContainer block;
     const char* message;

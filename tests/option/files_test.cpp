@@ -8,15 +8,12 @@
 #include "grb/gurobi/exception.h"
 #include "grb/procedure/parameter_file.h"
 #include "grb/procedure/parameter_lines.h"
-#include "grb/solver.h"
-#include "tests/double/gurobi_double.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/solver_fixture.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
 
-using gurobi_double::GurobiDouble;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -78,29 +75,19 @@ TEST(ParameterFile, FilesThatCannotBeWrittenAreKnownBeforehand) {
   EXPECT_THAT(messageOf([] { requireWritable(testing::TempDir()); }), HasSubstr("written: it is a folder."));
 }
 
-class FilesOfASolveTest : public testing::Test {
+class FilesOfASolveTest : public SolverOverDouble {
  protected:
   FilesOfASolveTest() {
-    solver.setLog(log);
-    solver.setup();
     gurobi->scriptAttr("Status", 2);
     gurobi->defineParam({"Threads", 0, 0, 1024});
     gurobi->defineParam({"TimeLimit", 1e100, 0, 1e100});
     gurobi->defineParam({"NodefileDir", "."});
     gurobi->defineParam({"LogToConsole", 1, 0, 1});
-    gurobi->takeCalls();
-  }
-  void set(std::string_view option, const std::string& file) {
-    solver.makeModelAttributes("grb", {})->get(option).as<std::string>().set(file);
   }
   // What Gurobi makes of a parameter file.
   void onReading(const std::map<std::string, gurobi_double::ParamValue>& values) {
     gurobi->onCall(Fn::GRBreadparams, [this, values] { gurobi->model(1).env.params = values; });
   }
-
-  std::shared_ptr<GurobiDouble> gurobi = GurobiDouble::make();
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
-  Solver solver{gurobi->library()};
 };
 
 TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {

@@ -6,19 +6,13 @@
 #include <sstream>
 
 #include "grb/option/catalogue.h"
-#include "grb/solver.h"
-#include "tests/grb/listeners.h"
+#include "tests/grb/real_solver.h"
 #include "tests/tav/thrown.h"
 
 namespace grb {
 namespace {
 
 using testing::HasSubstr;
-
-std::shared_ptr<const Library> realGurobi() {
-  static const auto kLibrary = Library::open(GRBLINK_BRIDGE_PATH);
-  return kLibrary;
-}
 
 std::string inTemp(const std::string& name) { return testing::TempDir() + "option_gurobi_test_" + name; }
 
@@ -54,18 +48,7 @@ TEST(RealCatalogue, AgreesWithGurobiInNamesTypesDefaultsAndBounds) {
   }
 }
 
-class RealSolveTest : public testing::Test {
- protected:
-  RealSolveTest() {
-    solver.setLog(log);
-    solver.setup();
-    attributes = solver.makeModelAttributes("grb", {});
-  }
-
-  std::shared_ptr<TextLog> log = std::make_shared<TextLog>();
-  Solver solver{realGurobi()};
-  std::shared_ptr<tav::attr::AbstractItemDict> attributes;
-};
+using RealSolveTest = RealSolver;
 
 // A value within the bounds that is not the default, and harmless.
 template <class T>
@@ -84,20 +67,19 @@ void expectTaken(const tav::attr::BaseItem& found, const T& value) {
 }
 
 TEST_F(RealSolveTest, EachParameterTakesAnotherValueAndGivesItBack) {
-  for (const DoubleInfo& info : doubleParameters()) expectTaken(attributes->get(info.name()), otherValue(info));
+  for (const DoubleInfo& info : doubleParameters()) expectTaken(option(info.name()), otherValue(info));
   for (const IntInfo& info : intParameters()) {
-    if (info.name() != "Record") expectTaken(attributes->get(info.name()), otherValue(info));
+    if (info.name() != "Record") expectTaken(option(info.name()), otherValue(info));
   }
-  for (const char* name : {"NodefileDir", "SolFiles"}) expectTaken(attributes->get(name), inTemp("solution"));
-  expectTaken(attributes->get("ResultFile"), inTemp("result.sol"));
-  const auto password = attributes->get("WorkerPassword").as<std::string>();
-  password.set("open sesame");
-  EXPECT_EQ(password.get(), "***");
+  for (const char* name : {"NodefileDir", "SolFiles"}) expectTaken(option(name), inTemp("solution"));
+  expectTaken(option("ResultFile"), inTemp("result.sol"));
+  set("WorkerPassword", "open sesame");
+  EXPECT_EQ(option("WorkerPassword").as<std::string>().get(), "***");
 }
 
 // Gurobi records from its start on or not at all.
 TEST_F(RealSolveTest, RecordingIsRefusedAfterTheStart) {
-  EXPECT_THAT(messageOf([&] { attributes->get("Record").as<int>().set(1); }), HasSubstr("after environment started"));
+  EXPECT_THAT(messageOf([&] { set("Record", 1); }), HasSubstr("after environment started"));
 }
 
 TEST_F(RealSolveTest, FilesAreReadAndWritten) {
@@ -106,13 +88,13 @@ TEST_F(RealSolveTest, FilesAreReadAndWritten) {
   const std::string parameters = inTemp("written.prm");
   const std::string model = inTemp("written.lp");
   for (const std::string& file : {parameters, model}) std::filesystem::remove(file);
-  attributes->get("readparams").as<std::string>().set(read);
-  attributes->get("writeparams").as<std::string>().set(parameters);
-  attributes->get("writeprob").as<std::string>().set(model);
+  set("readparams", read);
+  set("writeparams", parameters);
+  set("writeprob", model);
   solver.solve();
   EXPECT_THAT(log->text,
               testing::StartsWith("*** Warning: " + read + ", line 3: Gurobi has no parameter 'NoSuchName'"));
-  EXPECT_EQ(attributes->get("mipgap").as<double>().get(), 0.25);
+  EXPECT_EQ(option("mipgap").as<double>().get(), 0.25);
   EXPECT_THAT(contentOf(parameters), testing::AllOf(HasSubstr("MIPGap  0.25\n"), HasSubstr("Threads  1\n")));
   EXPECT_THAT(contentOf(model), HasSubstr("Minimize"));
 }
@@ -120,7 +102,7 @@ TEST_F(RealSolveTest, FilesAreReadAndWritten) {
 TEST_F(RealSolveTest, FilesThatGurobiCannotWriteEndTheSolve) {
   for (const auto& [file, message] :
        {std::pair(inTemp("folder/x.lp"), "Unable to write to file"), {inTemp("x.foo"), "Unknown file type for file"}}) {
-    attributes->get("writeprob").as<std::string>().set(file);
+    set("writeprob", file);
     EXPECT_THAT(messageOf([&] { solver.solve(); }), HasSubstr(message));
   }
   EXPECT_EQ(solver.stopReason(), tav::opt::StopReason::notRun);

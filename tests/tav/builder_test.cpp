@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "tav/math/fn/catalogue.h"
+#include "tests/tav/expression_text.h"
 
 namespace fn = tav::math::fn;
 using tav::math::Builder;
-using Kind = tav::math::SymbolKind;
 
 namespace {
 
@@ -29,23 +29,6 @@ void hand(Builder& builder, const std::string& element) {
   }
 }
 
-std::string textOf(const tav::math::ExpressionView<double>& view) {
-  std::string text;
-  for (std::size_t i = 0; i < view.count(); ++i) {
-    const auto symbol = view.at(i);
-    if (i > 0) text += ' ';
-    if (symbol.is(Kind::kVariable)) {
-      text += fmt::format("x{}", symbol.asVariable().position);
-    } else if (symbol.is(Kind::kConstant)) {
-      text += fmt::format("{}", symbol.asConstant());
-    } else {
-      const std::string_view identifier = symbol.asCall().function->identifier();
-      text += fmt::format("{}/{}", identifier.substr(identifier.rfind(':') + 1), symbol.asCall().argumentCount);
-    }
-  }
-  return text;
-}
-
 }  // namespace
 
 TEST(BuilderTest, FoldsCallsOfConstantsAndNothingElse) {
@@ -54,17 +37,17 @@ TEST(BuilderTest, FoldsCallsOfConstantsAndNothingElse) {
     std::string built;
   };
   const std::vector<Case> cases{
-      {{"2", "3", "basic:Multiply/2", "x0", "basic:Add/2"}, "6 x0 Add/2"},
-      {{"x1", "2", "3", "4", "basic:Add/3", "basic:Subtract/2"}, "x1 9 Subtract/2"},
-      {{"2", "x0", "basic:Multiply/2"}, "2 x0 Multiply/2"},
+      {{"2", "3", "basic:Multiply/2", "x0", "basic:Add/2"}, "Add(6, x0)"},
+      {{"x1", "2", "3", "4", "basic:Add/3", "basic:Subtract/2"}, "Subtract(x1, 9)"},
+      {{"2", "x0", "basic:Multiply/2"}, "Multiply(2, x0)"},
       // folding goes on upwards
       {{"2", "exponential:Square/1", "basic:Negate/1", "exponential:Exp/1", "x0", "basic:Multiply/2"},
-       fmt::format("{} x0 Multiply/2", std::exp(-4.0))},
+       fmt::format("Multiply({}, x0)", std::exp(-4.0))},
       // no number comes out: the call stays
-      {{"0", "exponential:Log/1"}, "0 Log/1"},
-      {{"1", "0", "basic:Divide/2"}, "1 0 Divide/2"},
-      {{"1000", "exponential:Exp/1"}, "1000 Exp/1"},
-      {{"3", "4", "structural:Vectorize/2", "norm:Norm2/1"}, "3 4 Vectorize/2 Norm2/1"},
+      {{"0", "exponential:Log/1"}, "Log(0)"},
+      {{"1", "0", "basic:Divide/2"}, "Divide(1, 0)"},
+      {{"1000", "exponential:Exp/1"}, "Exp(1000)"},
+      {{"3", "4", "structural:Vectorize/2", "norm:Norm2/1"}, "Norm2(Vectorize(3, 4))"},
   };
   tav::math::Expression<double> storage;  // one storage for all: folding must not reach into the one before
   Builder builder(storage, 42);

@@ -83,13 +83,6 @@ TEST(ContainerTest, AViewSeesItsSourceAndKeepsItsOwner) {
   EXPECT_TRUE(watch.expired());
 }
 
-TEST(ContainerTest, NamesTravelAsPointers) {
-  const std::vector<const char*> names = {"x", "y"};
-  const attr::BaseContainer base = attr::lib::viewOf(std::span<const char* const>(names));
-  EXPECT_EQ(base.as<const char*>().get(1), names[1]);
-  EXPECT_FALSE(base.as<std::string>());
-}
-
 TEST(ListContainerTest, WritesThroughEveryForm) {
   const auto container = attr::Container<double>::make<attr::lib::ListContainer<double>>(Doubles(4));
   container.set(listOf({3, 1}), Doubles{30, 10});

@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "tav/attr/lib/container.h"
 #include "tav/math/evaluator.h"
 #include "tav/math/fn/catalogue.h"
+#include "tests/tav/expression_text.h"
+#include "tests/tav/expressions.h"
 #include "tests/tav/thrown.h"
 
 using tav::CheckException;
@@ -23,20 +24,6 @@ using Doubles = std::vector<double>;
 namespace {
 
 constexpr unsigned long long kSpace = 42;
-
-// The expression in prefix notation, as a walk from the root sees it.
-std::string text(const View& view) {
-  const Symbol root = view.root();
-  if (root.is(Kind::kVariable)) return "x" + std::to_string(root.asVariable().position);
-  if (root.is(Kind::kConstant)) return std::to_string(static_cast<int>(root.asConstant()));
-  std::string arguments;
-  view.forEachArgumentFromLast([&](const View& argument) {
-    const std::string inner = text(argument);
-    arguments = arguments.empty() ? inner : inner + "," + arguments;
-  });
-  const std::string_view identifier = root.asCall().function->identifier();
-  return std::string(identifier.substr(identifier.rfind(':') + 1)) + "(" + arguments + ")";
-}
 
 }  // namespace
 
@@ -92,34 +79,17 @@ TEST(SymbolTest, ALinearFunctionBorrowsOrKeepsItsTerms) {
   EXPECT_EQ(copy.asLinear().coefficients[0], 1.5);
 }
 
-TEST(SymbolTest, TravelsInAContainer) {
-  using Rows = tav::attr::lib::Container<Symbol, std::vector>;
-  const auto rows = tav::attr::Container<Symbol>::make<Rows>(
-      std::vector<Symbol>{Symbol::ofConstant(1), Symbol::ofVariable(kSpace, 8)});
-  std::vector<Symbol> read(2);
-  rows.getAll(std::span(read));
-  EXPECT_EQ(read[1].asVariable().position, 8);
-  EXPECT_EQ(read[1].asVariable().space, kSpace);
-}
-
 TEST(ExpressionTest, ArgumentsInOrder) {
-  Expression e;  // sin(x3) - (x0 + 2 + exp(x1))
-  e.addVariable(kSpace, 3);
-  e.addCall(fn::the<fn::Sin>(), 1);
-  e.addVariable(kSpace, 0);
-  e.addConstant(2);
-  e.addVariable(kSpace, 1);
-  e.addCall(fn::the<fn::Exp>(), 1);
-  e.addCall(fn::the<fn::Add>(), 3);
-  e.addCall(fn::the<fn::Subtract>(), 2);
+  const auto kept = expression(kSpace, "Subtract(Sin(x3), Add(x0, 2, Exp(x1)))");
+  const Expression& e = *kept;
   const View whole = e.whole();
-  EXPECT_EQ(text(whole), "Subtract(Sin(x3),Add(x0,2,Exp(x1)))");
+  EXPECT_EQ(textOf(whole), "Subtract(Sin(x3), Add(x0, 2, Exp(x1)))");
   EXPECT_EQ(whole.argumentStarts(2), (Starts{0, 2}));
   EXPECT_EQ(whole.argumentStarts(2, true), (Starts{0, 2, 7}));
   EXPECT_EQ(whole.argumentStarts(1), Starts{0});
   EXPECT_EQ(whole.argumentStarts(1, true), (Starts{0, 2}));
   const View sum(e, 2, 5);
-  EXPECT_EQ(text(sum), "Add(x0,2,Exp(x1))");
+  EXPECT_EQ(textOf(sum), "Add(x0, 2, Exp(x1))");
   EXPECT_EQ(sum.argumentStarts(3, true), (Starts{0, 1, 2, 4})) << "counted within the view";
   EXPECT_EQ(View(e, 0, 1).argumentStarts(0, true), Starts{0}) << "a leaf has no arguments";
   EXPECT_EQ(messageOf<CheckException>([&] { whole.argumentStarts(3); }),
@@ -146,8 +116,8 @@ TEST(ExpressionTest, OneStorageForManyRows) {
   e.addCall(fn::the<fn::Cos>(), 1);
   const View second = e.take();
   for (int i = 0; i < 1000; ++i) e.addConstant(i);
-  EXPECT_EQ(text(first), "Sin(x0)") << "views stay valid while the storage grows";
-  EXPECT_EQ(text(second), "Cos(x1)");
+  EXPECT_EQ(textOf(first), "Sin(x0)") << "views stay valid while the storage grows";
+  EXPECT_EQ(textOf(second), "Cos(x1)");
   EXPECT_THROW(e.take(), CheckException);
   EXPECT_THROW(Expression().take(), CheckException);
   EXPECT_EQ(messageOf<CheckException>([&] { e.addCall(fn::the<fn::Divide>(), 3); }),
@@ -176,34 +146,16 @@ TEST(ExpressionTest, AWalkOverADeepExpressionIsLinear) {
 
 TEST(EvaluatorTest, LinearFunctionsAndVectorsInsideExpressions) {
   const Doubles point = {1, 2, -3};
-  const Linear function = Linear::owning(kSpace, {0, 2}, {2, 1}, 5);  // 2*1 - 3 + 5 = 4
-  EXPECT_EQ(evaluate(function, point), 4);
+  EXPECT_EQ(evaluate(Linear::owning(kSpace, {0, 2}, {2, 1}, 5), point), 4);
+  EXPECT_EQ(expression(kSpace, "lin(2 x0 5)")->at(0).asLinear().constant, 0) << "the constant is the third argument";
   Evaluator evaluator;
-  Expression root;
-  root.addLinearCall(function);
-  root.addCall(fn::the<fn::SquareRoot>(), 1);
-  EXPECT_EQ(root.size(), 5U);
-  EXPECT_EQ(root.at(0).asLinear().constant, 0) << "the constant is the third argument";
-  EXPECT_EQ(evaluator(root.whole(), point), 2);
-  Expression norm;
-  for (int i = 0; i < 3; ++i) norm.addVariable(kSpace, i);
-  norm.addCall(fn::the<fn::Vectorize>(), 3);
-  norm.addCall(fn::the<fn::Norm1>(), 1);
-  EXPECT_EQ(evaluator(norm.whole(), point), 6);
-  Expression linearNorm;
-  linearNorm.addLinear(Linear::owning(kSpace, {0, 2}, {1, 1}, 0));
-  linearNorm.addCall(fn::the<fn::NormInf>(), 1);
-  EXPECT_EQ(evaluator(linearNorm.whole(), point), 3);
-  Expression polynomial;  // 3 x1^2 - 1, minus x0
-  polynomial.addVariable(kSpace, 1);
-  polynomial.addVector(std::make_shared<tav::math::Vector<double>>(Doubles{3, 0, -1}));
-  polynomial.addCall(fn::the<fn::Polynomial>(), 2);
-  polynomial.addVariable(kSpace, 0);
-  polynomial.addCall(fn::the<fn::Subtract>(), 2);
-  EXPECT_EQ(evaluator(polynomial.whole(), point), 10);
-  for (const int position : {3, -1}) {
-    Expression outside;
-    outside.addVariable(kSpace, position);
-    EXPECT_THROW(evaluator(outside.whole(), point), CheckException);
+  for (const auto& [text, value] : {std::pair{"SquareRoot(lin(2 x0 1 x2 5))", 2.0},
+                                    {"Norm1(Vectorize(x0, x1, x2))", 6},
+                                    {"NormInf(terms(1 x0 1 x2))", 3},
+                                    {"Subtract(Polynomial(x1, [3 0 -1]), x0)", 10}}) {
+    EXPECT_EQ(evaluator(expression(kSpace, text)->whole(), point), value) << text;
+  }
+  for (const char* outside : {"x3", "x-1"}) {
+    EXPECT_THROW(evaluator(expression(kSpace, outside)->whole(), point), CheckException);
   }
 }

@@ -83,6 +83,14 @@ void expectElements(const AbstractList& list, const Case& c) {
     visited.push_back(element);
   });
   EXPECT_EQ(visited, c.elements);
+  EXPECT_FALSE(list.contains(INT_MIN));
+  for (int value = 0; value < 15; ++value) {
+    EXPECT_EQ(list.contains(value), std::count(c.elements.begin(), c.elements.end(), value) > 0) << value;
+  }
+  Ints positions;
+  for (int i = list.size(); i-- > 0;) positions.push_back(i);
+  list.map(positions);
+  EXPECT_EQ(positions, Ints(c.elements.rbegin(), c.elements.rend()));
 }
 
 }  // namespace
@@ -92,27 +100,6 @@ TEST(IndexListTest, EveryListGivesItsElementsAlsoThroughAHandle) {
     SCOPED_TRACE(c.name);
     expectElements(*c.list, c);
     expectElements(List(c.list), c);
-  }
-}
-
-TEST(IndexListTest, ContainsExactlyItsElements) {
-  for (const Case& c : cases()) {
-    SCOPED_TRACE(c.name);
-    for (int value = 0; value < 15; ++value) {
-      const bool expected = std::count(c.elements.begin(), c.elements.end(), value) > 0;
-      EXPECT_EQ(List(c.list).contains(value), expected) << value;
-    }
-    EXPECT_EQ(c.list->contains(INT_MIN), false);
-  }
-}
-
-TEST(IndexListTest, MapsPositionsToElements) {
-  for (const Case& c : cases()) {
-    SCOPED_TRACE(c.name);
-    Ints positions;
-    for (std::size_t i = c.elements.size(); i > 0; --i) positions.push_back(static_cast<int>(i - 1));
-    List(c.list).map(positions);
-    EXPECT_EQ(positions, Ints(c.elements.rbegin(), c.elements.rend()));
   }
 }
 

@@ -16,7 +16,6 @@ using tav::CheckException;
 using tav::idx::lib::Range;
 using Doubles = std::vector<double>;
 using Ints = std::vector<int>;
-using Size = unsigned long long;
 using IntInfo = attr::lib::RangeInfo<int>;
 using DoubleInfo = attr::lib::RangeInfo<double>;
 
@@ -33,13 +32,6 @@ struct ThreeSolutions final : attr::AbstractItem<int> {
   bool hasSolution(int solution) const override { return solution >= 0 && solution < 3; }
   int solutionCount() const override { return 3; }
   int get(int solution) const override { return 10 + solution; }
-};
-
-// Codes as a solver gives them, shown as a modeler wants them; cannot be written.
-struct Codes {
-  using Inner = int;
-  using Outer = int;
-  static int read(const int& value) { return value == 0 ? 3 : -value; }
 };
 
 // Values beyond 100 stand for infinity.
@@ -96,38 +88,6 @@ TEST(ItemTest, WhatIsNotOverriddenIsRefusedByItsSignature) {
   EXPECT_FALSE(base.as<double>());
   EXPECT_EQ(attr::BaseItem().solutionCount(), 0);
   EXPECT_TRUE(attr::Item<int>().getAll().empty());
-}
-
-TEST(ViewTest, ACountOverANumber) {
-  using Cast = attr::transform::NumCast<int, Size>;
-  const auto inner = optionalInt(5);
-  const auto count = attr::Item<Size>::make<attr::view::TransformItem<attr::Item<int>, Cast>>(inner);
-  EXPECT_EQ(count.getDefault(), 5U);
-  count.set(7);
-  EXPECT_EQ(inner.get(), 7);
-  EXPECT_EQ(thrown([&] { count.set(2147483648); }).tag(), "Cast Error");
-  EXPECT_EQ(inner.get(), 7);
-  inner.set(-1);
-  EXPECT_EQ(thrown([&] { count.get(); }).tag(), "Cast Error");
-}
-
-TEST(ViewTest, AReadOnlyTransformRefusesEveryWrite) {
-  using View = attr::view::TransformContainer<attr::Container<int>, Codes>;
-  const auto inner = attr::Container<int>::make<attr::lib::ListContainer<int>>(Ints{0, -1, -2});
-  const auto view = attr::Container<int>::make<View>(inner);
-  EXPECT_FALSE(view.isSettable());
-  EXPECT_EQ(view.getAll(), (Ints{3, 1, 2}));
-  EXPECT_EQ(view.getValues(Range(1, 2)), (Ints{1, 2}));
-  EXPECT_EQ(view.get(2), 2);
-  const auto error = thrown<attr::Exception>([&] { view.set(Range(0, 1), Ints{1}); });
-  EXPECT_TRUE(
-      error.context().starts_with("void __cdecl tav::attr::view::TransformContainer<class "
-                                  "tav::attr::Container<int>,struct "));
-  EXPECT_TRUE(
-      error.context().ends_with("Codes>::set(const class tav::idx::List &,class std::span<int const ,-1>,int)"));
-  EXPECT_THROW(view.set(0, 1), attr::Exception);
-  EXPECT_THROW(view.setAll(Ints{1, 2, 3}), attr::Exception);
-  EXPECT_EQ(inner.getAll(), (Ints{0, -1, -2}));
 }
 
 TEST(ViewTest, TransformsBothWaysAndConverts) {

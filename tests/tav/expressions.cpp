@@ -1,4 +1,4 @@
-#include "tests/grb/expressions.h"
+#include "tests/tav/expressions.h"
 
 #include <fmt/core.h>
 
@@ -7,7 +7,6 @@
 
 #include "tav/math/fn/catalogue.h"
 
-namespace grb {
 namespace {
 
 namespace fn = tav::math::fn;
@@ -114,5 +113,3 @@ class Parser {
 std::shared_ptr<const tav::math::Expression<double>> expression(std::uint64_t space, std::string_view text) {
   return Parser(space, text).run();
 }
-
-}  // namespace grb
