@@ -14,7 +14,6 @@ int operatorNamed(const std::string& wanted) {
   static const auto kNumbers = [] {
     std::map<std::string, int> numbers;
     for (int op = 0; op <= KAVO_OP_PIECEWISE_LINEAR_POINTS; ++op) {
-      if (kavo_operator_arity(op) == -2) continue;
       std::string name = kavo_operator_name(op);
       std::replace(name.begin(), name.end(), ' ', '_');
       numbers.emplace(std::move(name), op);
@@ -35,16 +34,15 @@ class Parser {
       int operands = 0;
       for (; text_.find_first_not_of(' ') != text_.find(')'); ++operands) node();
       next();
-      push(number, operands, 0);
-    } else if (word[0] == 'x') {
-      push(KAVO_OP_VARIABLE, std::stoi(word.substr(1)), 0);
+      push(number, kavo_operator_arity(number) < 0 ? operands : 0, 0);
+    } else if (word[0] == 'x' || word[0] == 'd') {
+      push(word[0] == 'x' ? KAVO_OP_VARIABLE : KAVO_OP_DEFINED_VARIABLE, std::stoi(word.substr(1)), 0);
     } else {
       push(KAVO_OP_NUMBER, 0, std::stod(word));
     }
   }
 
-  std::vector<int> op, index;
-  std::vector<double> value;
+  Nodes nodes;
 
  private:
   std::string next() {
@@ -55,19 +53,26 @@ class Parser {
     text_.remove_prefix(length);
     return word;
   }
-  void push(int o, int i, double v) { op.push_back(o), index.push_back(i), value.push_back(v); }
+  void push(int op, int index, double value) {
+    nodes.op.push_back(op), nodes.index.push_back(index), nodes.value.push_back(value);
+  }
 
   std::string_view text_;
 };
 
 }  // namespace
 
-int addFormula(trpRec* model, std::string_view text) {
+Nodes nodesOf(std::string_view text) {
   Parser parser(text);
   parser.node();
-  const std::size_t start[] = {0, parser.op.size()};
+  return parser.nodes;
+}
+
+int addFormula(trpRec* model, std::string_view text) {
+  const Nodes nodes = nodesOf(text);
+  const std::size_t start[] = {0, nodes.op.size()};
   int first = -1;
-  EXPECT_EQ(kavo_add_expressions(model, 1, start, parser.op.data(), parser.index.data(), parser.value.data(), &first),
+  EXPECT_EQ(kavo_add_expressions(model, 1, start, nodes.op.data(), nodes.index.data(), nodes.value.data(), &first),
             KAVO_OK)
       << kavo_last_error() << " in " << text;
   return first;

@@ -1,16 +1,15 @@
 #include "tests/expr/expressions.h"
 
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <map>
 #include <set>
-#include <stdexcept>
 
 #include "brel/expr/operation.h"
+#include "tests/brel/formula.h"
 
 namespace expr_test {
 
@@ -19,31 +18,8 @@ namespace {
 using brel::expr::NodeId;
 using brel::expr::Op;
 
-std::string operatorText(int op) {
-  std::string name = kavo_operator_name(op);
-  std::replace(name.begin(), name.end(), ' ', '_');
-  return name;
-}
-
-int operatorOf(std::string_view name) {
-  static const auto kOperators = [] {
-    std::map<std::string, int, std::less<>> result;
-    for (int op = 0; op <= KAVO_OP_PIECEWISE_LINEAR_POINTS; ++op) result.emplace(operatorText(op), op);
-    return result;
-  }();
-  return kOperators.at(std::string(name));
-}
-
-// Takes one token: a parenthesis, or what stands up to a blank or parenthesis.
-std::string_view takeToken(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-  const std::size_t end = text.empty() || text[0] == '(' || text[0] == ')' ? 1 : text.find_first_of(" ()");
-  const std::string_view token = text.substr(0, end);
-  text.remove_prefix(token.size());
-  return token;
-}
-
 bool isTrue(double x) { return x != 0; }
+double truth(bool is) { return is ? 1 : 0; }
 
 double piecewise(const std::vector<double>& points, double x) {
   std::size_t k = 2;
@@ -63,111 +39,80 @@ double slopes(const std::vector<double>& given, double x) {
   return x < 0 ? -sum : sum;
 }
 
-// An operator of two operands, or one and a constant.
-double binary(int op, double x, double y) {
-  switch (op) {
-    case KAVO_OP_MINUS:
-      return x - y;
-    case KAVO_OP_TIMES:
-      return x * y;
-    case KAVO_OP_DIVIDE:
-      return x / y;
-    case KAVO_OP_MOD:
-      return x - y * std::trunc(x / y);
-    case KAVO_OP_LESS:
-      return std::max(x - y, 0.0);
-    case KAVO_OP_LOGICAL_OR:
-      return isTrue(x) || isTrue(y);
-    case KAVO_OP_LOGICAL_AND:
-      return isTrue(x) && isTrue(y);
-    case KAVO_OP_LESS_THAN:
-    case KAVO_OP_NOT_AT_MOST:
-      return x < y;
-    case KAVO_OP_LESS_EQUAL:
-    case KAVO_OP_AT_LEAST:
-      return x <= y;
-    case KAVO_OP_EQUAL:
-    case KAVO_OP_EXACTLY:
-      return x == y;
-    case KAVO_OP_GREATER_EQUAL:
-    case KAVO_OP_AT_MOST:
-      return x >= y;
-    case KAVO_OP_GREATER_THAN:
-    case KAVO_OP_NOT_AT_LEAST:
-      return x > y;
-    case KAVO_OP_NOT_EQUAL:
-    case KAVO_OP_NOT_EXACTLY:
-      return x != y;
-    case KAVO_OP_ATAN2:
-      return std::atan2(x, y);
-    case KAVO_OP_INTEGER_DIVIDE:
-      return std::trunc(x / y);
-    case KAVO_OP_ROUND:
-      return std::round(x * std::pow(10, y)) / std::pow(10, y);
-    case KAVO_OP_TRUNC:
-      return std::trunc(x * std::pow(10, y)) / std::pow(10, y);
-    case KAVO_OP_IF_AND_ONLY_IF:
-      return isTrue(x) == isTrue(y);
-    case KAVO_OP_LOG_BASE:
-      return std::log(x) / std::log(y);
-    case KAVO_OP_SIGNED_POWER:
-      return std::copysign(std::pow(std::fabs(x), y), x);
-    default:
-      return std::pow(x, y);
-  }
+struct Unary {
+  int op;
+  double (*value)(double x);
+};
+const Unary kUnary[]{{KAVO_OP_FLOOR, std::floor},
+                     {KAVO_OP_CEIL, std::ceil},
+                     {KAVO_OP_ABS, std::fabs},
+                     {KAVO_OP_NEGATE, [](double x) { return -x; }},
+                     {KAVO_OP_LOGICAL_NOT, [](double x) { return x == 0 ? 1.0 : 0.0; }},
+                     {KAVO_OP_TANH, std::tanh},
+                     {KAVO_OP_TAN, std::tan},
+                     {KAVO_OP_SQRT, std::sqrt},
+                     {KAVO_OP_SINH, std::sinh},
+                     {KAVO_OP_SIN, std::sin},
+                     {KAVO_OP_LOG10, std::log10},
+                     {KAVO_OP_LOG, std::log},
+                     {KAVO_OP_EXP, std::exp},
+                     {KAVO_OP_COSH, std::cosh},
+                     {KAVO_OP_COS, std::cos},
+                     {KAVO_OP_ATANH, std::atanh},
+                     {KAVO_OP_ATAN, std::atan},
+                     {KAVO_OP_ASINH, std::asinh},
+                     {KAVO_OP_ASIN, std::asin},
+                     {KAVO_OP_ACOSH, std::acosh},
+                     {KAVO_OP_ACOS, std::acos},
+                     {KAVO_OP_SQUARE, [](double x) { return x * x; }},
+                     {KAVO_OP_LOG2, std::log2},
+                     {KAVO_OP_SIGMOID, [](double x) { return 1 / (1 + std::exp(-x)); }}};
+
+double toDigits(double (*toWhole)(double), double x, double digits) {
+  return toWhole(x * std::pow(10, digits)) / std::pow(10, digits);
 }
 
-double unary(int op, double x) {
-  switch (op) {
-    case KAVO_OP_FLOOR:
-      return std::floor(x);
-    case KAVO_OP_CEIL:
-      return std::ceil(x);
-    case KAVO_OP_ABS:
-      return std::fabs(x);
-    case KAVO_OP_NEGATE:
-      return -x;
-    case KAVO_OP_LOGICAL_NOT:
-      return !isTrue(x);
-    case KAVO_OP_TANH:
-      return std::tanh(x);
-    case KAVO_OP_TAN:
-      return std::tan(x);
-    case KAVO_OP_SQRT:
-      return std::sqrt(x);
-    case KAVO_OP_SINH:
-      return std::sinh(x);
-    case KAVO_OP_SIN:
-      return std::sin(x);
-    case KAVO_OP_LOG10:
-      return std::log10(x);
-    case KAVO_OP_LOG:
-      return std::log(x);
-    case KAVO_OP_EXP:
-      return std::exp(x);
-    case KAVO_OP_COSH:
-      return std::cosh(x);
-    case KAVO_OP_COS:
-      return std::cos(x);
-    case KAVO_OP_ATANH:
-      return std::atanh(x);
-    case KAVO_OP_ATAN:
-      return std::atan(x);
-    case KAVO_OP_ASINH:
-      return std::asinh(x);
-    case KAVO_OP_ASIN:
-      return std::asin(x);
-    case KAVO_OP_ACOSH:
-      return std::acosh(x);
-    case KAVO_OP_ACOS:
-      return std::acos(x);
-    case KAVO_OP_SQUARE:
-      return x * x;
-    case KAVO_OP_LOG2:
-      return std::log2(x);
-    default:
-      return 1 / (1 + std::exp(-x));
-  }
+// Of two operands, or one and a constant.
+struct Binary {
+  int op;
+  double (*value)(double x, double y);
+};
+const Binary kBinary[]{
+    {KAVO_OP_MINUS, [](double x, double y) { return x - y; }},
+    {KAVO_OP_TIMES, [](double x, double y) { return x * y; }},
+    {KAVO_OP_DIVIDE, [](double x, double y) { return x / y; }},
+    {KAVO_OP_MOD, [](double x, double y) { return x - y * std::trunc(x / y); }},
+    {KAVO_OP_LESS, [](double x, double y) { return std::max(x - y, 0.0); }},
+    {KAVO_OP_LOGICAL_OR, [](double x, double y) { return truth(isTrue(x) || isTrue(y)); }},
+    {KAVO_OP_LOGICAL_AND, [](double x, double y) { return truth(isTrue(x) && isTrue(y)); }},
+    {KAVO_OP_LESS_THAN, [](double x, double y) { return truth(x < y); }},
+    {KAVO_OP_NOT_AT_MOST, [](double x, double y) { return truth(x < y); }},
+    {KAVO_OP_LESS_EQUAL, [](double x, double y) { return truth(x <= y); }},
+    {KAVO_OP_AT_LEAST, [](double x, double y) { return truth(x <= y); }},
+    {KAVO_OP_EQUAL, [](double x, double y) { return truth(x == y); }},
+    {KAVO_OP_EXACTLY, [](double x, double y) { return truth(x == y); }},
+    {KAVO_OP_GREATER_EQUAL, [](double x, double y) { return truth(x >= y); }},
+    {KAVO_OP_AT_MOST, [](double x, double y) { return truth(x >= y); }},
+    {KAVO_OP_GREATER_THAN, [](double x, double y) { return truth(x > y); }},
+    {KAVO_OP_NOT_AT_LEAST, [](double x, double y) { return truth(x > y); }},
+    {KAVO_OP_NOT_EQUAL, [](double x, double y) { return truth(x != y); }},
+    {KAVO_OP_NOT_EXACTLY, [](double x, double y) { return truth(x != y); }},
+    {KAVO_OP_ATAN2, std::atan2},
+    {KAVO_OP_INTEGER_DIVIDE, [](double x, double y) { return std::trunc(x / y); }},
+    {KAVO_OP_ROUND, [](double x, double y) { return toDigits(std::round, x, y); }},
+    {KAVO_OP_TRUNC, [](double x, double y) { return toDigits(std::trunc, x, y); }},
+    {KAVO_OP_IF_AND_ONLY_IF, [](double x, double y) { return truth(isTrue(x) == isTrue(y)); }},
+    {KAVO_OP_LOG_BASE, [](double x, double y) { return std::log(x) / std::log(y); }},
+    {KAVO_OP_SIGNED_POWER, [](double x, double y) { return std::copysign(std::pow(std::fabs(x), y), x); }},
+    {KAVO_OP_POWER, std::pow},
+    {KAVO_OP_POWER_CONSTANT_EXPONENT, std::pow},
+    {KAVO_OP_POWER_CONSTANT_BASE, std::pow}};
+
+template <class Table>
+auto valueOfOperator(const Table& table, int op) {
+  const auto found = std::find_if(std::begin(table), std::end(table), [op](const auto& row) { return row.op == op; });
+  EXPECT_NE(found, std::end(table)) << kavo_operator_name(op);
+  return found->value;
 }
 
 double polynomial(const std::vector<double>& coefficients, double x) {
@@ -230,8 +175,8 @@ double valueOf(int op, const std::vector<double>& x) {
   const bool isUnknown = std::any_of(x.begin(), x.end(), [](double v) { return std::isnan(v); });
   if (isUnknown && (op != KAVO_OP_IF_THEN_ELSE || std::isnan(x[0]))) return std::numeric_limits<double>::quiet_NaN();
   const int arity = kavo_operator_arity(op);
-  if (arity == 1) return unary(op, x[0]);
-  return arity == 2 && op != KAVO_OP_PLUS ? binary(op, x[0], x[1]) : ofMany(op, x);
+  if (arity == 1) return valueOfOperator(kUnary, op)(x[0]);
+  return arity == 2 && op != KAVO_OP_PLUS ? valueOfOperator(kBinary, op)(x[0], x[1]) : ofMany(op, x);
 }
 
 std::string sumText(const brel::expr::Graph& graph, NodeId node) {
@@ -290,32 +235,10 @@ int Model::end() {
 }
 
 int Model::add(std::string_view text) {
-  struct Open {
-    int op, operands;
-  };
-  std::vector<Open> open;
-  do {
-    const std::string_view token = takeToken(text);
-    const std::string_view number = token.substr(1);
-    int index = 0;
-    std::from_chars(number.data(), number.data() + number.size(), index);
-    if (token == "(") {
-      open.push_back({operatorOf(takeToken(text)), 0});
-      continue;
-    }
-    if (token == ")") {
-      const Open done = open.back();
-      open.pop_back();
-      push(static_cast<kavo_operator>(done.op), kavo_operator_arity(done.op) < 0 ? done.operands : 0);
-    } else if (token[0] == 'x') {
-      push(KAVO_OP_VARIABLE, index);
-    } else if (token[0] == 'd') {
-      push(KAVO_OP_DEFINED_VARIABLE, index);
-    } else {
-      push(KAVO_OP_NUMBER, 0, std::stod(std::string(token)));
-    }
-    if (!open.empty()) ++open.back().operands;
-  } while (!open.empty());
+  const brel_test::Nodes nodes = brel_test::nodesOf(text);
+  for (std::size_t k = 0; k < nodes.op.size(); ++k) {
+    push(static_cast<kavo_operator>(nodes.op[k]), nodes.index[k], nodes.value[k]);
+  }
   return end();
 }
 

@@ -22,8 +22,7 @@ class Model {
 
   explicit Model(const std::vector<Column>& columns);
 
-  /// Adds an expression in prefix notation, such as "(plus x0 (times 2 d0))": numbers, columns, defined variables, and
-  /// operators by their names, with _ for blanks. Returns its number.
+  /// Adds an expression in the notation of brel_test::nodesOf. Returns its number.
   int add(std::string_view text);
   /// Adds an expression as a defined variable.
   void define(std::string_view text) { defined_.push_back(add(text)); }

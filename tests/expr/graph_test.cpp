@@ -10,6 +10,7 @@
 #include "tav/math/fn/catalogue.h"
 #include "tav/opt/support_exception.h"
 #include "tests/expr/expressions.h"
+#include "tests/tav/expression_text.h"
 
 namespace expr_test {
 namespace {
@@ -158,40 +159,27 @@ TEST(SplitterTest, LongProductsStayNonlinear) {
   EXPECT_EQ(graph.degree(graph.product(sumOf(0, 1), graph.product(sumOf(1, 1), sumOf(2, 1)))), Degree::nonlinear);
 }
 
-/// In prefix notation.
-std::string callsText(const tav::math::ExpressionView<double>& view) {
-  const auto root = view.root();
-  using Kind = tav::math::SymbolKind;
-  if (root.is(Kind::kVariable)) return fmt::format("x{}", root.asVariable().position);
-  if (root.is(Kind::kConstant)) return fmt::format("{:g}", root.asConstant());
-  std::string arguments;
-  view.forEachArgumentFromLast(
-      [&](const auto& argument) { arguments.insert(0, fmt::format(" {}", callsText(argument))); });
-  const std::string_view name = root.asCall().function->identifier();
-  return fmt::format("({}{})", name.substr(name.rfind(':') + 1), arguments);
-}
-
 TEST(EmitTest, WritesCallsThatTheSolverTakes) {
   const std::pair<const char*, const char*> cases[] = {
-      {"(plus (minus (times 2 x0) x1) 3)", "(Add (Multiply 2 x0) (Negate x1) 3)"},
-      {"(minus x0 (times 2 x1))", "(Subtract x0 (Multiply 2 x1))"},
-      {"(minus 5 x0)", "(Subtract 5 x0)"},
-      {"(minus x0 5)", "(Subtract x0 5)"},
-      {"(negate (exp x0))", "(Negate (Exp x0))"},
-      {"(square x0)", "(Square x0)"},
-      {"(times x0 (sin x1))", "(Multiply x0 (Sin x1))"},
-      {"(divide 1 x0)", "(Divide 1 x0)"},
-      {"(power x0 3)", "(Power x0 3)"},
-      {"(power 2 x0)", "(Power 2 x0)"},
-      {"(power x0 x1)", "(Exp (Multiply x1 (Log x0)))"},
-      {"(signed_power x0 1.5)", "(SignPower x0 1.5)"},
-      {"(logarithm_to_a_base x0 2.718281828459045)", "(Multiply 1 (Log x0))"},
+      {"(plus (minus (times 2 x0) x1) 3)", "Add(Multiply(2, x0), Negate(x1), 3)"},
+      {"(minus x0 (times 2 x1))", "Subtract(x0, Multiply(2, x1))"},
+      {"(minus 5 x0)", "Subtract(5, x0)"},
+      {"(minus x0 5)", "Subtract(x0, 5)"},
+      {"(negate (exp x0))", "Negate(Exp(x0))"},
+      {"(square x0)", "Square(x0)"},
+      {"(times x0 (sin x1))", "Multiply(x0, Sin(x1))"},
+      {"(divide 1 x0)", "Divide(1, x0)"},
+      {"(power x0 3)", "Power(x0, 3)"},
+      {"(power 2 x0)", "Power(2, x0)"},
+      {"(power x0 x1)", "Exp(Multiply(x1, Log(x0)))"},
+      {"(signed_power x0 1.5)", "SignPower(x0, 1.5)"},
+      {"(logarithm_to_a_base x0 2.718281828459045)", "Multiply(1, Log(x0))"},
   };
   for (const auto& [expression, expected] : cases) {
     Model model({{-4, 4}, {-4, 4}});
     tav::math::Expression<double> target;
     brel::expr::emit(model.graph, imported(model, expression), 1, target);
-    EXPECT_EQ(callsText(target.take()), expected) << expression;
+    EXPECT_EQ(textOf(target.take()), expected) << expression;
   }
 }
 

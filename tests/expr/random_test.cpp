@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <random>
 
 #include "brel/expr/emit.h"
@@ -33,115 +34,82 @@ class Generator {
   std::string exact(int depth) {
     if (depth == 0) return leaf();
     const std::string a = exact(depth - 1);
-    switch (below(16)) {
-      case 0:
-        return call("plus", a, exact(depth - 1));
-      case 1:
-        return call("minus", a, exact(depth - 1));
-      case 2:
-        return call("times", leaf(), leaf());
-      case 3:
-        return call("negate", a);
-      case 4:
-        return call("sum", a, exact(depth - 1), leaf(), number());
-      case 5:
-        return call(pick({"min", "max"}), a, exact(depth - 1), leaf());
-      case 6:
-        return call(pick({"floor", "ceil", "abs"}), a);
-      case 7:
-        return call(pick({"mod", "div", "less"}), a, leaf());
-      case 8:
-        return call(pick({"round", "trunc"}), a, "0");
-      case 9:
-        return call("times", number(), a);
-      case 10:
-        return call(pick({"norm1", "infinity_norm"}), a, exact(depth - 1), leaf());
-      case 11:
-        return call("if", truth(depth - 1), a, exact(depth - 1));
-      case 12:
-        return call("count", truth(depth - 1), truth(depth - 1), leaf());
-      case 13:
-        return call("numberof", leaf(), leaf(), leaf(), a);
-      case 14:
-        return call("piecewise-linear", "1", "-1", "-0.5", "2", "3", a);
-      default:
-        return call("piecewise-linear_by_points", "-2", "1", "0", "4", "1", "-0.5", a);
-    }
+    const Kind kinds[]{
+        [&] { return call("plus", a, exact(depth - 1)); },
+        [&] { return call("minus", a, exact(depth - 1)); },
+        [&] { return call("times", leaf(), leaf()); },
+        [&] { return call("negate", a); },
+        [&] { return call("sum", a, exact(depth - 1), leaf(), number()); },
+        [&] { return call(pick({"min", "max"}), a, exact(depth - 1), leaf()); },
+        [&] { return call(pick({"floor", "ceil", "abs"}), a); },
+        [&] { return call(pick({"mod", "div", "less"}), a, leaf()); },
+        [&] { return call(pick({"round", "trunc"}), a, "0"); },
+        [&] { return call("times", number(), a); },
+        [&] { return call(pick({"norm1", "infinity_norm"}), a, exact(depth - 1), leaf()); },
+        [&] { return call("if", truth(depth - 1), a, exact(depth - 1)); },
+        [&] { return call("count", truth(depth - 1), truth(depth - 1), leaf()); },
+        [&] { return call("numberof", leaf(), leaf(), leaf(), a); },
+        [&] { return call("piecewise-linear", "1", "-1", "-0.5", "2", "3", a); },
+        [&] { return call("piecewise-linear_by_points", "-2", "1", "0", "4", "1", "-0.5", a); },
+    };
+    return kinds[below(std::size(kinds))]();
   }
 
   std::string truth(int depth) {
     if (depth == 0) return pick({"x3", "x4", "x2", "0", "1"});
     const std::string a = exact(depth - 1), b = exact(depth - 1), t = truth(depth - 1), u = truth(depth - 1);
-    switch (below(9)) {
-      case 0:
-        return call(pick({"<", "<=", "=", ">=", ">", "!="}), a, b);
-      case 1:
-        return call(pick({"<", "<=", "=", ">=", ">", "!="}), leaf(), leaf());
-      case 2:
-        return call("not", t);
-      case 3:
-        return call(pick({"and", "or", "<==>"}), t, u);
-      case 4:
-        return call(pick({"forall", "exists"}), t, u, truth(depth - 1), a);
-      case 5:
-        return call("==>", t, u, truth(depth - 1));
-      case 6:
-        return call(pick({"alldiff", "not_alldiff"}), a, b, leaf());
-      case 7:
-        return call(pick({"<", ">="}), call("times", number(), "x2"), number());
-      default:
-        return call(pick({"atleast", "atmost", "exactly", "not_atleast", "not_atmost", "not_exactly"}), "1",
-                    call("count", t, u));
-    }
+    const Kind kinds[]{
+        [&] { return call(pick({"<", "<=", "=", ">=", ">", "!="}), a, b); },
+        [&] { return call(pick({"<", "<=", "=", ">=", ">", "!="}), leaf(), leaf()); },
+        [&] { return call("not", t); },
+        [&] { return call(pick({"and", "or", "<==>"}), t, u); },
+        [&] { return call(pick({"forall", "exists"}), t, u, truth(depth - 1), a); },
+        [&] { return call("==>", t, u, truth(depth - 1)); },
+        [&] { return call(pick({"alldiff", "not_alldiff"}), a, b, leaf()); },
+        [&] { return call(pick({"<", ">="}), call("times", number(), "x2"), number()); },
+        [&] {
+          return call(pick({"atleast", "atmost", "exactly", "not_atleast", "not_atmost", "not_exactly"}), "1",
+                      call("count", t, u));
+        },
+    };
+    return kinds[below(std::size(kinds))]();
   }
 
   std::string smooth(int depth) {
     if (depth == 0) return exact(1);
     const std::string a = smooth(depth - 1);
-    switch (below(14)) {
-      case 0:
-        return call(pick({"exp", "sin", "cos", "tanh", "atan", "asinh", "sigmoid", "sinh", "cosh", "abs"}), a);
-      case 1:
-        return call(pick({"sqrt", "log", "log2", "log10", "acosh"}), call("plus", "1.25", call("abs", a)));
-      case 2:
-        return call(pick({"asin", "acos", "atanh", "tan"}), call("times", "0.75", call("sin", a)));
-      case 3:
-        return call("logarithm_to_a_base", "x5", pick({"3", "0.5"}));
-      case 4:
-        return call("divide", a, call("plus", "x5", exact(1)));
-      case 5:
-        return call("power", "x5", a);
-      case 6:
-        return call(pick({"power", "power_with_constant_exponent"}), a, pick({"2", "3", "-2", "1", "0", "4"}));
-      case 7:
-        return call("power", call("abs", a), pick({"0.5", "1.5", "-0.25"}));
-      case 8:
-        return call("power_with_constant_base", pick({"2", "0.5"}), a);
-      case 9:
-        return call(pick({"plus", "minus", "times"}), a, smooth(depth - 1));
-      case 10:
-        return call("signed_power", a, pick({"1", "2", "1.5", "3"}));
-      case 11:
-        return call("polynomial", "1", "-2", "0.5", "3", a);
-      case 12:  // it jumps where the first operand changes its sign and the second is negative
-        return call("atan2", call("plus", "x5", call("abs", a)), exact(1));
-      default:
-        return call(pick({"norm2", "max", "sum"}), a, smooth(depth - 1), call("square", leaf()));
-    }
+    const Kind kinds[]{
+        [&] { return call(pick({"exp", "sin", "cos", "tanh", "atan", "asinh", "sigmoid", "sinh", "cosh", "abs"}), a); },
+        [&] { return call(pick({"sqrt", "log", "log2", "log10", "acosh"}), call("plus", "1.25", call("abs", a))); },
+        [&] { return call(pick({"asin", "acos", "atanh", "tan"}), call("times", "0.75", call("sin", a))); },
+        [&] { return call("logarithm_to_a_base", "x5", pick({"3", "0.5"})); },
+        [&] { return call("divide", a, call("plus", "x5", exact(1))); },
+        [&] { return call("power", "x5", a); },
+        [&] { return call(pick({"power", "power_with_constant_exponent"}), a, pick({"2", "3", "-2", "1", "0", "4"})); },
+        [&] { return call("power", call("abs", a), pick({"0.5", "1.5", "-0.25"})); },
+        [&] { return call("power_with_constant_base", pick({"2", "0.5"}), a); },
+        [&] { return call(pick({"plus", "minus", "times"}), a, smooth(depth - 1)); },
+        [&] { return call("signed_power", a, pick({"1", "2", "1.5", "3"})); },
+        [&] { return call("polynomial", "1", "-2", "0.5", "3", a); },
+        // it jumps where the first operand changes its sign and the second is negative
+        [&] { return call("atan2", call("plus", "x5", call("abs", a)), exact(1)); },
+        [&] { return call(pick({"norm2", "max", "sum"}), a, smooth(depth - 1), call("square", leaf())); },
+    };
+    return kinds[below(std::size(kinds))]();
   }
 
   /// A value of every column within its bounds.
   std::vector<double> point() {
-    const auto eighths = [this](int low, int high) { return (low * 8 + below((high - low) * 8 + 1)) / 8.0; };
-    return {eighths(-4, 4), eighths(-6, 6), below(9) - 2.0, below(2) + 0.0,
-            below(2) + 0.0, eighths(1, 3),  eighths(0, 5)};
+    const auto eighths = [this](int low, unsigned steps) { return low + below(steps * 8 + 1) / 8.0; };
+    return {eighths(-4, 8), eighths(-6, 12), below(9) - 2.0, below(2) + 0.0,
+            below(2) + 0.0, eighths(1, 2),   eighths(0, 5)};
   }
 
  private:
-  int below(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
-  std::string pick(const std::vector<const char*>& of) {
-    return of[static_cast<std::size_t>(below(static_cast<int>(of.size())))];
-  }
+  using Kind = std::function<std::string()>;
+
+  unsigned below(std::size_t count) { return static_cast<unsigned>(random_() % count); }
+  std::string pick(const std::vector<const char*>& of) { return of[below(of.size())]; }
   std::string number() { return pick({"2", "-1", "0.5", "3", "-0.25", "0", "1"}); }
   std::string leaf() { return pick({"x0", "x1", "x2", "x3", "x4", "x5", "x6", "x0", "x2", "1", "-2.5"}); }
   template <class... Operand>
