@@ -8,16 +8,19 @@ import pathlib
 import random
 import sys
 import tempfile
+import threading
 import types
 from ctypes import CFUNCTYPE, byref, c_char_p, c_double, c_int, c_longlong, c_size_t, c_ubyte, c_void_p, string_at
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 CORPUS = pathlib.Path(os.environ.get("GRBLINK_MODELS") or ROOT.parent / "shared" / "models")  # a folder of its own
 sys.path.insert(0, str(ROOT / "examples"))
+import formulas  # noqa: E402
 import solve as example  # noqa: E402  the calls that users find in the example
 
 INF = 1e20  # no bound, no side
-CONTINUOUS, BINARY, INTEGER = 0, 1, 2
+CONTINUOUS, BINARY, INTEGER, SEMICONTINUOUS = range(4)
+ROW, OBJECTIVE = 1, 2
 KavoError = example.KavoError
 LOG_WRITER = CFUNCTYPE(None, c_void_p, c_size_t, c_void_p)
 
@@ -31,6 +34,10 @@ def has_corpus():
         raise AssertionError(f"there is no model corpus in {CORPUS} (set GRBLINK_MODELS)")
     print(f"The model corpus was not run: there is no folder {CORPUS} (set GRBLINK_MODELS).")
     return False
+
+
+def ints(values):
+    return (c_int * len(values))(*values)
 
 
 class Model(example.Kavo):
@@ -58,18 +65,55 @@ class Model(example.Kavo):
         column = [j for row in terms for j in row]
         value = [a for row in terms for a in row.values()]
         self.call("kavo_add_rows", len(names), example.doubles(*lower), example.doubles(*upper),
-                  (c_size_t * len(start))(*start), (c_int * len(column))(*column), example.doubles(*value),
-                  _texts(names))
+                  (c_size_t * len(start))(*start), ints(column), example.doubles(*value), _texts(names))
 
     def add_objective(self, sense, costs, constant=0.0):
         """sense: "min" or "max"; costs: one per column."""
-        columns = (c_int * len(costs))(*range(len(costs)))
-        self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), columns, example.doubles(*costs), None)
+        self.call("kavo_add_objective", int(sense == "max"), constant, len(costs), ints(range(len(costs))),
+                  example.doubles(*costs), None)
+
+    def add_expressions(self, trees):
+        """The numbers of new expressions, which are trees (formulas.postfix)."""
+        start, nodes = [0], []
+        for tree in trees:
+            formulas.postfix(tree, nodes)
+            start.append(len(nodes))
+        op, index, number = zip(*nodes)
+        first = c_int()
+        self.call("kavo_add_expressions", len(trees), (c_size_t * len(start))(*start), ints(op), ints(index),
+                  example.doubles(*number), byref(first))
+        return range(first.value, first.value + len(trees))
+
+    def give_expressions(self, kind, by_element):
+        """Adds a tree to what each row or objective has of other terms."""
+        numbers = self.add_expressions(by_element.values())
+        self.call("kavo_set_expressions", kind, len(by_element), ints(by_element), ints(numbers))
+
+    def give_quadratic_terms(self, kind, index, terms):
+        """terms: {(column, column): coefficient}."""
+        first, second = zip(*terms)
+        self.call("kavo_add_quadratic_terms", kind, 1, ints([index]), (c_size_t * 2)(0, len(terms)), ints(first),
+                  ints(second), example.doubles(*terms.values()))
+
+    def add_logical(self, trees):
+        self.call("kavo_add_logical", len(trees), ints(self.add_expressions(trees)), None)
+
+    def add_set(self, kind, members):
+        self.call("kavo_add_sets", 1, (c_ubyte * 1)(kind), (c_size_t * 2)(0, len(members)), ints(members), None, None)
+
+    def switch(self, row, column, value):
+        """The row holds where the column has the value."""
+        self.call("kavo_set_indicators", 1, ints([row]), ints([column]), (c_ubyte * 1)(value))
+
+    def change_sides(self, row, lower, upper):
+        """None: as it is."""
+        sides = (side if side is None else example.doubles(side) for side in (lower, upper))
+        self.call("kavo_change_sides", 1, ints([row]), *sides)
 
     def suffix(self, kind, name, values):
-        """values: one per element of the kind."""
-        indices = (c_int * len(values))(*range(len(values)))
-        self.call("kavo_set_suffix", kind, name.encode(), len(values), indices, example.doubles(*values))
+        """values: one per element of the kind, None for none."""
+        given = {i: value for i, value in enumerate(values) if value is not None}
+        self.call("kavo_set_suffix", kind, name.encode(), len(given), ints(given), example.doubles(*given.values()))
 
     def json(self):
         """The results as the JSON file tells them."""
@@ -90,6 +134,23 @@ class Model(example.Kavo):
             self.is_open = True
         self.call("kavo_solve")
         return self.results()
+
+    def solve_interrupted(self, source, **options):
+        """The same, and stops the search once it runs. source: kavo_stop_source."""
+        begun = threading.Event()
+        self.log(lambda text: begun.set() if b"Incumbent" in text else None)  # the head of the search's table
+        stopper = threading.Thread(target=lambda: begun.wait(60) and self.call("kavo_interrupt", source))
+        stopper.start()
+        found = self.solve(**options)
+        stopper.join()
+        assert begun.is_set()
+        return found
+
+    def logged_solve(self, **options):
+        """The results and the lines of the log."""
+        pieces = []
+        self.log(pieces.append)
+        return self.solve(**options), b"".join(pieces).decode().splitlines()
 
     def results(self):
         outcome = self.outcome()

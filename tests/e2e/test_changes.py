@@ -7,13 +7,9 @@ import random
 import re
 import tempfile
 import unittest
-from ctypes import byref, c_double, c_int, c_size_t, c_ubyte
+from ctypes import byref, c_double
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, environment, example, make, market_split
-
-
-def ints(values):
-    return (c_int * len(values))(*values)
+from harness import BINARY, CONTINUOUS, INF, INTEGER, environment, example, ints, make, market_split
 
 
 class Numbers:
@@ -68,7 +64,7 @@ class Numbers:
             model.call("kavo_change_coefficients", 1, ints([i]), ints([j]), example.doubles(row[2][j]))
         if what in ("coefficient", "sides", "kind"):
             self.set_sides(row, rng.choice("<>=rf") if what == "kind" else kind)
-            model.call("kavo_change_sides", 1, ints([i]), example.doubles(row[1]), example.doubles(row[3]))
+            model.change_sides(i, row[1], row[3])
         elif what == "bounds":
             column[1], column[2] = self.point[j] - rng.randrange(2), self.point[j] + rng.randrange(4)
             model.call("kavo_change_bounds", 1, ints([j]), example.doubles(column[1]), example.doubles(column[2]))
@@ -164,7 +160,7 @@ class Changes(unittest.TestCase):
             with model_of(9) as model:
                 for number, (options, call, _) in enumerate(steps):
                     side = 9 + number
-                    model.call("kavo_change_sides", 1, ints([0]), None, example.doubles(side))
+                    model.change_sides(0, None, side)
                     if call:
                         model.call(*call)
                     model.call("kavo_clear_options")
@@ -185,7 +181,7 @@ class Changes(unittest.TestCase):
             model = make("max", [("a", -INF, INF), ("b", -INF, INF), ("c", 0, 3), ("d", 0, 8), ("e", -2, 3)],
                          [("free", -INF, {1: 4, 4: 2, 3: -3}, INF), ("r", -8, {3: 2, 4: 1, 0: -3}, INF)],
                          [1, -4, 3, -5, -5])
-            model.call("kavo_add_sets", 1, (c_ubyte * 1)(1), (c_size_t * 2)(0, 3), ints([0, 1, 2]), None, None)
+            model.add_set(1, [0, 1, 2])
             return model
 
         def pair(kind, side):
@@ -208,7 +204,7 @@ class Changes(unittest.TestCase):
                     if build is market_split and number:
                         model.call("kavo_change_bounds", 1, ints([0]), None, example.doubles(1))
                     elif number:
-                        model.call("kavo_change_sides", 1, ints([0]), None, example.doubles(INF if side is None else side))
+                        model.change_sides(0, None, INF if side is None else side)
                     model.call("kavo_clear_options")
                     with environment(GRBLINK_TRACE=None if model.is_open else path):
                         found = model.solve(**options)
@@ -217,7 +213,3 @@ class Changes(unittest.TestCase):
                     self.assertEqual((found.status, found.termination, found.objective),
                                      (wanted.status, wanted.termination, wanted.objective), number)
                 self.assertEqual(["GRBaddvars" not in calls for calls in loads_in(path)], keeps)
-
-
-if __name__ == "__main__":
-    unittest.main()

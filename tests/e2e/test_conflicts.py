@@ -3,15 +3,13 @@ infeasible by itself, as solving it alone shows, and without any of its members 
 """
 
 import unittest
-from ctypes import c_int, c_size_t, c_ubyte
+from ctypes import c_int, c_ubyte
 from types import SimpleNamespace
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, Model, example
-from test_expressions import add_expressions
+from harness import BINARY, CONTINUOUS, INF, INTEGER, ROW, SEMICONTINUOUS, Model, example
 
-COLUMN, ROW, LOGICAL, SET = 0, 1, 4, 5
+COLUMN, LOGICAL, SET = 0, 4, 5
 LOWER, UPPER, BOTH, MEMBER = 1, 2, 3, 4  # kavo_conflict_mark
-SEMICONTINUOUS = 3
 
 
 def row(lower, upper, terms=None, quadratic=None, tree=None, when=None):
@@ -115,23 +113,17 @@ def build(spec, keep=lambda kind, index, side: True):
         if (lower, upper) == (-INF, INF):
             continue  # gone, with its functions
         if one.quadratic:
-            first, second = zip(*one.quadratic)
-            count = len(first)
-            model.call("kavo_add_quadratic_terms", ROW, 1, (c_int * 1)(i), (c_size_t * 2)(0, count),
-                       (c_int * count)(*first), (c_int * count)(*second), example.doubles(*one.quadratic.values()))
+            model.give_quadratic_terms(ROW, i, one.quadratic)
         if one.tree is not None:
-            number = add_expressions(model, [one.tree])
-            model.call("kavo_set_expressions", ROW, 1, (c_int * 1)(i), (c_int * 1)(*number))
+            model.give_expressions(ROW, {i: one.tree})
         if one.when:
-            column, value = one.when
-            model.call("kavo_set_indicators", 1, (c_int * 1)(i), (c_int * 1)(column), (c_ubyte * 1)(value))
+            model.switch(i, *one.when)
     trees = [tree for k, tree in enumerate(spec.logical) if keep(LOGICAL, k, MEMBER)]
     if trees:
-        model.call("kavo_add_logical", len(trees), (c_int * len(trees))(*add_expressions(model, trees)), None)
-    for s, (kind, members) in enumerate(spec.sets):
+        model.add_logical(trees)
+    for s, one in enumerate(spec.sets):
         if keep(SET, s, MEMBER):
-            count = len(members)
-            model.call("kavo_add_sets", 1, (c_ubyte * 1)(kind), (c_size_t * 2)(0, count), (c_int * count)(*members), None, None)
+            model.add_set(*one)
     if spec.objective:
         model.add_objective("min", [float(cost) for cost in spec.objective])
     return model
@@ -184,7 +176,3 @@ class Conflicts(unittest.TestCase):
             found = model.solve(iis=2)
             self.assertIsNone(model.array("kavo_conflict", ROW, c_ubyte))
             self.assertEqual(found.notes, ["there is no conflict (IIS): the model is not infeasible"])
-
-
-if __name__ == "__main__":
-    unittest.main()

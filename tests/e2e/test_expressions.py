@@ -4,25 +4,11 @@ import itertools
 import math
 import random
 import unittest
-from ctypes import byref, c_double, c_int, c_size_t
 
 import formulas
-from harness import INF, Model
+from harness import BINARY, CONTINUOUS, INF, INTEGER, OBJECTIVE, ROW, Model
 
 TOLERANCE = 1e-4  # Gurobi holds nonlinear constraints to 1e-6, and what is made of them adds up
-TRUTHS = ("not", "or", "and", "<", "<=", "=", ">=", ">", "!=", "<==>", "==>", "forall", "exists", "alldiff")
-
-
-def add_expressions(model, trees):
-    start, nodes = [0], []
-    for tree in trees:
-        formulas.postfix(tree, nodes)
-        start.append(len(nodes))
-    op, index, number = zip(*nodes)
-    first = c_int()
-    model.call("kavo_add_expressions", len(trees), (c_size_t * len(start))(*start), (c_int * len(op))(*op),
-               (c_int * len(index))(*index), (c_double * len(number))(*number), byref(first))
-    return [first.value + i for i in range(len(trees))]
 
 
 def solve_values(trees, point, fixed=True):
@@ -31,9 +17,7 @@ def solve_values(trees, point, fixed=True):
         margin = 0 if fixed else 0.1
         model.add_columns([(None, x - margin, x + margin) for x in point] + [(None, -INF, INF) for _ in trees])
         model.add_rows([(None, 0, {len(point) + i: -1.0}, 0) for i in range(len(trees))])
-        numbers = add_expressions(model, trees)
-        rows = (c_int * len(trees))(*range(len(trees)))
-        model.call("kavo_set_expressions", 1, len(trees), rows, (c_int * len(trees))(*numbers))
+        model.give_expressions(ROW, dict(enumerate(trees)))
         model.add_objective("min", [0.0] * len(point) + [0.0 if fixed else 1.0] * len(trees))
         found = model.solve(timelimit=20)
         return found, found.values and found.values[len(point):], found.values and found.values[:len(point)]
@@ -83,26 +67,24 @@ class Operators(unittest.TestCase):
         self.assertIn(found.status, ("optimal", "locally_optimal"), tree)
         self.assertAlmostEqual(values[0], wanted, delta=TOLERANCE * max(1, abs(wanted)), msg=str(tree))
 
+    def random_cases(self, seed, size, depth):
+        """(tree, point) without end."""
+        rng = random.Random(seed)
+        while True:
+            point = [round(rng.uniform(-3, 3), 3) for _ in range(size)]
+            tree = random_tree(rng, depth, size)
+            if isinstance(tree, tuple) and is_steady(tree, point):
+                yield tree, point
+
     def test_random_expressions_at_fixed_points(self):
-        rng = random.Random(7)
-        checked = 0
-        while checked < 60:
-            point = [round(rng.uniform(-3, 3), 3) for _ in range(3)]
-            tree = random_tree(rng, 3, 3)
-            if not isinstance(tree, tuple) or not is_steady(tree, point):
-                continue
-            checked += 1
+        for tree, point in itertools.islice(self.random_cases(7, 3, 3), 60):
             with self.subTest(tree):
                 self.check(tree, point)
 
     def test_random_expressions_at_the_returned_point(self):
-        rng = random.Random(11)
-        checked = 0
+        checked, cases = 0, self.random_cases(11, 2, 2)
         while checked < 25:
-            point = [round(rng.uniform(-3, 3), 3) for _ in range(2)]
-            tree = random_tree(rng, 2, 2)
-            if not isinstance(tree, tuple) or not is_steady(tree, point):
-                continue
+            tree, point = next(cases)
             found, values, xs = solve_values([tree], point, fixed=False)
             if found.status not in ("optimal", "locally_optimal"):
                 continue
@@ -113,56 +95,51 @@ class Operators(unittest.TestCase):
                     self.assertAlmostEqual(values[0], wanted, delta=1e-3 * max(1, abs(wanted)), msg=f"{tree} at {xs}")
                     self.assertLessEqual(values[0], formulas.value(tree, point) + 1e-3, tree)
 
-REAL, WHOLE, TRUTH = 0, 2, 1
-
 
 class Optima(unittest.TestCase):
     """Least values worked out by hand: columns (lower, upper, kind), the objective, logical constraints."""
 
     CASES = (
         # a branch that is not taken keeps nothing from values where it is not defined
-        ([(-4, 4, REAL)], ("if", (">=", "x0", 0), ("sqrt", "x0"), -1), (), -1),
-        ([(-5, 5, REAL)], ("if", (">=", "x0", 1), ("log", "x0"), ("negate", ("square", "x0"))), (), -25),
-        ([(-5, 5, REAL)], "x0", (("or", ("<=", "x0", 0), ("<=", ("log", "x0"), 1)),), -5),
-        ([(1, 4, REAL), (0, 3, WHOLE)], ("minus", "x1", "x0"),
+        ([(-4, 4, CONTINUOUS)], ("if", (">=", "x0", 0), ("sqrt", "x0"), -1), (), -1),
+        ([(-5, 5, CONTINUOUS)], ("if", (">=", "x0", 1), ("log", "x0"), ("negate", ("square", "x0"))), (), -25),
+        ([(-5, 5, CONTINUOUS)], "x0", (("or", ("<=", "x0", 0), ("<=", ("log", "x0"), 1)),), -5),
+        ([(1, 4, CONTINUOUS), (0, 3, INTEGER)], ("minus", "x1", "x0"),
          (("or", ("=", "x1", 0), ("<=", ("divide", "x0", "x1"), 2)),), -4),
-        ([(0, 0, WHOLE)], ("if", ("!=", "x0", 0), ("divide", 1, "x0"), 5), (), 5),
-        ([(-4, 4, REAL), (0, 1, TRUTH)],
+        ([(0, 0, INTEGER)], ("if", ("!=", "x0", 0), ("divide", 1, "x0"), 5), (), 5),
+        ([(-4, 4, CONTINUOUS), (0, 1, BINARY)],
          ("if", ("and", "x1", (">=", "x0", 1)), ("if", (">=", "x0", 2), ("log", ("minus", "x0", 1)), "x0"), 3), (), 0),
         # constants to the power of an expression
-        ([(0, 2, REAL)], ("power", 3, ("plus", "x0", 1)), (), 3),
-        ([(0, 2, REAL)], ("power", 0.5, ("square", "x0")), (), 0.0625),
-        ([(1, 3, REAL)], ("power", 1.1, ("minus", "x0", 2)), (), 1 / 1.1),
+        ([(0, 2, CONTINUOUS)], ("power", 3, ("plus", "x0", 1)), (), 3),
+        ([(0, 2, CONTINUOUS)], ("power", 0.5, ("square", "x0")), (), 0.0625),
+        ([(1, 3, CONTINUOUS)], ("power", 1.1, ("minus", "x0", 2)), (), 1 / 1.1),
         # numbers that are 0 or 1 as constraints and conditions
-        ([(0, 1, TRUTH)] * 2, ("minus", 0, ("sum", "x0", "x1")), (("not", ("times", "x0", "x1")),), -1),
-        ([(0, 1, TRUTH)] * 2, "x0", (("times", "x0", "x1"),), 1),
-        ([(0, 1, TRUTH)] * 2, ("sum", "x0", "x1"), (("max", "x0", "x1"),), 1),
-        ([(0, 1, TRUTH)] * 2, ("sum", "x0", "x1"), (("=", ("abs", ("minus", "x0", "x1")), 1),), 1),
-        ([(0, 1, TRUTH)] * 2 + [(-1, 9, REAL)], ("minus", "x2", ("or", ("times", "x0", "x1"), ("<=", "x2", 0))), (), -2),
-        ([(0, 1, TRUTH)] * 2 + [(-1, 9, REAL)], ("minus", 0, "x2"), (("and", ("times", "x0", "x1"), ("<=", "x2", 3)),), -3),
+        ([(0, 1, BINARY)] * 2, ("minus", 0, ("sum", "x0", "x1")), (("not", ("times", "x0", "x1")),), -1),
+        ([(0, 1, BINARY)] * 2, "x0", (("times", "x0", "x1"),), 1),
+        ([(0, 1, BINARY)] * 2, ("sum", "x0", "x1"), (("max", "x0", "x1"),), 1),
+        ([(0, 1, BINARY)] * 2, ("sum", "x0", "x1"), (("=", ("abs", ("minus", "x0", "x1")), 1),), 1),
+        ([(0, 1, BINARY)] * 2 + [(-1, 9, CONTINUOUS)], ("minus", "x2", ("or", ("times", "x0", "x1"), ("<=", "x2", 0))), (),
+         -2),
+        ([(0, 1, BINARY)] * 2 + [(-1, 9, CONTINUOUS)], ("minus", 0, "x2"),
+         (("and", ("times", "x0", "x1"), ("<=", "x2", 3)),), -3),
         # division by what varies
-        ([(1, 20001, WHOLE)], ("div", 20000, "x0"), (), 0),
-        ([(-2, 3, WHOLE)], ("div", 3, "x0"), (), -3),
-        ([(30001, 30001, WHOLE), (30000, 30000, WHOLE)], ("mod", "x1", "x0"), (), 30000),
+        ([(1, 20001, INTEGER)], ("div", 20000, "x0"), (), 0),
+        ([(-2, 3, INTEGER)], ("div", 3, "x0"), (), -3),
+        ([(30001, 30001, INTEGER), (30000, 30000, INTEGER)], ("mod", "x1", "x0"), (), 30000),
         # the sides of a step and of an angle
-        ([(2.5, 2.5, REAL)], ("times", -1, ("round", "x0", 0)), (), -3),
-        ([(0, 0, REAL), (-1, -1, REAL)], ("atan2", "x0", "x1"), (), math.pi),
+        ([(2.5, 2.5, CONTINUOUS)], ("times", -1, ("round", "x0", 0)), (), -3),
+        ([(0, 0, CONTINUOUS), (-1, -1, CONTINUOUS)], ("atan2", "x0", "x1"), (), math.pi),
     )
 
     def test_least_values(self):
         for columns, objective, logical, wanted in self.CASES:
             with self.subTest(objective=objective, logical=logical), Model() as model:
                 model.add_columns([(None, *column) for column in columns])
-                numbers = add_expressions(model, [objective, *logical])
                 model.add_objective("min", [0.0] * len(columns))
-                model.call("kavo_set_expressions", 2, 1, (c_int * 1)(0), (c_int * 1)(numbers[0]))
+                model.give_expressions(OBJECTIVE, {0: objective})
                 if logical:
-                    model.call("kavo_add_logical", len(logical), (c_int * len(logical))(*numbers[1:]), None)
+                    model.add_logical(logical)
                 found = model.solve(timelimit=20)
                 self.assertEqual(found.status, "optimal")
                 self.assertAlmostEqual(found.objective, wanted, delta=1e-3)
                 self.assertLess(model.violation(), 1e-5)
-
-
-if __name__ == "__main__":
-    unittest.main()

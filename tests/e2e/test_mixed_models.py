@@ -2,13 +2,11 @@
 
 import random
 import unittest
-from ctypes import c_int, c_size_t, c_ubyte
 
 import gurobipy
 from gurobipy import GRB
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, Model, example
-from test_expressions import add_expressions
+from harness import BINARY, CONTINUOUS, INF, INTEGER, OBJECTIVE, ROW, Model
 
 KINDS = {CONTINUOUS: GRB.CONTINUOUS, BINARY: GRB.BINARY, INTEGER: GRB.INTEGER}
 SIZE = 8  # columns 0..3 real, 4 and 5 whole, 6 and 7 binary
@@ -48,12 +46,6 @@ class Twin:
         self.add_row(terms, -side, side)
         self.direct.addRange(self.linear(terms), -side, side)
 
-    def give_quadratic(self, kind, index, terms):
-        first, second = zip(*terms)
-        count = len(terms)
-        self.mine.call("kavo_add_quadratic_terms", kind, 1, (c_int * 1)(index), (c_size_t * 2)(0, count),
-                       (c_int * count)(*first), (c_int * count)(*second), example.doubles(*terms.values()))
-
     def quadratic(self, terms):
         return gurobipy.quicksum(a * self.x[i] * self.x[j] for (i, j), a in terms.items())
 
@@ -61,18 +53,17 @@ class Twin:
         squares = {(j, j): float(self.rng.randint(1, 3)) for j in self.rng.sample(range(5), 3)}
         products = {(1, 4): float(self.rng.randint(-2, 2))}
         terms, linear, side = squares | products, self.coefficients(2), self.rng.randint(8, 30)
-        self.give_quadratic(1, self.add_row(linear, -INF, side), terms)
+        self.mine.give_quadratic_terms(ROW, self.add_row(linear, -INF, side), terms)
         self.direct.addConstr(self.quadratic(terms) + self.linear(linear) <= side)
 
     def add_set(self):
         kind, members = self.rng.choice((1, 2)), self.rng.sample(range(6), 4)
-        self.mine.call("kavo_add_sets", 1, (c_ubyte * 1)(kind), (c_size_t * 2)(0, 4), (c_int * 4)(*members), None, None)
+        self.mine.add_set(kind, members)
         self.direct.addSOS(kind, [self.x[j] for j in members], [1, 2, 3, 4])
 
     def add_indicator(self):
         terms, side, column, on = self.coefficients(3), self.rng.randint(-4, 4), self.rng.choice((6, 7)), self.rng.randint(0, 1)
-        row = self.add_row(terms, -INF, side)
-        self.mine.call("kavo_set_indicators", 1, (c_int * 1)(row), (c_int * 1)(column), (c_ubyte * 1)(on))
+        self.mine.switch(self.add_row(terms, -INF, side), column, on)
         self.direct.addGenConstrIndicator(self.x[column], bool(on), self.linear(terms) <= side)
 
     def result(self):
@@ -86,24 +77,15 @@ class Twin:
         a, b = self.rng.sample(range(4), 2)
         tree = {"max": ("max", f"x{a}", f"x{b}", 1.5), "min": ("min", f"x{a}", f"x{b}", -1.0), "abs": ("abs", f"x{a}"),
                 "norm2": ("norm2", f"x{a}", f"x{b}"), "exp": ("exp", f"x{a}"), "and": ("and", "x6", "x7")}[kind]
-        row = self.add_row({y: -1}, 0, 0)
-        number = add_expressions(self.mine, [tree])
-        self.mine.call("kavo_set_expressions", 1, 1, (c_int * 1)(row), (c_int * 1)(number[0]))
+        self.mine.give_expressions(ROW, {self.add_row({y: -1}, 0, 0): tree})
         xs, result = [self.x[a], self.x[b]], self.x[y]
-        if kind == "max":
-            self.direct.addGenConstrMax(result, xs, 1.5)
-        elif kind == "min":
-            self.direct.addGenConstrMin(result, xs, -1.0)
-        elif kind == "abs":
-            self.direct.addGenConstrAbs(result, xs[0])
-        elif kind == "norm2":
-            self.direct.addGenConstrNorm(result, xs, 2.0)
-        elif kind == "exp":
-            self.direct.addGenConstrExp(xs[0], result, options="FuncNonlinear=1")
-        else:
-            both = self.direct.addVar(vtype=GRB.BINARY)
-            self.direct.addGenConstrAnd(both, [self.x[6], self.x[7]])
-            self.direct.addConstr(result == both)
+        both = self.direct.addVar(vtype=GRB.BINARY)
+        {"max": lambda: self.direct.addGenConstrMax(result, xs, 1.5),
+         "min": lambda: self.direct.addGenConstrMin(result, xs, -1.0),
+         "abs": lambda: self.direct.addGenConstrAbs(result, xs[0]),
+         "norm2": lambda: self.direct.addGenConstrNorm(result, xs, 2.0),
+         "exp": lambda: self.direct.addGenConstrExp(xs[0], result, options="FuncNonlinear=1"),
+         "and": lambda: (self.direct.addGenConstrAnd(both, self.x[6:8]), self.direct.addConstr(result == both))}[kind]()
         return y
 
     def add_objective(self, results):
@@ -115,7 +97,7 @@ class Twin:
         if self.rng.random() < 0.5:
             sign = 1.0 if sense == "min" else -1.0
             terms = {(0, 0): sign, (0, 1): sign * 0.5, (1, 1): sign}
-            self.give_quadratic(2, 0, terms)
+            self.mine.give_quadratic_terms(OBJECTIVE, 0, terms)
             goal += self.quadratic(terms)
         self.direct.setObjective(goal, GRB.MINIMIZE if sense == "min" else GRB.MAXIMIZE)
 
@@ -142,7 +124,3 @@ class MixedModels(unittest.TestCase):
                             self.assertAlmostEqual(found.objective, wanted, delta=1e-4 * max(1, abs(wanted)))
                             self.assertLess(twin.mine.violation(), 1e-4)
         self.assertIn("optimal", seen)
-
-
-if __name__ == "__main__":
-    unittest.main()

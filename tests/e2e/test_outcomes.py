@@ -1,6 +1,5 @@
 """What is known and why the solve stopped, for models that end in every way, and for odd models that are no error."""
 
-import threading
 import time
 import unittest
 
@@ -71,21 +70,6 @@ class Outcomes(unittest.TestCase):
             self.assert_outcome(solved, "optimal", "finished", True)
             self.assertEqual(solved.values[-1], 2.0 ** 40 - 1)
 
-    def test_interrupt_from_another_thread(self):
-        with market_split() as model:
-            written = threading.Event()
-            model.log(lambda text: written.set() if b"Incumbent" in text else None)  # the head of the search's table
-            stopper = threading.Thread(target=lambda: written.wait(60) and model.call("kavo_interrupt", 0))
-            stopper.start()
-            begin = time.monotonic()
-            found = model.solve(timelimit=100)
-            stopper.join()
-            self.assertTrue(written.is_set())
-            self.assertLess(time.monotonic() - begin, 60)
-            self.assert_outcome(found, "unknown", "interrupted_by_host", True)
-            # An interrupt stops one solve only.
-            self.assertEqual(model.solve(timelimit=0.2).termination, "time_limit")
-
     def test_odd_models_have_the_trivial_results(self):
         longest = "n" * 300
         for name, model, objective, values, activities in [
@@ -114,15 +98,3 @@ class Outcomes(unittest.TestCase):
                     self.assertEqual((model.names(0), model.names(1)), ([longest], ["two words"]))
                 else:
                     self.assertEqual(notes, "")
-
-    def test_a_model_that_grew_is_solved_anew(self):
-        with make("max", [("x", 0, 3)], [("r", -INF, {0: 1}, 2)], [1]) as model:
-            self.assertEqual(model.solve().values, [2])
-            model.add_columns([("y", 0, 5)])
-            model.add_rows([("s", -INF, {0: 1, 1: 1}, 4)])
-            found = model.solve()
-            self.assertEqual((found.objective, found.values[0], len(found.duals)), (2, 2, 2))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -7,10 +7,9 @@ import os
 import pathlib
 import tempfile
 import unittest
-from ctypes import POINTER, byref, c_char_p, c_double, c_int, c_size_t
+from ctypes import POINTER, byref, c_double, c_size_t
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, Model, environment, example, make
-from test_expressions import add_expressions
+from harness import BINARY, CONTINUOUS, INF, INTEGER, Model, environment, make
 
 WEIGHTS, VALUES, CAPACITY = (4, 3, 5, 2), (7, 5, 8, 3.5), 8
 
@@ -72,21 +71,17 @@ class Pool(unittest.TestCase):
         with Model() as model:
             model.add_columns([("x", 0, 2, INTEGER), ("y", 0, 2, INTEGER)])
             model.add_objective("max", [1.0, 1.0])
-            number = add_expressions(model, [("or", ("<=", "x0", 1), ("<=", "x1", 1))])
-            model.call("kavo_add_logical", 1, (c_int * 1)(*number), None)
+            model.add_logical([("or", ("<=", "x0", 1), ("<=", "x1", 1))])
             found = model.solve(poolsearchmode=2, poolsolutions=1000)
             points = [tuple(map(round, point)) for _, point in pool(model)]
             self.assertEqual(sorted(points), sorted(set(itertools.product(range(3), repeat=2)) - {(2, 2)}))
             self.assertGreater(found.solutions, len(points))
 
     def test_statistics_come_before_the_solve(self):
-        log = []
         with knapsack() as model:
             model.add_columns([("wide", 0, INF, CONTINUOUS)])
             model.add_rows([("tiny", -INF, {4: 1e-6, 0: 1e5}, 1e6)])
-            model.log(log.append)
-            model.solve(statistics=1)
-        lines = b"".join(log).decode().splitlines()
+            _, lines = model.logged_solve(statistics=1)
         begin = lines.index("Model statistics")
         told = {line[2:31].strip(): line[32:] for line in lines[begin + 1:begin + 10] if line.startswith("  ")}
         self.assertEqual(told["variables"], "5 (continuous 1, binary 4)")
@@ -96,7 +91,3 @@ class Pool(unittest.TestCase):
         self.assertEqual(len(warnings), 1)
         self.assertIn("coefficients of rows", warnings[0])
         self.assertLess(begin, next(i for i, line in enumerate(lines) if line.startswith("Optimize a model")))
-
-
-if __name__ == "__main__":
-    unittest.main()

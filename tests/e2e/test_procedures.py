@@ -1,20 +1,17 @@
 """What is asked for beside a plain solve: a fixed model, several objectives, a conflict that is none, tuning."""
 
+import contextlib
 import os
 import pathlib
 import random
 import re
 import tempfile
-import threading
 import unittest
 
 import gurobipy
 
-from ctypes import byref, c_double, c_int, c_size_t, c_ubyte
-
-from harness import BINARY, CONTINUOUS, INF, INTEGER, KavoError, Model, environment, make, market_split
-
-SEMICONTINUOUS = 3
+from harness import (BINARY, CONTINUOUS, INF, INTEGER, OBJECTIVE, SEMICONTINUOUS, KavoError, Model, environment, make,
+                     market_split)
 
 
 def knapsacks(rows=8, size=30):
@@ -48,7 +45,7 @@ def fixed_by_gurobipy():
 def semicontinuous_in_a_set():
     """Gurobi forgets to fix the semicontinuous member that is 0."""
     model = make("max", [("x", 0, 2, SEMICONTINUOUS), ("y", 0, 1, 0)], [("c", -INF, {0: 1, 1: 1}, 9)], [1, 3])
-    model.call("kavo_add_sets", c_size_t(1), (c_ubyte * 1)(1), (c_size_t * 2)(0, 2), (c_int * 2)(0, 1), None, None)
+    model.add_set(1, [0, 1])
     return model
 
 
@@ -123,12 +120,7 @@ class FixedModel(unittest.TestCase):
 
     def test_an_interrupted_search_keeps_its_point(self):
         with market_split() as model:
-            begun = threading.Event()
-            model.log(lambda text: begun.set() if b"Incumbent" in text else None)
-            stopper = threading.Thread(target=lambda: begun.wait(60) and model.call("kavo_interrupt", 0))
-            stopper.start()
-            found = model.solve(solvefixed=1)
-            stopper.join()
+            found = model.solve_interrupted(0, solvefixed=1)
             self.assertEqual(found.termination, "interrupted_by_host")
             self.assertIsNotNone(found.values)
             self.assertIn("the search was interrupted", " ".join(found.notes))
@@ -174,8 +166,7 @@ class SeveralObjectives(unittest.TestCase):
                     model.solve(multobj=1, **options)
                 self.assertIn(message, str(caught.exception))
         with self.two() as model:
-            model.call("kavo_add_quadratic_terms", 2, 1, byref(c_int(1)), (c_size_t * 2)(0, 1), byref(c_int(0)),
-                       byref(c_int(0)), byref(c_double(1)))
+            model.give_quadratic_terms(OBJECTIVE, 1, {(0, 0): 1})
             with self.assertRaisesRegex(KavoError, "objective 2 is quadratic; several objectives"):
                 model.solve(multobj=1)
 
@@ -253,12 +244,7 @@ class Interrupts(unittest.TestCase):
                     [(None, sum(row) // 2, dict(enumerate(row)), sum(row) // 2) for row in weights], [1] * 50)
 
     def interrupted(self, model, **options):
-        begun = threading.Event()
-        model.log(lambda text: begun.set() if b"Incumbent" in text else None)
-        stopper = threading.Thread(target=lambda: begun.wait(60) and model.call("kavo_interrupt", 1))
-        stopper.start()
-        found = model.solve(**options)
-        stopper.join()
+        found = model.solve_interrupted(1, **options)
         self.assertEqual(found.termination, "interrupted_by_signal")
         return found
 
@@ -281,10 +267,7 @@ class Interrupts(unittest.TestCase):
 
 class Tuning(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(folder.name)
+        self.enterContext(contextlib.chdir(self.enterContext(tempfile.TemporaryDirectory())))
 
     def test_results_are_option_files_that_set_what_they_say(self):
         weights, profits = knapsacks()
@@ -313,7 +296,3 @@ class Tuning(unittest.TestCase):
             with self.assertRaisesRegex(KavoError, "nosuch.mps"):
                 model.solve(tuning="nosuch.mps")
         self.assertEqual(list(pathlib.Path().glob("gurobi.o*")), [])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -41,9 +41,7 @@ def theirs(attribute, elements):
 class Ranges(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = pathlib.Path(folder.name)
+        cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         cls.env = gurobipy.Env(params={"OutputFlag": 0, "Threads": 1, "Method": 1})
         cls.addClassCleanup(cls.env.close)
         cls.names = NAMES if has_corpus() else ()
@@ -173,7 +171,3 @@ class Ranges(unittest.TestCase):
                 told = [note for note in found.notes if note.startswith("no ranges: ")]
                 self.assertEqual([why in note for note in told], [True], found.notes)
                 self.assertIsNone(model.values(example.PRIMAL + COST[0]))
-
-
-if __name__ == "__main__":
-    unittest.main()

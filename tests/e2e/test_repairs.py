@@ -51,9 +51,7 @@ def only(path, env, members):
 class Repairs(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = pathlib.Path(folder.name)
+        cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         cls.small = cls.folder / "small.lp"
         firm = "".join(f" firm{v}: {v} >= -100\n" for v in "xyz")
         cls.small.write_text("Minimize obj: x + 2 y + 3 z\nSubject To\n c1: x + y >= 7\n c2: x - z <= 1\n"
@@ -122,7 +120,3 @@ class Repairs(unittest.TestCase):
                     self.assertIsNone(found.values)
                     self.assertIsNone(found.relaxation)
                     self.assertIn("there is no feasible relaxation", " ".join(found.notes))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -22,9 +22,8 @@ def everything(model):
 
 class Restart(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.file = os.path.join(folder.name, "day.ranges")
+        folder = self.enterContext(tempfile.TemporaryDirectory())
+        self.file = os.path.join(folder, "day.ranges")
 
     def model(self, columns=COLUMNS, rows=ROWS, costs=COSTS):
         return make("max", columns, rows, costs)
@@ -85,7 +84,3 @@ class Restart(unittest.TestCase):
     def test_a_file_that_cannot_be_written_is_told_before_the_solve(self):
         with self.model() as model, self.assertRaisesRegex(KavoError, "rngrestart: .*nowhere"):
             model.solve(rngrestart=os.path.join(os.path.dirname(self.file), "nowhere", "file"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -80,7 +80,3 @@ class Signs(unittest.TestCase):
             self.assertEqual(found[i][-1], facts[-1], f"basis of {i}")
             for value, wanted in zip(found[i][:-1], facts[:-1]):
                 self.assertAlmostEqual(value, wanted, delta=TOLERANCE, msg=f"element {i}: {found[i]}")
-
-
-if __name__ == "__main__":
-    unittest.main()

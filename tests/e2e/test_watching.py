@@ -61,9 +61,7 @@ def quadratic_knapsack():
 
 class Watching(unittest.TestCase):
     def setUp(self):
-        holder = tempfile.TemporaryDirectory()
-        self.addCleanup(holder.cleanup)
-        self.folder = pathlib.Path(holder.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def trace(self):
         with open(self.folder / "trace.csv", encoding="ascii", newline="") as file:
@@ -233,7 +231,3 @@ class Watching(unittest.TestCase):
         self.assertIn(found.status, ("infeasible", "unknown"))
         self.assertTrue(math.isnan(told[-1]["incumbent"]))
         self.assertEqual((self.trace()[-1]["reason"], self.trace()[-1]["incumbent"]), ("end", ""))
-
-
-if __name__ == "__main__":
-    unittest.main()
