@@ -93,8 +93,11 @@ TEST_F(ResultTest, MapsCodesAndSentinels) {
   EXPECT_EQ(basis.toOptional(0), 4);
   EXPECT_EQ(ofVariables(Var::lower).toOptional(kInf), 1e100);
   EXPECT_EQ(ofVariables(Var::lower).toOptional(-kInf), -1e100);
-  const auto error = thrown<tav::attr::Exception>([&] { basis.set(0, 1); });
-  EXPECT_THAT(error.what(), testing::HasSubstr("grb::transform::Basis"));
+  const std::vector<int> codes(6);
+  for (const auto& write : std::vector<std::function<void()>>{[&] { basis.set(0, 1); }, [&] { basis.setAll(codes); },
+                                                              [&] { basis.set(tav::idx::lib::Range(0, 6), codes); }}) {
+    EXPECT_THAT(thrown<tav::attr::Exception>(write).what(), testing::HasSubstr("grb::transform::Basis"));
+  }
 }
 
 TEST_F(ResultTest, MapsTheBasisOfARowByItsSense) {

@@ -16,6 +16,7 @@ using tav::CheckException;
 using tav::idx::lib::Range;
 using Doubles = std::vector<double>;
 using Ints = std::vector<int>;
+using Size = unsigned long long;
 using IntInfo = attr::lib::RangeInfo<int>;
 using DoubleInfo = attr::lib::RangeInfo<double>;
 
@@ -57,6 +58,7 @@ TEST(OptionalItemTest, UnsetReadsAsDefaultOrZero) {
             "int __cdecl tav::attr::Item<int>::getDefault(void) const");
   const auto withDefault = optionalInt(-1);
   EXPECT_EQ(withDefault.get(), -1);
+  EXPECT_EQ(withDefault.getDefault(), -1);
   withDefault.set(-1);
   EXPECT_TRUE(static_cast<const attr::lib::OptionalItem<int>&>(*withDefault.pointer()).isSet());
   withDefault.set(4);
@@ -88,6 +90,19 @@ TEST(ItemTest, WhatIsNotOverriddenIsRefusedByItsSignature) {
   EXPECT_FALSE(base.as<double>());
   EXPECT_EQ(attr::BaseItem().solutionCount(), 0);
   EXPECT_TRUE(attr::Item<int>().getAll().empty());
+}
+
+TEST(ViewTest, ACountOverANumber) {
+  using Cast = attr::transform::NumCast<int, Size>;
+  const auto inner = optionalInt(5);
+  const auto count = attr::Item<Size>::make<attr::view::TransformItem<attr::Item<int>, Cast>>(inner);
+  EXPECT_EQ(count.getDefault(), 5U);
+  count.set(7);
+  EXPECT_EQ(inner.get(), 7);
+  EXPECT_EQ(thrown([&] { count.set(2147483648); }).tag(), "Cast Error");
+  EXPECT_EQ(inner.get(), 7);
+  inner.set(-1);
+  EXPECT_EQ(thrown([&] { count.get(); }).tag(), "Cast Error");
 }
 
 TEST(ViewTest, TransformsBothWaysAndConverts) {
@@ -203,6 +218,8 @@ TEST(InfoTest, TellsWhichPropertiesSayNothing) {
   const attr::lib::Info<std::string> text("readparams", 1, true, std::nullopt, std::nullopt, "");
   EXPECT_FALSE(text.hasProperty("lo"));
   EXPECT_THROW(text.getDefault(), attr::Exception);
+  EXPECT_EQ(everything.maxCount(), 1);
   EXPECT_EQ(everything.countLimit(), 1) << "a limit below 2 is 1";
+  EXPECT_TRUE(everything.isSet());
   EXPECT_EQ(nothing.countLimit(), std::numeric_limits<int>::max());
 }
