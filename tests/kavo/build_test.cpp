@@ -77,36 +77,32 @@ TEST(Build, BadInputIsRefusedByNameAndChangesNothing) {
   const int columns[] = {0, 1}, beyond[] = {0, 2}, negative[] = {0, -1};
   const char* names[] = {"a", "b"};
   const unsigned char types[] = {0, 9};
+  using Call = std::function<int(trpRec*)>;
+  const auto addColumns = [](const double* lower, const double* upper, const unsigned char* type, const char** name) {
+    return Call([=](trpRec* m) { return kavo_add_columns(m, 2, lower, upper, type, name); });
+  };
+  const auto addRows = [&](std::size_t count, const std::size_t* first, const int* column, const double* value,
+                           const char** name = nullptr, const double* lower = nullptr) {
+    return Call([=](trpRec* m) { return kavo_add_rows(m, count, lower, nullptr, first, column, value, name); });
+  };
   const std::vector<BadCall> calls = {
       {"the model is null", [&](trpRec*) { return kavo_add_columns(nullptr, 1, one, one, nullptr, nullptr); }},
-      {"column 3 (\"b\"): lower bound nan",
-       [&](trpRec* m) { return kavo_add_columns(m, 2, nans, nullptr, nullptr, names); }},
-      {"column 3: lower bound inf", [&](trpRec* m) { return kavo_add_columns(m, 2, infs, nullptr, nullptr, nullptr); }},
-      {"column 3: upper bound -1e+20",
-       [&](trpRec* m) { return kavo_add_columns(m, 2, nullptr, bigs, nullptr, nullptr); }},
-      {"column 3: there is no variable type 9",
-       [&](trpRec* m) { return kavo_add_columns(m, 2, nullptr, nullptr, types, nullptr); }},
+      {"column 3 (\"b\"): lower bound nan", addColumns(nans, nullptr, nullptr, names)},
+      {"column 3: lower bound inf", addColumns(infs, nullptr, nullptr, nullptr)},
+      {"column 3: upper bound -1e+20", addColumns(nullptr, bigs, nullptr, nullptr)},
+      {"column 3: there is no variable type 9", addColumns(nullptr, nullptr, types, nullptr)},
       {"2147483647",
        [&](trpRec* m) { return kavo_add_columns(m, std::size_t{1} << 31, nullptr, nullptr, nullptr, nullptr); }},
-      {"row starts are null", [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, nullptr, columns, one, nullptr); }},
-      {"row starts begin with 1, not with 0",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, late, columns, one, nullptr); }},
-      {"decrease from 2 to 1 at row 1",
-       [&](trpRec* m) { return kavo_add_rows(m, 2, one, one, down, columns, one, nullptr); }},
-      {"values of the row terms",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, nullptr, nullptr); }},
-      {"row 2 (\"a\"): column 2 of term 1",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, beyond, one, names); }},
-      {"row 2: column -1 of term 1",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, negative, one, nullptr); }},
-      {"row 3 (\"b\"): column 2 of term 0",  // nothing is left of the row before it either
-       [&](trpRec* m) { return kavo_add_rows(m, 2, one, one, singles, beyond, one, names); }},
-      {"row 2: coefficient nan of column 1",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, nans, nullptr); }},
-      {"row 2: coefficient -1e+20 of column 1",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, one, one, start, columns, bigs, nullptr); }},
-      {"row 2: lower bound nan",
-       [&](trpRec* m) { return kavo_add_rows(m, 1, &nan, one, start, columns, one, nullptr); }},
+      {"row starts are null", addRows(1, nullptr, columns, one)},
+      {"row starts begin with 1, not with 0", addRows(1, late, columns, one)},
+      {"decrease from 2 to 1 at row 1", addRows(2, down, columns, one)},
+      {"values of the row terms", addRows(1, start, columns, nullptr)},
+      {"row 2 (\"a\"): column 2 of term 1", addRows(1, start, beyond, one, names)},
+      {"row 3 (\"b\"): column 2 of term 0", addRows(2, singles, beyond, one, names)},
+      {"row 2: column -1 of term 1", addRows(1, start, negative, one)},
+      {"row 2: coefficient nan of column 1", addRows(1, start, columns, nans)},
+      {"row 2: coefficient -1e+20 of column 1", addRows(1, start, columns, bigs)},
+      {"row 2: lower bound nan", addRows(1, start, columns, one, nullptr, &nan)},
       {"objective 1 (\"o\"): coefficient inf",
        [&](trpRec* m) { return kavo_add_objective(m, 0, 0, 2, columns, infs, "o"); }},
       {"objective 1: the constant nan",

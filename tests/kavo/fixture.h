@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -77,6 +78,32 @@ inline std::string contentOf(const std::string& path) {
   text << std::ifstream(path, std::ios::binary).rdbuf();
   return text.str();
 }
+
+inline nlohmann::json jsonOf(const trpRec* model, const Folder& folder) {
+  EXPECT_EQ(kavo_write_json(model, (folder / "m.json").c_str()), KAVO_OK) << kavo_last_error();
+  return nlohmann::json::parse(contentOf(folder / "m.json"));
+}
+
+inline std::string solOf(const trpRec* model, const Folder& folder, const char* message = "", int code = -1) {
+  EXPECT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), message, code), KAVO_OK) << kavo_last_error();
+  return contentOf(folder / "m.sol");
+}
+
+inline kavo_outcome outcomeOf(const trpRec* model) {
+  kavo_outcome outcome;
+  EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK) << kavo_last_error();
+  return outcome;
+}
+
+// The small model and a folder for its files.
+class SmallModel : public testing::Test {
+ protected:
+  SmallModel() { fillSmall(model); }
+  void solve(const Settings& settings = {}) { EXPECT_EQ(solveFake(model, settings), KAVO_OK) << kavo_last_error(); }
+
+  Model model;
+  Folder folder;
+};
 
 inline void writeTo(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <nlohmann/json.hpp>
 
 #include "fixture.h"
 
@@ -46,16 +45,6 @@ void fillEveryKind(trpRec* model) {
   ASSERT_EQ(kavo_add_sets(model, 1, &setType, twoMembers, columns + 5, nullptr, &setName), KAVO_OK);
   ASSERT_EQ(kavo_add_objective(model, KAVO_MAXIMIZE, 0, 1, &zero, &two, "profit"), KAVO_OK);
   ASSERT_EQ(kavo_add_objective(model, KAVO_MINIMIZE, 0, 1, &zero, &two, nullptr), KAVO_OK);
-}
-
-json jsonOf(const trpRec* model, const Folder& folder) {
-  EXPECT_EQ(kavo_write_json(model, (folder / "m.json").c_str()), KAVO_OK) << kavo_last_error();
-  return json::parse(contentOf(folder / "m.json"));
-}
-
-std::string solOf(const trpRec* model, const Folder& folder) {
-  EXPECT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), "", -1), KAVO_OK) << kavo_last_error();
-  return contentOf(folder / "m.sol");
 }
 
 // One thing that a link gives, and how the files show it: a field of the JSON object, and a piece of the .sol file.
@@ -135,11 +124,10 @@ TEST(Results, StandInBothFiles) {
   }
 }
 
-TEST(Results, ConditionNumbersAreOfObjectiveAndProblem) {
-  Folder folder;
-  Model model;
-  fillSmall(model);
-  ASSERT_EQ(solveFake(model, {{"condition", "1e6"}, {"exact", "2.5"}}), KAVO_OK);
+using ResultsOfSmall = SmallModel;
+
+TEST_F(ResultsOfSmall, ConditionNumbersAreOfObjectiveAndProblem) {
+  solve({{"condition", "1e6"}, {"exact", "2.5"}});
   const json found = jsonOf(model, folder);
   EXPECT_EQ(found["kappa"], 1e6);
   EXPECT_EQ(found["kappa_exact"], 2.5);
@@ -167,8 +155,7 @@ TEST(Results, RelaxationTellsWhatItGaveUp) {
                                {"objective", "14"},
                                {"give", kRelaxedPoint}};
     ASSERT_EQ(solveFake(model, settings), KAVO_OK);
-    kavo_outcome outcome;
-    ASSERT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK);
+    const kavo_outcome outcome = outcomeOf(model);
     EXPECT_EQ(outcome.relaxation, 4.5);
     EXPECT_EQ(outcome.sol_code, s.code);
     EXPECT_STREQ(outcome.message, s.message);
@@ -184,13 +171,8 @@ TEST(Results, RelaxationTellsWhatItGaveUp) {
       << "no point";
 }
 
-TEST(Results, PointsOfThePoolHaveFilesOfTheirOwn) {
-  Folder folder;
-  Model model;
-  fillSmall(model);
-  const Settings settings = {{"objective", "8"},
-                             {"give", "values 0 0 4;pool 8 0 4;pool 8.000000001 1 3;pool 7.5 nan 0"}};
-  ASSERT_EQ(solveFake(model, settings), KAVO_OK);
+TEST_F(ResultsOfSmall, PointsOfThePoolHaveFilesOfTheirOwn) {
+  solve({{"objective", "8"}, {"give", "values 0 0 4;pool 8 0 4;pool 8.000000001 1 3;pool 7.5 nan 0"}});
   const char* ends[] = {
       "alternative solution 1 of 3: optimal solution; objective 8\n\nOptions\n3\n1\n1\n0\n2\n0\n2\n2\n"
       "0\n4\nobjno 0 0\n",
@@ -210,9 +192,7 @@ TEST(Results, PointsOfThePoolHaveFilesOfTheirOwn) {
   EXPECT_EQ(folder.files(), 1);
 }
 
-TEST(Results, AreLentThroughTheCInterface) {
-  Model model;
-  fillSmall(model);
+TEST_F(ResultsOfSmall, AreLentThroughTheCInterface) {
   const double* values = nullptr;
   const unsigned char* marks = nullptr;
   std::size_t count = 9;
@@ -220,7 +200,7 @@ TEST(Results, AreLentThroughTheCInterface) {
   int minimal = 7;
   kavo_outcome fixed;
   EXPECT_EQ(kavo_pool_size(model, &count), KAVO_NO_RESULT) << "before a solve";
-  ASSERT_EQ(solveFake(model, {}), KAVO_OK);
+  solve();
   EXPECT_EQ(kavo_pool_size(model, &count), KAVO_OK);
   EXPECT_EQ(count, 0u);
   for (const int quantity : {-1, 13, 255, 269}) {
@@ -239,7 +219,7 @@ TEST(Results, AreLentThroughTheCInterface) {
   EXPECT_EQ(kavo_conflict(model, KAVO_ROW, &marks, &count), KAVO_NO_RESULT);
   EXPECT_EQ(kavo_conflict_is_minimal(model, &minimal), KAVO_NO_RESULT);
 
-  ASSERT_EQ(solveFake(model, {{"give", "marks 1 3;pool 5 1 2;objectives 5;values 259 4 5;fixed 2 5 1"}}), KAVO_OK);
+  solve({{"give", "marks 1 3;pool 5 1 2;objectives 5;values 259 4 5;fixed 2 5 1"}});
   ASSERT_EQ(kavo_conflict(model, KAVO_COLUMN, &marks, &count), KAVO_OK);
   EXPECT_THAT(std::vector(marks, marks + count), ElementsAre(0, 0)) << "kinds that were not given have no marks";
   ASSERT_EQ(kavo_conflict(model, KAVO_SET, &marks, &count), KAVO_OK);

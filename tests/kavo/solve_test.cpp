@@ -16,6 +16,8 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
+using SolveSmall = SmallModel;
+
 std::vector<double> resultOf(const trpRec* model, int quantity) {
   const double* values = nullptr;
   std::size_t count = 0;
@@ -23,12 +25,8 @@ std::vector<double> resultOf(const trpRec* model, int quantity) {
   return {values, values + count};
 }
 
-TEST(Solve, ResultsComeBackAndStayWhenTheLinkIsClosed) {
-  Model model;
-  fillSmall(model);
-  ASSERT_EQ(
-      solveFake(model, {{"point", "1"}, {"duals", "1"}, {"basis", "1"}, {"objective", "8.5"}, {"violation", "0.25"}}),
-      KAVO_OK);
+TEST_F(SolveSmall, ResultsComeBackAndStayWhenTheLinkIsClosed) {
+  solve({{"point", "1"}, {"duals", "1"}, {"basis", "1"}, {"objective", "8.5"}, {"violation", "0.25"}});
   EXPECT_THAT(resultOf(model, KAVO_PRIMAL), ElementsAre(0, 0));
   EXPECT_THAT(resultOf(model, KAVO_DUAL), ElementsAre(1.5, 2.5));
   EXPECT_THAT(resultOf(model, KAVO_REDUCED_COST), ElementsAre(-0.5, 0.5));
@@ -41,8 +39,7 @@ TEST(Solve, ResultsComeBackAndStayWhenTheLinkIsClosed) {
   ASSERT_EQ(kavo_violation(model, KAVO_CHECK_ROW, &value, &element), KAVO_OK);
   EXPECT_EQ(value, 0.25);
   EXPECT_EQ(element, 0);
-  kavo_outcome outcome;
-  ASSERT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK);
+  const kavo_outcome outcome = outcomeOf(model);
   EXPECT_EQ(outcome.objective, 8.5);
   EXPECT_TRUE(std::isnan(outcome.bound));
   EXPECT_GE(outcome.seconds, 0);
@@ -54,18 +51,16 @@ TEST(Solve, ResultsComeBackAndStayWhenTheLinkIsClosed) {
   EXPECT_EQ(kavo_violation(model, KAVO_CHECK_BOUND, &value, &element), KAVO_NO_RESULT);
 }
 
-TEST(Solve, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
-  Model model;
-  fillSmall(model);
+TEST_F(SolveSmall, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
   kavo_outcome outcome;
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
-  ASSERT_EQ(solveFake(model, {}), KAVO_OK);
+  solve();
   const int beyond = 9;
   ASSERT_EQ(kavo_change_sides(model, 1, &beyond, nullptr, nullptr), KAVO_INVALID);
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK) << "a change that is refused is none";
   ASSERT_EQ(kavo_add_columns(model, 1, nullptr, nullptr, nullptr, nullptr), KAVO_OK);
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
-  ASSERT_EQ(solveFake(model, {}), KAVO_OK);
+  solve();
   EXPECT_EQ(solveFake(model, {{"fail", "the machine is on fire"}}), KAVO_LINK);
   EXPECT_STREQ(kavo_last_error(), "the machine is on fire");
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
@@ -87,9 +82,7 @@ TEST(Solve, LinkThatCannotBeUsedIsNamed) {
   EXPECT_EQ(kavo_open_link(model, FAKE_LINK), KAVO_INVALID);
 }
 
-TEST(Solve, LinkWithoutResultsOrReasonIsAFailure) {
-  Model model;
-  fillSmall(model);
+TEST_F(SolveSmall, LinkWithoutResultsOrReasonIsAFailure) {
   EXPECT_EQ(solveFake(model, {{"unfinished", "1"}}), KAVO_LINK);
   EXPECT_THAT(kavo_last_error(), HasSubstr("without results"));
 }
@@ -137,46 +130,35 @@ TEST(Solve, OddThingsInTheModelAreNoted) {
   EXPECT_EQ(notesOf(model).size(), 4u) << "notes tell about a failed solve too";
 }
 
-TEST(Solve, ModelCannotBeChangedFromWithinItsSolve) {
-  Model model;
-  fillSmall(model);
-  trpRec* handle = model;
-  int statuses[3] = {-1, -1, -1};
-  struct Context {
-    trpRec* handle;
-    int* statuses;
-  } context{handle, statuses};
+TEST_F(SolveSmall, ModelCannotBeChangedFromWithinItsSolve) {
+  std::vector<int> statuses;
+  std::pair context{static_cast<trpRec*>(model), &statuses};
   const auto log = [](const char*, std::size_t, void* data) {
-    const auto& c = *static_cast<Context*>(data);
-    trpRec* copy = c.handle;
-    c.statuses[0] = kavo_add_columns(c.handle, 1, nullptr, nullptr, nullptr, nullptr);
-    c.statuses[1] = kavo_solve(c.handle);
-    c.statuses[2] = kavo_free(&copy);
+    const auto& [handle, told] = *static_cast<std::pair<trpRec*, std::vector<int>*>*>(data);
+    trpRec* copy = handle;
+    *told = {kavo_add_columns(handle, 1, nullptr, nullptr, nullptr, nullptr), kavo_solve(handle), kavo_free(&copy)};
   };
   ASSERT_EQ(kavo_set_log(model, log, &context), KAVO_OK);
-  ASSERT_EQ(solveFake(model, {{"log", "now"}}), KAVO_OK);
+  solve({{"log", "now"}});
   EXPECT_THAT(statuses, ElementsAre(KAVO_INVALID, KAVO_INVALID, KAVO_INVALID));
 }
 
-class Interrupt : public testing::TestWithParam<int> {};
+class Interrupt : public SmallModel, public testing::WithParamInterface<int> {};
 
 TEST_P(Interrupt, StopsASolverThatForgetsEarlyRequests) {
-  Model model;
-  fillSmall(model);
   ASSERT_EQ(kavo_interrupt(model, GetParam()), KAVO_OK) << "without a solve it does nothing";
   std::thread host([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
     EXPECT_EQ(kavo_interrupt(model, GetParam()), KAVO_OK);
     EXPECT_EQ(kavo_interrupt(model, KAVO_STOP_HOST), KAVO_OK) << "the first request tells who asked";
   });
-  ASSERT_EQ(solveFake(model, {{"wait", "1"}, {"deaf", "3"}, {"point", "1"}}), KAVO_OK);
+  solve({{"wait", "1"}, {"deaf", "3"}, {"point", "1"}});
   host.join();
-  kavo_outcome outcome;
-  ASSERT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK);
+  const kavo_outcome outcome = outcomeOf(model);
   EXPECT_STREQ(outcome.termination, GetParam() == KAVO_STOP_SIGNAL ? "interrupted_by_signal" : "interrupted_by_host");
   EXPECT_EQ(outcome.sol_code, 401);
   EXPECT_LT(outcome.seconds, 10);
-  EXPECT_EQ(solveFake(model, {{"wait", "0"}}), KAVO_OK);
+  solve({{"wait", "0"}});
   EXPECT_EQ(kavo_link_stop_requested(model), 0) << "a request belongs to one solve";
 }
 
@@ -193,8 +175,7 @@ TEST(Outcome, CodesAndWordsAgreeForEveryPair) {
                                     {"stop", std::to_string(stop)},
                                     {"point", point ? "1" : "0"}}),
                   KAVO_OK);
-        kavo_outcome outcome;
-        ASSERT_EQ(kavo_get_outcome(model, &outcome), KAVO_OK);
+        const kavo_outcome outcome = outcomeOf(model);
         const int code = outcome.sol_code, hundreds = code / 100;
         const std::string message = outcome.message,
                           where = std::string(outcome.status_text) + ", " + outcome.termination;

@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <nlohmann/json.hpp>
 
 #include "fixture.h"
 
@@ -17,16 +16,16 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::StartsWith;
 
+using SolOfSmall = SmallModel;
+using Point = SmallModel;
+using JsonOfSmall = SmallModel;
+
 const Settings kFull = {{"point", "1"},  {"duals", "1"},  {"basis", "1"},           {"objective", "8"},
                         {"bound", "10"}, {"gap", "0.25"}, {"iterations", "1000000"}};
 
-TEST(Sol, HoldsEverythingInTheProtocolsOrder) {
-  Model model;
-  Folder folder;
-  fillSmall(model);
-  ASSERT_EQ(solveFake(model, kFull), KAVO_OK);
-  ASSERT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), "one\n\nOptions are fine\r\nthree", -1), KAVO_OK);
-  EXPECT_EQ(contentOf(folder / "m.sol"),
+TEST_F(SolOfSmall, HoldsEverythingInTheProtocolsOrder) {
+  solve(kFull);
+  EXPECT_EQ(solOf(model, folder, "one\n\nOptions are fine\r\nthree"),
             "one\n Options are fine\nthree\n\n"
             "Options\n3\n1\n1\n0\n2\n2\n2\n2\n"
             "1.5\n2.5\n0\n0\nobjno 0 0\n"
@@ -39,15 +38,10 @@ TEST(Sol, HoldsEverythingInTheProtocolsOrder) {
   EXPECT_EQ(folder.files(), 1) << "no temporary file stays";
 }
 
-TEST(Sol, WithoutPointOrSolveHasNoValues) {
-  Model model;
-  Folder folder;
-  fillSmall(model);
-  ASSERT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), "failed", 503), KAVO_OK);
-  EXPECT_EQ(contentOf(folder / "m.sol"), "failed\n\nOptions\n3\n1\n1\n0\n2\n0\n2\n0\nobjno 0 503\n");
-  ASSERT_EQ(solveFake(model, {{"status", "2"}}), KAVO_OK);
-  ASSERT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), "", -1), KAVO_OK);
-  EXPECT_EQ(contentOf(folder / "m.sol"), "\nOptions\n3\n1\n1\n0\n2\n0\n2\n0\nobjno 0 201\n");
+TEST_F(SolOfSmall, WithoutPointOrSolveHasNoValues) {
+  EXPECT_EQ(solOf(model, folder, "failed", 503), "failed\n\nOptions\n3\n1\n1\n0\n2\n0\n2\n0\nobjno 0 503\n");
+  solve({{"status", "2"}});
+  EXPECT_EQ(solOf(model, folder), "\nOptions\n3\n1\n1\n0\n2\n0\n2\n0\nobjno 0 201\n");
 }
 
 // Head of a .nl file with 2 variables, 1 constraint and no objective.
@@ -70,39 +64,27 @@ TEST(Sol, OptionsOfTheNlFileGoBack) {
     EXPECT_EQ(contentOf(folder / "m.sol"), std::string("broken\n\nOptions\n") + c.options + "objno 0 500\n");
     writeTo(folder / "m.nl", nlHead(c.firstLine) + "r\n3\nb\n3\n3\nk1\n0\n");
     ASSERT_EQ(kavo_read(model, (folder / "m.nl").c_str()), KAVO_OK) << kavo_last_error();
-    ASSERT_EQ(kavo_write_sol(model, (folder / "m.sol").c_str(), "read", 0), KAVO_OK);
-    EXPECT_EQ(contentOf(folder / "m.sol"), std::string("read\n\nOptions\n") + c.options + "objno 0 0\n");
+    EXPECT_EQ(solOf(model, folder, "read", 0), std::string("read\n\nOptions\n") + c.options + "objno 0 0\n");
   }
   writeTo(folder / "m.nl", "nonsense");
   EXPECT_EQ(kavo_write_failure_sol((folder / "m.nl").c_str(), (folder / "n.sol").c_str(), "broken", 500), KAVO_FILE);
   EXPECT_FALSE(std::filesystem::exists(folder / "n.sol"));
 }
 
-TEST(Point, IsObjectiveAndNamesWithValues) {
-  Model model;
-  Folder folder;
-  fillSmall(model);
+TEST_F(Point, IsObjectiveAndNamesWithValues) {
   EXPECT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_NO_RESULT);
-  ASSERT_EQ(solveFake(model, {{"objective", "0.1"}}), KAVO_OK);
+  solve({{"objective", "0.1"}});
   EXPECT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_NO_RESULT);
   EXPECT_EQ(folder.files(), 0);
-  ASSERT_EQ(solveFake(model, {{"point", "1"}}), KAVO_OK);
+  solve({{"point", "1"}});
   ASSERT_EQ(kavo_write_point(model, (folder / "m.sol").c_str()), KAVO_OK);
   EXPECT_EQ(contentOf(folder / "m.sol"), "# Objective value = 0.1\nx 0\n_svar[2] 0\n");
 }
 
-json jsonOf(const trpRec* model, const Folder& folder) {
-  EXPECT_EQ(kavo_write_json(model, (folder / "m.json").c_str()), KAVO_OK) << kavo_last_error();
-  return json::parse(contentOf(folder / "m.json"));
-}
-
-TEST(Json, HoldsEverythingKnown) {
-  Model model;
-  Folder folder;
-  fillSmall(model);
+TEST_F(JsonOfSmall, HoldsEverythingKnown) {
   Settings settings = kFull;
   settings.insert(settings.end(), {{"violation", "0.5"}, {"bound", "inf"}, {"note", "a \"note\""}});
-  ASSERT_EQ(solveFake(model, settings), KAVO_OK);
+  solve(settings);
   json found = jsonOf(model, folder);
   EXPECT_GE(found["seconds"].get<double>(), 0);
   found.erase("seconds");
