@@ -52,6 +52,8 @@ class Solving(cli.FolderCase):
                                      r"best bound 12, relative gap 0\.09\n[\d.]+ seconds, the fake solver\n"
                                      r"warning: largest row violation 0\.5 at row c1 \(tolerance 1e-06\)\nnote: look here\n\Z")
         self.assertEqual(self.read("small.sol"), "# Objective value = 11\nx 0\ny 0\n")
+        run = self.run_fake("small.mps", "status=2")
+        self.assertIn('note: there is no solution to write; "small.sol" is from an earlier run\n', run.stdout)
 
     def test_zero_has_no_sign(self):
         run = self.run_fake("small.nl", "point=1", "objective=-0.0", "bound=-0.0", "gap=1", "--report", "page.html", "poolstub=p",
