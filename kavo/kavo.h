@@ -332,8 +332,8 @@ typedef struct kavo_statistics {
   size_t nonzeros;         /* linear terms of rows other than 0 */
   size_t quadratic_terms;  /* of rows and objectives */
   size_t nodes;            /* of expressions, used or not */
-  kavo_range coefficients; /* of the linear terms of all rows */
-  kavo_range objective;    /* of the linear terms of the objective that is solved, without its constant */
+  kavo_range coefficients; /* of the linear and quadratic terms of all rows */
+  kavo_range objective;    /* of the linear and quadratic terms of the objective that is solved, not its constant */
   kavo_range bounds;       /* of the columns as they were given: of a binary one those of its own */
   kavo_range sides;        /* of all rows */
 } kavo_statistics;

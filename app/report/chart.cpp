@@ -88,7 +88,7 @@ class Drawing {
         "stand "
         "in the table beside the chart.</desc>\n"
         "<clipPath id=\"plot\"><rect x=\"{:.1f}\" y=\"{}\" width=\"{:.1f}\" height=\"{}\"/></clipPath>\n",
-        kWidth, kHeight, path_.incumbent().changes(), x_.high / unit_.seconds, unit_.name, left_ - 4, kTop - 4,
+        kWidth, kHeight, path_.incumbents(), x_.high / unit_.seconds, unit_.name, left_ - 4, kTop - 4,
         kRight - left_ + 8, kBottom - kTop + 8);
   }
 

@@ -41,7 +41,6 @@ std::vector<Point> thinned(std::span<const Point> points, double begin, double e
 void Series::add(double seconds, double value) {
   if (!(std::abs(value) < kInfinite) || value == last_) return;
   last_ = value;
-  ++changes_;
   points_.push_back({seconds, value});
   if (points_.size() >= kMostPoints) points_ = thinned(points_, points_.front().seconds, seconds, kSlots);
 }
@@ -51,6 +50,7 @@ void Path::add(const kavo_progress& now) {
   const double seconds = std::max(now.seconds, last_.seconds);
   incumbent_.add(seconds, now.incumbent);
   bound_.add(seconds, now.bound);
+  if (now.event == KAVO_PROGRESS_INCUMBENT) ++incumbents_;
   last_ = now;
   last_.seconds = seconds;
 }

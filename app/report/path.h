@@ -24,13 +24,10 @@ class Series {
   // Later than all before; the same value again, NaN and infinite values are passed over.
   void add(double seconds, double value);
   const std::vector<Point>& points() const { return points_; }
-  // How often the value changed, the first time included.
-  std::size_t changes() const { return changes_; }
 
  private:
   std::vector<Point> points_;
   double last_ = std::numeric_limits<double>::quiet_NaN();
-  std::size_t changes_ = 0;
 };
 
 // The way of incumbent and bound through a solve.
@@ -40,6 +37,8 @@ class Path {
 
   const Series& incumbent() const { return incumbent_; }
   const Series& bound() const { return bound_; }
+  // How many incumbents were told of.
+  std::size_t incumbents() const { return incumbents_; }
   // What was told last.
   const kavo_progress& last() const { return last_; }
   // There was a search over a tree: a node or an incumbent was told of.
@@ -47,6 +46,7 @@ class Path {
 
  private:
   Series incumbent_, bound_;
+  std::size_t incumbents_ = 0;
   kavo_progress last_{KAVO_PROGRESS_TICK, 0, kNone, kNone, kNone, kNone, 0};
   bool search_ = false;
 

@@ -22,7 +22,7 @@ std::string lastValues(const Path& path) {
   line("relative gap", std::isfinite(last.gap) && last.gap < 1e100 ? fmt::format("{:.4g} %", 100 * last.gap) : "");
   line("nodes", numberText(last.nodes));
   line("seconds", fmt::format("{:.2f}", last.seconds));
-  line("new incumbents", fmt::format("{}", path.incumbent().changes()));
+  line("new incumbents", fmt::format("{}", path.incumbents()));
   return table.text();
 }
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "brel/host.h"
 #include "brel/plugin/plugins.h"
+#include "brel/result/objective_difference.h"
 #include "brel/result/reader.h"
 #include "brel/rewrite/objective_function.h"
 #include "tav/idx/lib/range.h"
@@ -39,14 +39,16 @@ class Pool : public AbstractPlugin {
       points.get(tav::idx::lib::Range(0, static_cast<int>(columns)), point, k);
       const double objective = objectiveOf(solve, point, k);
       if (result::isInfinite(objective, point, result::kInfiniteValue)) continue;
-      if (mayRepeat && isKnown(objective, point)) {
+      if (mayRepeat && isKnown(point)) {
         ++repeated;
         continue;
       }
       give(solve.host, objective, point);
-      if (mayRepeat) given_.emplace_back(objective, std::move(point));
+      compare(solve.model.user, objective, point);
+      if (mayRepeat) given_.push_back(std::move(point));
     }
     if (repeated > 0) tellRepeated(solve.host, repeated);
+    if (worst_.count > 0) tellWorst(solve.host);
   }
 
  private:
@@ -76,15 +78,39 @@ class Pool : public AbstractPlugin {
       const auto part = solve.solver.makeConstraintContainers(solve.model.objectiveAdder, std::nullopt, {}).first;
       return part.get(Q::value).as<double>().get(0, k);
     }
+    return ownObjective(user, point);
+  }
+
+  double ownObjective(const UserModel& user, std::span<const double> point) {
     if (!function_) function_.emplace(user, *user.objective);
     return function_->at(point);
   }
 
-  bool isKnown(double objective, const std::vector<double>& point) const {
+  // Whatever its objective: a solver may hold that in a column of its own, to a tolerance only.
+  bool isKnown(const std::vector<double>& point) const {
     return std::any_of(given_.begin(), given_.end(), [&](const auto& known) {
-      return isSame(known.first, objective) &&
-             std::equal(point.begin(), point.end(), known.second.begin(), known.second.end(), isSame);
+      return std::equal(point.begin(), point.end(), known.begin(), known.end(), isSame);
     });
+  }
+
+  void compare(const UserModel& user, double objective, std::span<const double> point) {
+    ++count_;
+    if (!user.objective) return;
+    const double own = ownObjective(user, point);
+    if (!result::isObjectiveOff(own, objective)) return;
+    const int count = worst_.count + 1;
+    if (count == 1 || std::abs(own - objective) > std::abs(worst_.own - worst_.solvers)) {
+      worst_ = {count, count_, own, objective};
+    }
+    worst_.count = count;
+  }
+
+  void tellWorst(trpRec* host) const {
+    const auto line = fmt::format(
+        "pool: the solver's objective is not that of the model's own functions at {} of the points, most at point {}: "
+        "{:.12g}, by the model's functions {:.12g}",
+        worst_.count, worst_.point, worst_.solvers, worst_.own);
+    kavo_link_note(host, line.c_str());
   }
 
   static void give(trpRec* host, double objective, const std::vector<double>& point) {
@@ -94,8 +120,16 @@ class Pool : public AbstractPlugin {
     std::copy(point.begin(), point.end(), values);
   }
 
+  // The point, counted from 1, whose objective is the farthest off, and at how many it is off.
+  struct Worst {
+    int count = 0, point = 0;
+    double own = 0, solvers = 0;
+  };
+
   std::optional<rewrite::ObjectiveFunction> function_;
-  std::vector<std::pair<double, std::vector<double>>> given_;
+  std::vector<std::vector<double>> given_;  // kept while one may come again
+  int count_ = 0;
+  Worst worst_;
 };
 
 }  // namespace

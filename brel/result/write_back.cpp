@@ -11,6 +11,7 @@
 #include "brel/host.h"
 #include "brel/result/absence.h"
 #include "brel/result/conflict.h"
+#include "brel/result/objective_difference.h"
 #include "brel/result/reader.h"
 #include "brel/result/violations.h"
 #include "brel/rewrite/objective_function.h"
@@ -22,7 +23,6 @@ namespace brel::result {
 namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-constexpr double kObjectiveTolerance = 1e-6;  // relative to values beyond 1
 
 void note(trpRec* host, const std::string& line) { kavo_link_note(host, line.c_str()); }
 
@@ -105,13 +105,12 @@ bool hasOneObjective(tav::opt::AbstractSolver& solver, const load::TranslatedMod
   return sent.get(tav::opt::ObjectiveQuantity::value).as<double>().size() == 1;
 }
 
-// The solver holds functions of the model to a tolerance only, or has approximations of them.
 void tellDifference(const UserModel& user, std::span<const double> own, double solvers) {
   int number = 0;
   checkHost(kavo_link_objective_number(user.host, &number));
   if (number < 1) return;
   const double value = own[static_cast<std::size_t>(number) - 1];
-  if (!(std::abs(value - solvers) > kObjectiveTolerance * std::max(1.0, std::abs(value)))) return;
+  if (!isObjectiveOff(value, solvers)) return;
   note(user.host,
        fmt::format(
            "the objective by the model's own functions is {:.12g} at the returned point; the solver's is {:.12g}",

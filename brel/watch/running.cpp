@@ -89,6 +89,7 @@ void Running::onEvent(int kind) {
     const std::lock_guard lock(mutex_);
     note(facts);
     if (now_.solutions == 0) now_.incumbent = facts.best;
+    settleBound();
     tell(Reason::node);
   }
   flushSaid();
@@ -99,8 +100,10 @@ void Running::onPoint(const Search::Facts& facts) {
   const double objective = point.empty() ? Progress::kNone : search_.objectiveAt(point);
   const std::lock_guard lock(mutex_);
   note(facts);
-  if (!isBetter(objective)) return tell(Reason::tick);
-  now_.incumbent = objective;
+  const bool isNew = isBetter(objective);
+  if (isNew) now_.incumbent = objective;
+  settleBound();
+  if (!isNew) return tell(Reason::tick);
   now_.solutions += 1;
   now_.point = point;
   tell(Reason::incumbent);
@@ -124,6 +127,12 @@ bool Running::isBetter(double objective) const {
 void Running::note(const Search::Facts& facts) {
   if (!std::isnan(facts.nodes)) now_.nodes = facts.nodes;
   if (!std::isnan(facts.bound)) now_.bound = facts.bound;
+}
+
+// Once the optimum is proven, a search for further points tells what bounds those.
+void Running::settleBound() {
+  const double gain = search_.isMaximized() ? now_.incumbent - now_.bound : now_.bound - now_.incumbent;
+  if (gain > 0) now_.bound = now_.incumbent;
 }
 
 void Running::tell(Reason reason) {

@@ -38,6 +38,7 @@ class Running {
   std::chrono::milliseconds tick();
   bool isBetter(double objective) const;
   void note(const Search::Facts& facts);
+  void settleBound();
   void tell(Reason reason);
   void tellOne(std::shared_ptr<Listener>& listener);
   void flushSaid();

@@ -68,10 +68,15 @@ Search::Facts Search::at(int event) {
   return *isUsers_ ? facts : Facts{facts.nodes, kUnknown, kUnknown};
 }
 
-Search::Facts Search::atEnd() const {
-  if (static_cast<std::size_t>(levels(solver_, {}).size()) != variables_) return {kUnknown, kUnknown, kUnknown};
+Search::Facts Search::atEnd() {
+  const auto point = levels(solver_, {});
+  if (static_cast<std::size_t>(point.size()) != variables_) return {kUnknown, kUnknown, kUnknown};
   const auto status = solver_.makeModelAttributes(tag::kSolver, {})->get(tav::opt::ModelAttribute::status).as<int>();
   Facts facts = read(sourcesIn({}));
+  if (!hasOneObjective_ && point.solutionCount() > 0) {
+    point.getAll(values_);
+    facts.best = objectiveAt(std::span<const double>(values_).first(model_.user.columns.count));
+  }
   if (status.solutionCount() == 0) facts.best = kUnknown;
   if (isUnboundedOrInfeasible(status.get())) facts.bound = kUnknown;
   return facts;

@@ -37,6 +37,7 @@ double CallbackDoubleAttributeContainer::get(int index, int solution) const {
 
 void CallbackDoubleAttributeContainer::get(const tav::idx::List& list, std::span<double> values, int solution) const {
   std::vector<double> all(static_cast<std::size_t>(size()));
+  if (all.empty()) return;  // outside a callback
   getAll(all, solution);
   tav::attr::lib::gather<double>(list, all, values);
 }

@@ -90,6 +90,7 @@ double ObjPrimalSolutions::get(int index, int solution) const {
 }
 
 void ObjPrimalSolutions::get(const tav::idx::List& list, std::span<double> values, int solution) const {
+  if (model_.expired()) return;
   tav::idx::visit(list, [&](int k, int index) { values[static_cast<std::size_t>(k)] = get(index, solution); });
 }
 

@@ -26,6 +26,13 @@ kavo_range rangeOf(const std::vector<double>& lower, const std::vector<double>& 
   return range;
 }
 
+// Takes the terms of quadratic sum number q, if there is one.
+void takeQuadratic(kavo_range& range, const Quadratics& all, int q) {
+  if (q < 0) return;
+  const auto sum = static_cast<std::size_t>(q);
+  for (std::size_t k = all.start[sum]; k < all.start[sum + 1]; ++k) take(range, all.value[k]);
+}
+
 std::size_t nonzeros(const std::vector<double>& values) {
   return values.size() - static_cast<std::size_t>(std::count(values.begin(), values.end(), 0.0));
 }
@@ -70,7 +77,11 @@ kavo_statistics statistics(const Model& model, std::size_t solved) {
   all.quadratic_terms = model.quadratics.value.size();
   all.nodes = model.expressions.op.size();
   all.coefficients = rangeOf(model.rows.value);
-  if (solved < model.objectives.size()) all.objective = rangeOf(model.objectives[solved].value);
+  for (const int quadratic : model.rows.quadratic) takeQuadratic(all.coefficients, model.quadratics, quadratic);
+  if (solved < model.objectives.size()) {
+    all.objective = rangeOf(model.objectives[solved].value);
+    takeQuadratic(all.objective, model.quadratics, model.objectives[solved].quadratic);
+  }
   all.bounds = rangeOf(model.columns.lower, model.columns.upper);
   all.sides = rangeOf(model.rows.lower, model.rows.upper);
   return all;
