@@ -123,12 +123,14 @@ TEST_F(Points, BadLinesAreNamed) {
 TEST(PointFiles, AreReadAsTheyAreWritten) {
   Model model;
   const Folder folder;
-  const char* names[] = {"a b", "#", " ", "x\ty", "_svar[1]", nullptr};
-  const double lower[] = {0.1, -1e-300, 3, 1e19, 5, 1.0 / 3};
-  ASSERT_EQ(kavo_add_columns(model, 6, lower, nullptr, nullptr, names), KAVO_OK);
+  const double lower[] = {0.1,  -1e-300,           3,   1e19, 5, 1.0 / 3, 123456789012345678.0, 5e-324,
+                          1e15, 999999999999999.0, -0.0};
+  constexpr std::size_t kCount = std::size(lower);
+  const char* names[kCount] = {"a b", "#", " ", "x\ty", "_svar[1]"};
+  ASSERT_EQ(kavo_add_columns(model, kCount, lower, nullptr, nullptr, names), KAVO_OK);
   ASSERT_EQ(solveFake(model, {{"point", "1"}, {"objective", "2"}}), KAVO_OK);
   ASSERT_EQ(kavo_write_point(model, (folder / "p.sol").c_str()), KAVO_OK);
-  double values[6];
+  double values[kCount];
   std::size_t unknown = 1;
   ASSERT_EQ(kavo_read_point(model, (folder / "p.sol").c_str(), values, &unknown), KAVO_OK) << kavo_last_error();
   EXPECT_THAT(values, testing::ElementsAreArray(lower));

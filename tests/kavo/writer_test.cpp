@@ -134,21 +134,6 @@ TEST(Json, NamesOfAnyBytesStayReadable) {
   for (std::size_t i = 0; i < std::size(names); ++i) EXPECT_EQ(found[i].get<std::string>(), names[i].second) << i;
 }
 
-TEST(File, NumbersComeBackAsTheyWere) {
-  const double values[] = {0.1,  1.0 / 3, -1e-300, 123456789012345678.0, 5e-324, 1e15, 999999999999999.0,
-                           1e22, -0.0,    17};
-  Model model;
-  Folder folder;
-  ASSERT_EQ(kavo_add_columns(model, std::size(values), values, nullptr, nullptr, nullptr), KAVO_INVALID)
-      << "1e22 as a bound";
-  std::vector<double> lower(values, values + std::size(values));
-  lower[7] = -lower[7];  // no bound: the fake link takes 0 then
-  ASSERT_EQ(kavo_add_columns(model, lower.size(), lower.data(), nullptr, nullptr, nullptr), KAVO_OK);
-  ASSERT_EQ(solveFake(model, {{"point", "1"}}), KAVO_OK);
-  const json found = jsonOf(model, folder)["variables"]["value"];
-  for (std::size_t i = 0; i < lower.size(); ++i) EXPECT_EQ(found[i].get<double>(), i == 7 ? 0 : lower[i]) << i;
-}
-
 TEST(File, FailedWriteLeavesTheEarlierFile) {
   Folder folder;
   Model model;
