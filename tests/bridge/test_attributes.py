@@ -117,14 +117,6 @@ class Attributes(TwinCase):
                     readable += self.check(t, name)
             self.assertGreater(readable, 60)
 
-    def test_values_of_each_objective(self):
-        t = self.solved(objectives)
-        for i, value in ((0, -12.0), (1, -2.0)):
-            t.param("ObjNumber", i)
-            self.assertEqual(t.c.dbl("ObjNVal"), value)
-        t.param("ObjNumber", 2)
-        self.assertEqual(failure(t.c.dbl, "ObjNVal")[0], 10008)
-
     def test_lists_ranges_and_writes(self):
         t = self.solved(unsolved)
         values = (c_double * 3)()

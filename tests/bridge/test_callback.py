@@ -1,7 +1,6 @@
 """Callbacks: what they may ask, against what gurobipy's own callbacks are told in the same solve; and the log."""
 
 import ctypes
-import math
 import random
 from ctypes import byref, c_char_p, c_double, c_int
 
@@ -110,17 +109,6 @@ class Callbacks(TwinCase):
                 seen |= {where for where, _ in ours}
         self.assertEqual(seen, {1, 2, 3, 4, 5, 7, 8, 10})
 
-    def test_the_mask_selects(self):
-        t = self.twin(on_one_thread(knapsack))
-        story = self.bridge_story(t, 0b110000)
-        self.assertEqual({where for where, _ in story} - {0}, {4, 5})
-        first = next(values for where, values in story if where == 4)
-        obj = t.c.array("Obj", "dbl", 0, 25)
-        self.assertAlmostEqual(first[1], math.fsum(c * x for c, x in zip(obj, first[0])), places=6)
-        self.assertEqual((first[2], first[5]), (1e100, 0), "at the first incumbent: raw infinity, nothing counted yet")
-        self.assertEqual(failure(t.c, "GRBsetcallbackfuncadv", CALLBACK(lambda *_: 0), None, 0),
-                         (10003, "Invalid callback 'where' flags"))
-
     def test_wrong_questions(self):
         t = self.twin(on_one_thread(knapsack))
         answers = []
@@ -144,6 +132,8 @@ class Callbacks(TwinCase):
         value = c_double()
         self.assertEqual(LIB.GRBcbget(kept[0], 4, 4002, byref(value)), 10011, "cbdata is over with its callback")
         self.assertEqual(t.c.ints("Status"), 2)
+        self.assertEqual(failure(t.c, "GRBsetcallbackfuncadv", CALLBACK(lambda *_: 0), None, 0),
+                         (10003, "Invalid callback 'where' flags"))
 
     def test_a_refusal_and_a_stop(self):
         for stop in (False, True):

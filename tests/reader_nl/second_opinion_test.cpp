@@ -89,8 +89,8 @@ TEST(AmplLibrary, ReadsOurTreesAsWeDo) {
     expectSame(folder.write("operator.nl", withBody(tree)));
   }
   const std::string functions = "F0 1 -3 pick\nF1 0 1 twice\nF2 0 0 pi\n";
-  expectSame(folder.write("functions.nl", withBody("o0\nf0 3\nh5:a\nb:c\no65\nv0\nh1:z\nn1\nf1 1\nv0\nf2 0\n", functions,
-                                                   {.functions = 3})));
+  expectSame(folder.write("functions.nl", withBody("o0\nf0 3\nh5:a\nb:c\no65\nv0\nh1:z\nn1\nf1 1\nv0\nf2 0\n",
+                                                   functions, {.functions = 3})));
 }
 
 TEST(AmplLibrary, ReadsTheCorpusAsWeDo) {
