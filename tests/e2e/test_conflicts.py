@@ -170,9 +170,3 @@ class Conflicts(unittest.TestCase):
         with build(alone, lambda kind, index, side: (kind, index, side) in members) as model:
             found = model.solve(timelimit=30)
             return {"infeasible": True, "optimal": False, "locally_optimal": False}[found.status]
-
-    def test_a_feasible_model_has_none_and_says_so(self):
-        with build(case([REAL], [row(1, 2, {0: 1})])) as model:
-            found = model.solve(iis=2)
-            self.assertIsNone(model.array("kavo_conflict", ROW, c_ubyte))
-            self.assertEqual(found.notes, ["there is no conflict (IIS): the model is not infeasible"])
