@@ -1,67 +1,27 @@
 #include "tests/brel/beyond_text.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <vector>
 
-#include "tav/math/fn/abstract.h"
+#include "tests/tav/expression_text.h"
 
 namespace brel_test {
 namespace {
 
 using namespace brel::rewrite;
 
-std::string term(double coefficient, const std::string& factor, bool isFirst) {
-  const double size = coefficient < 0 ? -coefficient : coefficient;
-  const char* sign = coefficient < 0 ? (isFirst ? "-" : " - ") : (isFirst ? "" : " + ");
-  return size == 1 ? sign + factor : fmt::format("{}{:.6g} {}", sign, size, factor);
-}
-
-std::string linear(std::span<const int> columns, std::span<const double> values) {
-  std::string text;
-  for (std::size_t k = 0; k < columns.size(); ++k) text += term(values[k], fmt::format("x{}", columns[k]), k == 0);
-  return text;
-}
-
 std::string linear(const LinearTerms& terms, std::size_t i) {
   const std::size_t first = terms.start[i], count = terms.start[i + 1] - first;
-  return linear({terms.column.data() + first, count}, {terms.value.data() + first, count});
+  return sumText({terms.column.data() + first, count}, {terms.value.data() + first, count});
 }
 
 std::string quadratic(const LinearTerms& terms, const QuadraticTerms& products, std::size_t i) {
   std::string text = linear(terms, i);
   for (std::size_t k = products.start[i]; k < products.start[i + 1]; ++k) {
-    text += term(products.value[k], fmt::format("x{}*x{}", products.first[k], products.second[k]), text.empty());
+    addTerm(text, products.value[k], fmt::format("x{}*x{}", products.first[k], products.second[k]));
   }
   return text;
-}
-
-// In the manner of calls: "Add(x0 + 1, Sin(x1))".
-std::string expression(const tav::math::ExpressionView<double>& view) {
-  using Kind = tav::math::SymbolKind;
-  std::vector<std::string> stack;
-  for (std::size_t i = 0; i < view.count(); ++i) {
-    const auto symbol = view.at(i);
-    if (symbol.is(Kind::kVariable)) {
-      stack.push_back(fmt::format("x{}", symbol.asVariable().position));
-    } else if (symbol.is(Kind::kConstant)) {
-      stack.push_back(fmt::format("{:.6g}", symbol.asConstant()));
-    } else if (symbol.is(Kind::kLinear)) {
-      stack.push_back(linear(symbol.asLinear().positions, symbol.asLinear().coefficients));
-    } else if (symbol.is(Kind::kVector)) {
-      stack.emplace_back("-");
-    } else {
-      const auto call = symbol.asCall();
-      const std::vector<std::string> arguments(stack.end() - call.argumentCount, stack.end());
-      stack.resize(stack.size() - arguments.size());
-      const std::string name(call.function->identifier().substr(call.function->identifier().rfind(':') + 1));
-      const bool hasConstant = name == "linear" && arguments.back() != "0";
-      stack.push_back(name == "linear" ? arguments[0] + (hasConstant ? " + " + arguments.back() : "")
-                                       : fmt::format("{}({})", name, fmt::join(arguments, ", ")));
-    }
-  }
-  return stack.back();
 }
 
 std::string side(const RowHeads& heads, std::size_t i) {
@@ -93,11 +53,11 @@ std::string textOf(const Beyond& beyond, int firstColumn) {
             linear(beyond.indicator.terms, i) + side(beyond.indicator.heads, i);
   }
   for (std::size_t i = 0; i < beyond.nonlinear.heads.size(); ++i) {
-    text += expression(beyond.nonlinear.functions[i]) + side(beyond.nonlinear.heads, i);
+    text += expressionText(beyond.nonlinear.functions[i]) + side(beyond.nonlinear.heads, i);
   }
   const BeyondObjective& objective = beyond.objective;
   using Kind = BeyondObjective::Kind;
-  if (objective.kind == Kind::nonlinear) return text + "objective: " + expression(objective.function[0]) + "\n";
+  if (objective.kind == Kind::nonlinear) return text + "objective: " + expressionText(objective.function[0]) + "\n";
   if (objective.kind == Kind::asTheUsers) return text;
   return text + fmt::format("objective: {} + {:.6g}\n", quadratic(objective.terms, objective.quadratic, 0),
                             objective.constant);

@@ -18,6 +18,8 @@ using testing::HasSubstr;
 
 constexpr const char* kBlock = R"(GRBgetintattr(m1, "NumVars", *))";  // the head of every block
 
+using EveryKindTest = LinkFixture;
+
 // The calls that load the model, without the updates at the heads of the blocks.
 std::vector<std::string> loading(LinkOverDouble& link) {
   link.gurobi->hide(Fn::GRBupdatemodel);
@@ -27,9 +29,7 @@ std::vector<std::string> loading(LinkOverDouble& link) {
   return {first, solve};
 }
 
-TEST(EveryKind, ReachesGurobiInOrder) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(EveryKindTest, ReachesGurobiInOrder) {
   fillEveryKind(model);
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   EXPECT_THAT(
@@ -69,7 +69,7 @@ TEST(EveryKind, ReachesGurobiInOrder) {
           R"(GRBsetdblattrarray(m1, "Obj", 0, 2, [1, 1]))", R"(GRBsetdblattr(m1, "ObjCon", 10))"));
 }
 
-TEST(EveryKind, SendsTheObjectiveAsWhatItIs) {
+TEST(EveryKindEach, SendsTheObjectiveAsWhatItIs) {
   struct Case {
     const char* formula;
     std::vector<std::string> calls;
@@ -98,9 +98,7 @@ TEST(EveryKind, SendsTheObjectiveAsWhatItIs) {
 }
 
 // At x = 2, y = -1.5, b = 1, w = 0.5; Gurobi's own columns have other values, which count for nothing.
-TEST(EveryKind, GivesResultsOnTheUsersOwnElements) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(EveryKindTest, GivesResultsOnTheUsersOwnElements) {
   fillEveryKind(model);
   const std::vector<double> rest{-9, -9, -9, -9, -9};
   std::vector<double> point{2, -1.5, 1, 0.5};
@@ -115,9 +113,7 @@ TEST(EveryKind, GivesResultsOnTheUsersOwnElements) {
                                          "violation of kind 4: 0.5 at 0\n"));
 }
 
-TEST(EveryKind, KnowsDualsOfRowsThatWereSentAsSuch) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(EveryKindTest, KnowsDualsOfRowsThatWereSentAsSuch) {
   fillEveryKind(model);
   link.scriptLp(std::vector<double>(9), std::vector<double>(5));
   link.gurobi->scriptElements("QCPi", {70});
@@ -131,9 +127,7 @@ TEST(EveryKind, KnowsDualsOfRowsThatWereSentAsSuch) {
 }
 
 // A model whose expressions turn out to be linear has a basis, as any linear one.
-TEST(EveryKind, TakesTheBasisOfRowsThatAreLinear) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(EveryKindTest, TakesTheBasisOfRowsThatAreLinear) {
   model.add({{"x", 0, 4}},
             {{"ranged", 1, {}, 3}, {"inner", 1, {}, 3}, {"below", -kNone, {}, 6}, {"free", -kNone, {}, kNone}});
   const int rows[] = {0, 1, 2, 3}, sum = addFormula(model, "(plus x0 1)"), expressions[] = {sum, sum, sum, sum};
@@ -148,7 +142,7 @@ TEST(EveryKind, TakesTheBasisOfRowsThatAreLinear) {
                                          "rows' basis: 2 3 3 3\n"));
 }
 
-TEST(EveryKind, CountsViolationsWhereARowHolds) {
+TEST(EveryKindEach, CountsViolationsWhereARowHolds) {
   struct Case {
     std::vector<double> point;  // x, b, y
     const char* violations;
@@ -179,9 +173,7 @@ TEST(EveryKind, CountsViolationsWhereARowHolds) {
   }
 }
 
-TEST(EveryKind, RefusesBeforeGurobiIsStarted) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(EveryKindTest, RefusesBeforeGurobiIsStarted) {
   model.add({{"x", 0, 4}}, {{"odd", 1, {}, 1}});
   const int row = 0, expression = addFormula(model, "(power 0 0)");
   ASSERT_EQ(kavo_set_expressions(model, KAVO_ROW, 1, &row, &expression), KAVO_OK) << kavo_last_error();

@@ -68,6 +68,13 @@ class LinkOverDouble {
   std::shared_ptr<gurobi_double::GurobiDouble> gurobi = gurobi_double::GurobiDouble::make();
 };
 
+/// A link over the double, and a model to be solved by it.
+class LinkFixture : public testing::Test {
+ protected:
+  LinkOverDouble link;
+  HostModel model;
+};
+
 /// Opens the link and solves; the status of the first that fails.
 inline int openAndSolve(trpRec* model) {
   const int opened = kavo_open_link(model, FORWARD_LINK);

@@ -18,10 +18,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-TEST(Link, CallsGurobiInOrder) {
-  LinkOverDouble link;
+using LinkTest = LinkFixture;
+
+TEST_F(LinkTest, CallsGurobiInOrder) {
   link.scriptLp({1, 2, 1, 3}, {1, 0, 2});
-  HostModel model;
   fill(model, KAVO_CONTINUOUS);
   const int index[] = {0, 1, 3};
   const double partitions[] = {-4, 2}, lazy[] = {1, 2, 3};
@@ -63,11 +63,9 @@ TEST(Link, CallsGurobiInOrder) {
   EXPECT_EQ(link.gurobi->count(Fn::GRBgetintattrarray), 2) << "VBasis, CBasis";
 }
 
-TEST(Link, WritesResultsOnTheUsersOwnElements) {
-  LinkOverDouble link;
+TEST_F(LinkTest, WritesResultsOnTheUsersOwnElements) {
   // Activities by the slacks: low 2 - (-1) = 3, range 0 - 0.5 + s = 4.5, high 3 - 2 = 1.
   link.scriptLp({1, 2, 1.5, 5}, {-1, 0.5, 2});
-  HostModel model;
   fill(model, KAVO_CONTINUOUS);
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   EXPECT_EQ(model.results(),
@@ -81,10 +79,8 @@ TEST(Link, WritesResultsOnTheUsersOwnElements) {
             "rows' basis: 1 2 3 2\n");
 }
 
-TEST(Link, InventsNothingThatTheSolverDoesNotHave) {
-  LinkOverDouble link;
+TEST_F(LinkTest, InventsNothingThatTheSolverDoesNotHave) {
   link.scriptMip({1, 2, 1.5, 5}, {-1, 0.5, 2});
-  HostModel model;
   fill(model, KAVO_INTEGER);
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   EXPECT_EQ(model.results(),
@@ -103,9 +99,7 @@ TEST(Link, InventsNothingThatTheSolverDoesNotHave) {
 }
 
 // The checks are the framework's own, on the user's model.
-TEST(Link, ChecksThePointAgainstTheUsersModel) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(LinkTest, ChecksThePointAgainstTheUsersModel) {
   model.add({{"b", -5, 5, KAVO_BINARY}, {"s", 2, 3, KAVO_SEMICONTINUOUS}, {"x", 0, 1}},
             {{"low", 2, {{0, 1}, {2, 1}}, kNone}, {"high", -kNone, {{2, 2}}, 1}});
   link.scriptMip({1.25, 0, -0.125}, {0, 0});
@@ -119,11 +113,9 @@ TEST(Link, ChecksThePointAgainstTheUsersModel) {
                                          "violation of kind 1: 0.5 at 1\n"));
 }
 
-TEST(Link, WithholdsNamesThatGurobiWouldNotTakeAndSaysSo) {
-  LinkOverDouble link;
+TEST_F(LinkTest, WithholdsNamesThatGurobiWouldNotTakeAndSaysSo) {
   link.scriptLp({0, 0, 0, 0}, {0});
   const std::string longest(255, 'n'), tooLong(256, 'n'), accented = "\xc3\xa4";
-  HostModel model;
   model.add({{longest.c_str(), 0, 1}, {tooLong.c_str(), 0, 1}, {"two words", 0, 1}, {accented.c_str(), 0, 1}},
             {{"tab\t", 0, {{0, 1}}, kNone}, {"dropped row", -kNone, {{0, 1}}, kNone}});
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
@@ -139,10 +131,8 @@ TEST(Link, WithholdsNamesThatGurobiWouldNotTakeAndSaysSo) {
   EXPECT_THAT(model.notes(), ElementsAre(fmt::format("2 variable {}", kWhy), fmt::format("2 row {}", kWhy)));
 }
 
-TEST(Link, SendsTheChosenObjectiveOrNone) {
-  LinkOverDouble link;
+TEST_F(LinkTest, SendsTheChosenObjectiveOrNone) {
   link.scriptLp({0, 0}, {});
-  HostModel model;
   model.add({{"", 0, 1}, {"", 0, 1}}, {});
   model.addObjective(KAVO_MINIMIZE, {1, 2}, 3);
   model.addObjective(KAVO_MAXIMIZE, {4, 5}, 6);
@@ -164,10 +154,8 @@ TEST(Link, SendsTheChosenObjectiveOrNone) {
   EXPECT_THAT(objectiveCalls(), IsEmpty());
 }
 
-TEST(Link, HandsGurobisLogToTheHostAndStopsWhenAsked) {
-  LinkOverDouble link;
+TEST_F(LinkTest, HandsGurobisLogToTheHostAndStopsWhenAsked) {
   link.gurobi->scriptAttr("Status", 11);
-  HostModel model;
   std::string log;
   const auto append = [](const char* text, std::size_t length, void* data) {
     static_cast<std::string*>(data)->append(text, length);
@@ -189,10 +177,8 @@ TEST(Link, HandsGurobisLogToTheHostAndStopsWhenAsked) {
 
 // Coefficients of the rows first, as Gurobi's queue has it; a row with two sides changes by its column's bounds, a row
 // without any has nothing to change.
-TEST(Link, GoesOnWithTheSolversModelWhenNumbersHaveChanged) {
-  LinkOverDouble link;
+TEST_F(LinkTest, GoesOnWithTheSolversModelWhenNumbersHaveChanged) {
   link.scriptLp({1, 2, 1, 3}, {1, 0, 2});
-  HostModel model;
   fill(model, KAVO_CONTINUOUS);
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   link.gurobi->takeCalls();
@@ -219,9 +205,7 @@ TEST(Link, GoesOnWithTheSolversModelWhenNumbersHaveChanged) {
   EXPECT_EQ(link.gurobi->count(Fn::GRBaddvars), 1);
 }
 
-TEST(Link, TellsTheSolverBeforeAnySolve) {
-  LinkOverDouble link;
-  HostModel model;
+TEST_F(LinkTest, TellsTheSolverBeforeAnySolve) {
   ASSERT_EQ(kavo_open_link(model, FORWARD_LINK), KAVO_OK);
   const char* text = nullptr;
   ASSERT_EQ(kavo_solver_text(model, &text), KAVO_OK);
@@ -233,10 +217,8 @@ TEST(Link, TellsTheSolverBeforeAnySolve) {
   EXPECT_EQ(unbound.modifyProblem(), 1);
 }
 
-TEST(Link, NamesTheElementWhoseBoundsCross) {
-  LinkOverDouble link;
+TEST_F(LinkTest, NamesTheElementWhoseBoundsCross) {
   link.gurobi->scriptAttr("Status", 3);
-  HostModel model;
   model.add({{"b", 2, 5, KAVO_BINARY}}, {{"r", 3, {{0, 1}}, 1}});
   ASSERT_EQ(openAndSolve(model), KAVO_OK) << kavo_last_error();
   EXPECT_THAT(model.results(), testing::StartsWith("infeasible, finished"));

@@ -68,15 +68,15 @@ const Case kNumeric[] = {
     {"minNested", "(exp (min x0 x1))", -kInfinite, 9,
      "x7 in [-4, 10]\n"
      "Subtract(x7, Min(x0, x1)) = 0\n"
-     "Add( + -9, Exp(x7)) <= 0  (row 0)\n"},
+     "Add(-9, Exp(x7)) <= 0  (row 0)\n"},
     {"norm2", "(norm2 x0 x1)", -kInfinite, 5,
      "x7 in [0, 14.1421]\n"
      "x7 <= 5  (row 0)\n"
      "Subtract(x7, Norm2(Vectorize(x0, x1))) = 0\n"},
     {"logBase", "(logarithm_to_a_base (plus x0 5) 3)", -kInfinite, 2,
-     "Add( + -2, Multiply(0.910239, Log(Add(x0, 5)))) <= 0  (row 0)\n"},
+     "Add(-2, Multiply(0.910239, Log(Add(x0, 5)))) <= 0  (row 0)\n"},
     {"sinh", "(sinh x0)", -kInfinite, 2,
-     "Add( + -2, Multiply(0.5, Exp(x0)), Multiply(-0.5, Exp(Negate(x0)))) <= 0  (row 0)\n"},
+     "Add(-2, Multiply(0.5, Exp(x0)), Multiply(-0.5, Exp(Negate(x0)))) <= 0  (row 0)\n"},
     {"asin", "(asin x0)", 0.5, kInfinite,
      "x7 in [-1.5708, 1.5708]\n"
      "x7 >= 0.5  (row 0)\n"
@@ -89,7 +89,7 @@ const Case kNumeric[] = {
      "x7 in [-1.32582, 1.47113]\n"
      "x7 <= 1  (row 0)\n"
      "Add(-x0, Multiply(Add(x1, 5), Tan(x7))) = 0\n"},
-    {"generalPower", "(power x0 x1)", -kInfinite, 8, "Add( + -8, Exp(Multiply(x1, Log(x0)))) <= 0  (row 0)\n"},
+    {"generalPower", "(power x0 x1)", -kInfinite, 8, "Add(-8, Exp(Multiply(x1, Log(x0)))) <= 0  (row 0)\n"},
     {"floor", "(floor x0)", 2, 2,
      "x7 in [-4, 10] whole\n"
      "x0 - x7 >= 0\n"
@@ -125,7 +125,7 @@ const Case kNumeric[] = {
      "x8 = 1  (row 0)\n"
      "-x3 + x8 + x2*x7 = 0\n"},
     {"constantToAnExpression", "(power 3 (plus x0 x1))", -kInfinite, 9,
-     "Add( + -9, Exp(Add(Multiply(1.09861, x0), Multiply(1.09861, x1)))) <= 0  (row 0)\n"},
+     "Add(-9, Exp(Add(Multiply(1.09861, x0), Multiply(1.09861, x1)))) <= 0  (row 0)\n"},
     {"branchWithDomain", "(if (>= x0 0) (sqrt x0) -1)", -kInfinite, 1,
      "x7 in [0, 1] whole\n"
      "x8 in [0, 10]\n"
@@ -176,6 +176,11 @@ const Case kNumeric[] = {
      "x8 = 1: x0 - 3 x7 <= 2.9999\n"
      "x8 = 0: x0 - 3 x7 >= -2.9999\n"
      "x8 = 0: x0 - 3 x7 <= 0\n"},
+    {"ifOfConstants", "(plus x0 (if (<= x2 1) 3 5))", -kInfinite, 8,
+     "x7 in [0, 1] whole\n"
+     "x0 - 2 x7 <= 3  (row 0)\n"
+     "x7 = 1: x2 <= 1\n"
+     "x7 = 0: x2 >= 2\n"},
     {"piecewise", "(piecewise-linear 1 2 3 x0)", -kInfinite, 8,
      "x7 in [0, 1]\n"
      "x8 in [0, 1]\n"

@@ -25,7 +25,7 @@ struct Setting {
   int line = 0;
 };
 
-class SettingsTest : public testing::Test {
+class SettingsTest : public LinkFixture {
  protected:
   SettingsTest() {
     gurobi.defineParam({"TimeLimit", 1e100, 0, 1e100});
@@ -61,9 +61,7 @@ class SettingsTest : public testing::Test {
     return calls;
   }
 
-  LinkOverDouble link;
   gurobi_double::GurobiDouble& gurobi = *link.gurobi;
-  HostModel model;
   std::string log;
 };
 

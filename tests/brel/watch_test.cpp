@@ -31,7 +31,7 @@ std::string contentOf(const std::filesystem::path& file) {
 }
 
 // A MIP over the double, in a folder of its own; max x + 2 z + 10 over x, y, z and a column for the ranged row.
-class WatchTest : public testing::Test {
+class WatchTest : public LinkFixture {
  public:
   WatchTest() {
     std::filesystem::create_directories(folder);
@@ -76,8 +76,6 @@ class WatchTest : public testing::Test {
     return std::regex_replace(contentOf(folder / "trace.csv"), std::regex("(^|\n)[0-9.]+,"), "$1t,");
   }
 
-  LinkOverDouble link;
-  HostModel model;
   int current = 1;  // the number of the solver's model
   std::filesystem::path folder =
       std::filesystem::temp_directory_path() /

@@ -179,7 +179,7 @@ TEST(EmitTest, WritesCallsThatTheSolverTakes) {
     Model model({{-4, 4}, {-4, 4}});
     tav::math::Expression<double> target;
     brel::expr::emit(model.graph, imported(model, expression), 1, target);
-    EXPECT_EQ(textOf(target.take()), expected) << expression;
+    EXPECT_EQ(expressionText(target.take()), expected) << expression;
   }
 }
 

@@ -1,9 +1,7 @@
 #include "tav/math/builder.h"
 
-#include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -41,8 +39,7 @@ TEST(BuilderTest, FoldsCallsOfConstantsAndNothingElse) {
       {{"x1", "2", "3", "4", "basic:Add/3", "basic:Subtract/2"}, "Subtract(x1, 9)"},
       {{"2", "x0", "basic:Multiply/2"}, "Multiply(2, x0)"},
       // folding goes on upwards
-      {{"2", "exponential:Square/1", "basic:Negate/1", "exponential:Exp/1", "x0", "basic:Multiply/2"},
-       fmt::format("Multiply({}, x0)", std::exp(-4.0))},
+      {{"2", "exponential:Square/1", "basic:Negate/1", "x0", "basic:Multiply/2"}, "Multiply(-4, x0)"},
       // no number comes out: the call stays
       {{"0", "exponential:Log/1"}, "Log(0)"},
       {{"1", "0", "basic:Divide/2"}, "Divide(1, 0)"},
@@ -53,7 +50,7 @@ TEST(BuilderTest, FoldsCallsOfConstantsAndNothingElse) {
   Builder builder(storage, 42);
   for (const Case& c : cases) {
     for (const auto& element : c.elements) hand(builder, element);
-    EXPECT_EQ(textOf(builder.take()), c.built);
+    EXPECT_EQ(expressionText(builder.take()), c.built);
   }
 }
 

@@ -83,13 +83,13 @@ TEST(ExpressionTest, ArgumentsInOrder) {
   const auto kept = expression(kSpace, "Subtract(Sin(x3), Add(x0, 2, Exp(x1)))");
   const Expression& e = *kept;
   const View whole = e.whole();
-  EXPECT_EQ(textOf(whole), "Subtract(Sin(x3), Add(x0, 2, Exp(x1)))");
+  EXPECT_EQ(expressionText(whole), "Subtract(Sin(x3), Add(x0, 2, Exp(x1)))");
   EXPECT_EQ(whole.argumentStarts(2), (Starts{0, 2}));
   EXPECT_EQ(whole.argumentStarts(2, true), (Starts{0, 2, 7}));
   EXPECT_EQ(whole.argumentStarts(1), Starts{0});
   EXPECT_EQ(whole.argumentStarts(1, true), (Starts{0, 2}));
   const View sum(e, 2, 5);
-  EXPECT_EQ(textOf(sum), "Add(x0, 2, Exp(x1))");
+  EXPECT_EQ(expressionText(sum), "Add(x0, 2, Exp(x1))");
   EXPECT_EQ(sum.argumentStarts(3, true), (Starts{0, 1, 2, 4})) << "counted within the view";
   EXPECT_EQ(View(e, 0, 1).argumentStarts(0, true), Starts{0}) << "a leaf has no arguments";
   EXPECT_EQ(messageOf<CheckException>([&] { whole.argumentStarts(3); }),
@@ -116,8 +116,8 @@ TEST(ExpressionTest, OneStorageForManyRows) {
   e.addCall(fn::the<fn::Cos>(), 1);
   const View second = e.take();
   for (int i = 0; i < 1000; ++i) e.addConstant(i);
-  EXPECT_EQ(textOf(first), "Sin(x0)") << "views stay valid while the storage grows";
-  EXPECT_EQ(textOf(second), "Cos(x1)");
+  EXPECT_EQ(expressionText(first), "Sin(x0)") << "views stay valid while the storage grows";
+  EXPECT_EQ(expressionText(second), "Cos(x1)");
   EXPECT_THROW(e.take(), CheckException);
   EXPECT_THROW(Expression().take(), CheckException);
   EXPECT_EQ(messageOf<CheckException>([&] { e.addCall(fn::the<fn::Divide>(), 3); }),

@@ -51,21 +51,6 @@ ParserException parserError(F&& f) {
   return {"", {}, {}, -1};
 }
 
-std::string written(const tav::yaml::AbstractDocumented& object) {
-  std::string text;
-  Emitter emitter([&](std::string_view piece) {
-    text += piece;
-    return true;
-  });
-  emitter.startStream();
-  emitter.startDocument();
-  infoRegistry().write(emitter, object);
-  emitter.endDocument();
-  emitter.endStream();
-  emitter.flush();
-  return text;
-}
-
 }  // namespace
 
 TEST(YamlConvertTest, TakesTheWholeTextOrNothing) {
@@ -163,26 +148,6 @@ TEST(YamlEmitterTest, RefusalsAreReportedAndNothingIsFreedTwice) {
   const Event moved = Scalar(std::string_view("a\0b", 3), "anchor", "!tag");
   EXPECT_EQ(moved.text(), std::string_view("a\0b", 3));
   EXPECT_EQ(moved.tag(), "!tag");
-}
-
-TEST(InfoYamlTest, WhatIsWrittenIsReadBack) {
-  const RangeInfo<int> iis("iis", 1, true, 0, 0, 2, 7, "find a conflict: yes\nor no");
-  const RangeInfo<double> gap("MIPGap", 1, true, 1e-4, 0, std::nullopt, std::nullopt, "");
-  const Info<std::string> file("writeprob", std::nullopt, true, "model.lp", std::nullopt, "#1");
-  const RangeInfo<double> nothing;
-  EXPECT_EQ(written(gap), "!RangeInfo_Float64\nname: MIPGap\nn_max: 1\ns_set: true\ndef: 0.0001\nlo: 0\n");
-  for (const tav::attr::AbstractBaseInfo* info :
-       std::vector<const tav::attr::AbstractBaseInfo*>{&iis, &gap, &file, &nothing}) {
-    Document document(written(*info));
-    const auto read = std::dynamic_pointer_cast<tav::attr::AbstractBaseInfo>(infoRegistry().read(document.parser));
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->valueType(), info->valueType());
-    EXPECT_EQ(read->isTrivial(), info == &nothing);
-    for (const auto property : info->properties()) {
-      EXPECT_EQ(read->propertyText(property), info->propertyText(property)) << property;
-    }
-    document.parser.take(EventKind::kDocumentEnd);
-  }
 }
 
 TEST(InfoYamlTest, RefusesWhatADescriptionCannotTake) {
