@@ -176,11 +176,6 @@ const Case kNumeric[] = {
      "x8 = 1: x0 - 3 x7 <= 2.9999\n"
      "x8 = 0: x0 - 3 x7 >= -2.9999\n"
      "x8 = 0: x0 - 3 x7 <= 0\n"},
-    {"ifOfConstants", "(plus x0 (if (<= x2 1) 3 5))", -kInfinite, 8,
-     "x7 in [0, 1] whole\n"
-     "x0 - 2 x7 <= 3  (row 0)\n"
-     "x7 = 1: x2 <= 1\n"
-     "x7 = 0: x2 >= 2\n"},
     {"piecewise", "(piecewise-linear 1 2 3 x0)", -kInfinite, 8,
      "x7 in [0, 1]\n"
      "x8 in [0, 1]\n"

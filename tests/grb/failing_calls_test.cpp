@@ -58,6 +58,7 @@ const Adding kAddings[]{
 };
 
 int registered(const Data& data) {
+  EXPECT_EQ(data.rowStores->sides.size(), static_cast<std::size_t>(data.linearRows.count()));
   return data.linearRows.count() + data.quadraticRows.count() + data.sosSets.count() +
          static_cast<int>(data.generalConstraints.size());
 }

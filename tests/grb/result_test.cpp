@@ -253,7 +253,7 @@ TEST_F(ResultTest, ReadsObjectiveValuesBySolutionAndObjective) {
   gurobi->scriptAttr("ObjBound", -1e100);
   const auto single = ofObjectives(Obj::value);
   EXPECT_EQ(single.solutionCount(), 2);
-  EXPECT_EQ(single.get(0, 0), 10);
+  EXPECT_THAT(single.getValues(tav::idx::lib::Range(0, 1)), ElementsAre(10));
   EXPECT_EQ(gurobi->count(Fn::GRBsetintparam), 0);
   EXPECT_EQ(single.get(0, 1), 11);
   EXPECT_EQ(ofObjectives(Obj::bound).get(0), -kInf);

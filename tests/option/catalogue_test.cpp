@@ -43,6 +43,7 @@ TEST(Catalogue, FindsEveryNameInAnyCaseAndNoOther) {
   for (const int key : entryKeys()) {
     const std::string name = entryOf(key)->info->name();
     EXPECT_TRUE(names.insert(inCase(name, std::tolower)).second) << name;
+    EXPECT_EQ(entryOf(key)->info->maxCount(), 1) << name;
     for (const std::string& asked : {name, inCase(name, std::tolower), inCase(name, std::toupper)}) {
       ASSERT_TRUE(findEntry(asked)) << asked;
       EXPECT_EQ(findEntry(asked)->key(), key) << asked;
