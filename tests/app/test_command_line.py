@@ -89,7 +89,7 @@ class Solving(cli.FolderCase):
             (["wantsol=0", "-s"], [summary], {"small.sol"}),
             (["wantsol=8"], [], set()),
             (["WantSol=11"], ["variable  value\nx  0\ny  0\n"], {"small.sol"}),
-            (["wantsol=14", "duals=1"], ["variable  value\n", "row  dual\nc1  1.5\nc2  2.5\n"], set()),
+            (["wantsol=14", "give=values 3 1.5 2.5"], ["variable  value\n", "row  dual\nc1  1.5\nc2  2.5\n"], set()),
             (["--no-sol", "-oother.sol"], [summary], set()),
             (["-oother.sol"], [summary], {"other.sol"}),
             (["point=0", "status=2"], [summary, ": infeasible problem\n"], set()),

@@ -1,7 +1,7 @@
 // A link without a solver: its settings say what it answers. For tests of the host alone.
 //
 //   status, stop    numbers of kavo_solution_status and kavo_stop (0, 1)
-//   point, duals, basis   1: give them; the point has every column at its lower bound, or 0
+//   point           1: give one, every column at its lower bound, or 0
 //   objective, bound, gap, iterations, nodes, solutions   numbers to tell
 //   relaxation, condition, exact   the same
 //   ranges, pool, statistics   taken and not heeded
@@ -72,8 +72,6 @@ class FakeLink {
     if (number("wait", 0) != 0) waitForStop();
     if (has("fail")) return refuse(settings_["fail"]);
     if (number("point", 0) != 0) givePoint();
-    if (number("duals", 0) != 0) fill(KAVO_DUAL, 1.5), fill(KAVO_REDUCED_COST, -0.5);
-    if (number("basis", 0) != 0) giveBasis();
     if (has("violation")) kavo_link_violation(model_, KAVO_CHECK_ROW, number("violation", 0), 0);
     if (has("give")) fake_link::give(model_, settings_["give"]);
     if (number("unfinished", 0) == 0) finish();
@@ -93,7 +91,7 @@ class FakeLink {
 
   bool readSettings() {
     static const char* const kKnown =
-        " status stop point duals basis objective bound gap iterations nodes solutions violation log note fail "
+        " status stop point objective bound gap iterations nodes solutions violation log note fail "
         "unfinished wait deaf progress tell give ranges pool statistics relaxation condition exact ";
     const kavo_setting* setting = nullptr;
     std::size_t count = 0;
@@ -177,13 +175,6 @@ class FakeLink {
     kavo_link_on_interrupt(model_, nullptr, nullptr);
   }
 
-  void fill(int quantity, double value) {
-    double* values = nullptr;
-    std::size_t count = 0;
-    kavo_link_result(model_, quantity, &values, &count);
-    for (std::size_t i = 0; i < count; ++i) values[i] = value + static_cast<double>(i);
-  }
-
   void givePoint() {
     kavo_columns columns;
     kavo_rows rows;
@@ -197,15 +188,6 @@ class FakeLink {
     for (std::size_t i = 0; i < count; ++i) {
       activity[i] = 0;
       for (std::size_t k = rows.start[i]; k < rows.start[i + 1]; ++k) activity[i] += rows.value[k] * x[rows.column[k]];
-    }
-  }
-
-  void giveBasis() {
-    int* statuses = nullptr;
-    std::size_t count = 0;
-    for (const int kind : {KAVO_COLUMN, KAVO_ROW}) {
-      kavo_link_result_basis(model_, kind, &statuses, &count);
-      for (std::size_t i = 0; i < count; ++i) statuses[i] = KAVO_BASIS_LOWER + static_cast<int>(i % 4);
     }
   }
 

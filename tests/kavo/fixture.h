@@ -39,6 +39,9 @@ inline void fillSmall(trpRec* model) {
   ASSERT_EQ(kavo_add_objective(model, KAVO_MAXIMIZE, 0, 2, columns, costs, "profit"), KAVO_OK) << kavo_last_error();
 }
 
+// Dual values, reduced costs and basis statuses of the small model, for the setting `give` of the fake link.
+inline constexpr const char* kDualsAndBasis = "values 3 1.5 2.5;values 1 -0.5 0.5;basis 0 1 2;basis 1 1 2";
+
 using Settings = std::vector<std::pair<std::string, std::string>>;
 
 // Solves through the fake link (tests/fake_link), which answers what the settings say.

@@ -117,6 +117,11 @@ void expectRefused(void (*fill)(trpRec*), const std::vector<BadCall>& calls) {
     EXPECT_THAT(kavo_last_error(), testing::HasSubstr(bad.message));
     EXPECT_EQ(picture(model), before) << bad.message;
   }
+  const Model tried, fresh;
+  fill(tried), fill(fresh);
+  for (const BadCall& bad : calls) bad.call(tried);
+  fill(tried), fill(fresh);
+  EXPECT_EQ(picture(tried), picture(fresh)) << "nothing of a refused call is left behind";
 }
 
 }  // namespace kavo_test

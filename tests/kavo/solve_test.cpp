@@ -26,7 +26,7 @@ std::vector<double> resultOf(const trpRec* model, int quantity) {
 }
 
 TEST_F(SolveSmall, ResultsComeBackAndStayWhenTheLinkIsClosed) {
-  solve({{"point", "1"}, {"duals", "1"}, {"basis", "1"}, {"objective", "8.5"}, {"violation", "0.25"}});
+  solve({{"point", "1"}, {"give", kDualsAndBasis}, {"objective", "8.5"}, {"violation", "0.25"}});
   EXPECT_THAT(resultOf(model, KAVO_PRIMAL), ElementsAre(0, 0));
   EXPECT_THAT(resultOf(model, KAVO_DUAL), ElementsAre(1.5, 2.5));
   EXPECT_THAT(resultOf(model, KAVO_REDUCED_COST), ElementsAre(-0.5, 0.5));

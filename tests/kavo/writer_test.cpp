@@ -20,8 +20,8 @@ using SolOfSmall = SmallModel;
 using Point = SmallModel;
 using JsonOfSmall = SmallModel;
 
-const Settings kFull = {{"point", "1"},  {"duals", "1"},  {"basis", "1"},           {"objective", "8"},
-                        {"bound", "10"}, {"gap", "0.25"}, {"iterations", "1000000"}};
+const Settings kFull = {{"point", "1"},  {"give", kDualsAndBasis}, {"objective", "8"},
+                        {"bound", "10"}, {"gap", "0.25"},          {"iterations", "1000000"}};
 
 TEST_F(SolOfSmall, HoldsEverythingInTheProtocolsOrder) {
   solve(kFull);
