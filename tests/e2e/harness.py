@@ -210,17 +210,18 @@ def make(sense, columns, rows, costs, constant=0.0):
     return model
 
 
-def market_split(rows=6, size=50):
-    """Equations over binaries with paid slacks: a point is found at once, the proof takes very long."""
+def market_split(rows=6, size=50, can_pay=True):
+    """Equations over binaries with paid slacks: a point is found at once, the proof takes very long. Without slacks nobody
+    knows soon whether there is a point."""
     rng = random.Random(11)
     weights = [[rng.randrange(100) for _ in range(size)] for _ in range(rows)]
-    columns = [(None, 0, 1, BINARY)] * size + [(None, 0, INF, CONTINUOUS)] * (2 * rows)
+    columns = [(None, 0, 1, BINARY)] * size + [(None, 0, INF if can_pay else 0, CONTINUOUS)] * (2 * rows)
     equations = []
     for i, row in enumerate(weights):
         half = sum(row) // 2
         terms = dict(enumerate(row)) | {size + 2 * i: 1, size + 2 * i + 1: -1}
         equations.append((None, half, terms, half))
-    return make("min", columns, equations, [0] * size + [1] * (2 * rows))
+    return make("min", columns, equations, [0 if can_pay else 1] * size + [1] * (2 * rows))
 
 
 @contextlib.contextmanager
