@@ -191,31 +191,18 @@ def hand_made(env, folder, ending):
         yield folder / f"blanks{ending}"
 
 
-def random_models(env, folder, ending):
+def large_model(env, folder, ending):
+    """More entries than the reader keeps together."""
     chance = random.Random(7)
-    inf = GRB.INFINITY
-    for number in range(25):  # the last one has more entries than the reader keeps together
-        columns, rows, terms = (1000, 300, 150) if number == 24 else (chance.randint(1, 60), chance.randint(0, 40), 9)
-        with gp.Model(f"random{number}", env) as m:
-            variables = []
-            for j in range(columns):
-                lower = chance.choice([0, 0, -inf, round(chance.uniform(-9, 9), 3)])
-                upper = chance.choice([inf, inf, lower, max(lower, 0) + chance.random()])
-                upper = inf if upper <= -1e20 else upper
-                kind = chance.choice("CCIIBSN")
-                if kind == "B":  # Gurobi does not read back what it writes of bounds beyond 0 and 1
-                    lower, upper = chance.choice([(0, 1), (0, 0), (1, 1)])
-                variables.append(m.addVar(lower, upper, chance.gauss(0, 1), kind, f"v{j}"))
-            for i in range(rows):
-                some = chance.sample(variables, chance.randint(terms // 2, terms) % (len(variables) + 1))
-                left = gp.quicksum(chance.choice([-1, 1, chance.gauss(0, 100)]) * v for v in some)
-                side = chance.choice([0, chance.gauss(0, 1e6), chance.randint(-9, 9)])
-                m.addLConstr(left, chance.choice("<>="), side, f"c{i}")
-            m.ModelSense = chance.choice([1, -1])
-            m.ObjCon = chance.choice([0, chance.gauss(0, 10)])
-            path = folder / f"random{number}{ending}"
-            m.write(str(path))
-            yield path
+    with gp.Model("large", env) as m:
+        variables = [m.addVar(round(chance.uniform(-9, 0), 3), chance.choice([GRB.INFINITY, chance.random()]),
+                              chance.gauss(0, 1), chance.choice("CI"), f"v{j}") for j in range(1000)]  # fmt: skip
+        for i in range(300):
+            left = gp.quicksum(chance.choice([-1, 1, chance.gauss(0, 100)]) * v for v in chance.sample(variables, 120))
+            m.addLConstr(left, chance.choice("<>="), chance.choice([0, chance.gauss(0, 1e6)]), f"c{i}")
+        m.ModelSense, m.ObjCon = -1, chance.gauss(0, 10)
+        m.write(str(folder / f"large{ending}"))
+        yield folder / f"large{ending}"
 
 
 def texts_as_files(texts, folder, ending):
@@ -239,7 +226,7 @@ def run(ending, settled, corpus):
     compared, failed = 0, 0
     with gp.Env(params={"OutputFlag": 0}) as env, tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        written = [make(env, folder, ending) for make in (hand_made, random_models, beyond.random_models)]
+        written = [make(env, folder, ending) for make in (hand_made, large_model, beyond.random_models)]
         written.append(texts_as_files(settled, folder, ending))
         for path in corpus(env, folder) if models == "corpus" else (file for maker in written for file in maker):
             found = compare(dump, path, env)
