@@ -12,7 +12,7 @@ import time
 import unittest
 from ctypes import CFUNCTYPE, POINTER, c_double, c_int, c_void_p
 
-from harness import BINARY, INF, KavoError, Model, environment, make, market_split
+from harness import BINARY, INF, OBJECTIVE, KavoError, environment, make, market_split
 
 TICK, NODE, INCUMBENT, END = range(4)
 
@@ -46,17 +46,15 @@ def dense_lp(size=1500):
 
 
 def quadratic_knapsack():
-    """Items that are worth less beside each other: as .lp text, and the value of a choice of items."""
+    """Items that are worth less beside each other; and the value of a choice of items."""
     rng = random.Random(3)
     worth, weight = ([rng.randrange(10, 30) for _ in range(30)] for _ in range(2))
-    text = "Maximize\n obj: " + " + ".join(f"{worth[j]} x{j}" for j in range(30)) + " + [ "
-    text += " ".join(f"- {2 * j} x{j} * x{j + 1}" for j in range(29)) + " ] / 2 + 100\nSubject To\n c: "
-    text += " + ".join(f"{weight[j]} x{j}" for j in range(30)) + " <= 250\nBinaries\n "
-    text += " ".join(f"x{j}" for j in range(30)) + "\nEnd\n"
+    model = make("max", [(None, 0, 1, BINARY)] * 30, [("c", -INF, dict(enumerate(weight)), 250)], worth, 100)
+    model.give_quadratic_terms(OBJECTIVE, 0, {(j, j + 1): -j for j in range(1, 29)})
 
     def value(x):
         return 100 + sum(w * v for w, v in zip(worth, x)) - sum(j * x[j] * x[j + 1] for j in range(29))
-    return text, value
+    return model, value
 
 
 class Watching(unittest.TestCase):
@@ -106,9 +104,8 @@ class Watching(unittest.TestCase):
         self.assertAlmostEqual(max(abs(a - b) for a, b in zip(dumped[-1][1], found.values)), 0, 6)
 
     def test_incumbents_are_the_users_own_and_better_ones(self):
-        text, value = quadratic_knapsack()
-        (self.folder / "knapsack.lp").write_text(text)
-        with Model(self.folder / "knapsack.lp") as model:
+        model, value = quadratic_knapsack()
+        with model:
             told = watch(model)
             found = model.solve(poolsearchmode=2, poolsolutions=30, heuristics=0, dumpbcsol=self.folder / "point")
         dumped = self.dumped()
