@@ -28,13 +28,6 @@ class Signals(cli.FolderCase):
             self.assertTrue(self.read("small.sol").endswith("\nobjno 0 401\n"))
             os.remove(self.folder / "small.sol")
 
-    def test_solver_that_forgets_stops_is_asked_again(self):
-        process = self.start_waiting("deaf=20")
-        process.send_signal(signal.SIGINT)
-        out, _ = process.communicate(timeout=30)
-        self.assertEqual(process.returncode, 0)
-        self.assertIn("interrupted, feasible solution", out)
-
     def test_second_signal_ends_the_program(self):
         process = self.start_waiting("deaf=1000000")
         process.send_signal(signal.SIGINT)

@@ -16,7 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-using SolveSmall = SmallModel;
+using SolveOfSmall = SmallModel;
 
 std::vector<double> resultOf(const trpRec* model, int quantity) {
   const double* values = nullptr;
@@ -25,7 +25,7 @@ std::vector<double> resultOf(const trpRec* model, int quantity) {
   return {values, values + count};
 }
 
-TEST_F(SolveSmall, ResultsComeBackAndStayWhenTheLinkIsClosed) {
+TEST_F(SolveOfSmall, ResultsComeBackAndStayWhenTheLinkIsClosed) {
   solve({{"point", "1"}, {"give", kDualsAndBasis}, {"objective", "8.5"}, {"violation", "0.25"}});
   EXPECT_THAT(resultOf(model, KAVO_PRIMAL), ElementsAre(0, 0));
   EXPECT_THAT(resultOf(model, KAVO_DUAL), ElementsAre(1.5, 2.5));
@@ -51,7 +51,7 @@ TEST_F(SolveSmall, ResultsComeBackAndStayWhenTheLinkIsClosed) {
   EXPECT_EQ(kavo_violation(model, KAVO_CHECK_BOUND, &value, &element), KAVO_NO_RESULT);
 }
 
-TEST_F(SolveSmall, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
+TEST_F(SolveOfSmall, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
   kavo_outcome outcome;
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
   solve();
@@ -82,7 +82,7 @@ TEST(Solve, LinkThatCannotBeUsedIsNamed) {
   EXPECT_EQ(kavo_open_link(model, FAKE_LINK), KAVO_INVALID);
 }
 
-TEST_F(SolveSmall, LinkWithoutResultsOrReasonIsAFailure) {
+TEST_F(SolveOfSmall, LinkWithoutResultsOrReasonIsAFailure) {
   EXPECT_EQ(solveFake(model, {{"unfinished", "1"}}), KAVO_LINK);
   EXPECT_THAT(kavo_last_error(), HasSubstr("without results"));
 }
@@ -130,7 +130,7 @@ TEST(Solve, OddThingsInTheModelAreNoted) {
   EXPECT_EQ(notesOf(model).size(), 4u) << "notes tell about a failed solve too";
 }
 
-TEST_F(SolveSmall, ModelCannotBeChangedFromWithinItsSolve) {
+TEST_F(SolveOfSmall, ModelCannotBeChangedFromWithinItsSolve) {
   std::vector<int> statuses;
   std::pair context{static_cast<trpRec*>(model), &statuses};
   const auto log = [](const char*, std::size_t, void* data) {
