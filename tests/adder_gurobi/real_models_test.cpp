@@ -10,7 +10,6 @@ namespace {
 
 namespace tag = tav::opt::tag;
 using testing::DoubleNear;
-using testing::ElementsAre;
 using testing::Pointwise;
 using Q = tav::opt::RowQuantity;
 

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <vector>
-
 #include "tests/tav/expression_text.h"
 
 namespace brel_test {

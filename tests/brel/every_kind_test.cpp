@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <limits>
 
 #include "tests/brel/formula.h"
 

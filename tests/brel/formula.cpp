@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <map>
 #include <string>
-#include <vector>
 
 namespace brel_test {
 namespace {

@@ -1,5 +1,5 @@
 // The rules of rewriting: the user's model and what is sent, as text, and both ways along the trail.
-#include <fmt/ranges.h>
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <cmath>

@@ -1,7 +1,6 @@
 // What becomes of the host's expressions: the nodes, simplified, and what is refused.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <fstream>
 
 #include "brel/expr/evaluate.h"

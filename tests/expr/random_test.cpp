@@ -2,7 +2,6 @@
 // the values, and what nodes are split into and emitted as has the same value.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <random>

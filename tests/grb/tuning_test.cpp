@@ -1,7 +1,6 @@
 // Tuning: which models, which calls, which files.
 #include "grb/procedure/tuning.h"
 
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <filesystem>

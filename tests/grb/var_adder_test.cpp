@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 #include "tests/grb/blocks.h"
 #include "tests/tav/thrown.h"
 

@@ -1,10 +1,8 @@
-#include <cmath>
 #include <limits>
 #include <string>
-#include <vector>
 
+#include "tav/attr/lib/info.h"
 #include "tav/attr/lib/info_registry.h"
-#include "tav/attr/lib/range_info.h"
 #include "tav/yaml/emitter.h"
 #include "tav/yaml/parser.h"
 #include "tests/tav/thrown.h"
@@ -12,7 +10,6 @@
 using tav::CheckException;
 using tav::attr::lib::Info;
 using tav::attr::lib::infoRegistry;
-using tav::attr::lib::RangeInfo;
 using tav::yaml::Emitter;
 using tav::yaml::EmitterException;
 using tav::yaml::Event;
