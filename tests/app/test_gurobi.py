@@ -58,9 +58,11 @@ class Gurobi(cli.FolderCase):
             self.assertLessEqual(found["bound"], found["objective"])
             self.assertIn("x49 ", self.read("split.sol"))
             self.assertRegex(self.read("trace.csv"), r",end\n\Z")
-            dumped = sorted((path for path in self.folder.glob("point*.sol")), key=lambda path: path.stat().st_mtime_ns)
+            dumped = sorted(self.folder.glob("point*.sol"), key=lambda path: int(path.stem.removeprefix("point")))
             best = float(dumped[-1].read_text().splitlines()[0].split()[-1])
             self.assertAlmostEqual(best, found["objective"], 6)
+            for path in dumped:
+                path.unlink()
 
     def test_failures_of_gurobi_are_one_line(self):
         self.write("big.mps", mps("|".join(f"x{i} obj 1" for i in range(2500))))
