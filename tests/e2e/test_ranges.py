@@ -18,7 +18,6 @@ from harness import CORPUS, INF, Model, example, has_corpus, make
 MODELS = CORPUS / "lp"
 NAMES = ("25fv47.mps.gz", "adlittle.mps", "bandm.mps", "brandy.mps", "capri.mps", "e226.mps", "recipe.mps", "scfxm1.mps",
          "scrs8.mps", "share2b.mps", "shell.mps", "standgub.mps", "stocfor1.mps", "tuff.mps", "vtpbase.mps")
-RANGED = "boeing2.mps"  # has rows with two sides, which Gurobi sees otherwise
 COST, LOWER, UPPER, SIDE = (5, 6), (7, 8), (9, 10), (11, 12)  # kavo_quantity
 STATUSES = {"basic": 0, "lower": -1, "upper": -2, "superbasic": -3}  # Gurobi's
 SIMPLEX = {"threads": 1, "method": 1}  # one thread of the dual simplex: the same basis each time
@@ -100,25 +99,6 @@ class Ranges(unittest.TestCase):
             if row.Sense != "=" and abs(dual) > 1e-8:
                 self.assertEqual(dual > 0, (row.Sense == ">") == (direct.ModelSense > 0))
         self.assertAlmostEqual(value, found.objective, delta=1e-6 * max(1, abs(found.objective)))
-
-    def test_of_rows_with_two_sides_the_column_that_keeps_them(self):
-        if not CORPUS.is_dir():
-            return
-        with Model(MODELS / RANGED) as model:
-            found = model.solve(ranges=1, **SIMPLEX)
-            written = self.folder / "sent.lp"
-            model.solve(writeprob=written)
-            direct = solved(written, self.env)
-            slacks = {v.VarName: v for v in direct.getVars()}
-            low, high = model.values(SIDE[0]), model.values(SIDE[1])
-            ranged = [i for i, name in enumerate(model.names(1)) if name + "_range" in slacks]
-            self.assertEqual(len(ranged), 19)
-            for i in ranged:
-                slack = slacks[model.names(1)[i] + "_range"]
-                atUpper = found.row_basis[i] == "upper" or (
-                    found.row_basis[i] == "basic" and slack.UB - slack.X < slack.X - slack.LB)
-                expected = (slack.SAUBLow, slack.SAUBUp) if atUpper else (slack.SALBLow, slack.SALBUp)
-                self.assert_near((low[i], high[i]), expected, f"row {i}")
 
     # x and y have costs, a row keeps x + y between its sides. Sense, costs, bounds of x and y, sides, the side at which
     # the row is (0 lower, 1 upper) and its range.
