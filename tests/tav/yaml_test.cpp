@@ -147,6 +147,13 @@ TEST(YamlEmitterTest, RefusalsAreReportedAndNothingIsFreedTwice) {
   EXPECT_EQ(moved.tag(), "!tag");
 }
 
+TEST(InfoYamlTest, ReadsAReferenceToAnother) {
+  Document document("!RangeInfo_Int32 {name: iis, ref: 7}");
+  const auto read = std::dynamic_pointer_cast<tav::attr::AbstractBaseInfo>(infoRegistry().read(document.parser));
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read->propertyText("ref"), "7");
+}
+
 TEST(InfoYamlTest, RefusesWhatADescriptionCannotTake) {
   const struct Case {
     const char* text;
