@@ -17,11 +17,12 @@ std::size_t at(int index) { return static_cast<std::size_t>(index); }
 }  // namespace
 
 HostExpressions::HostExpressions(trpRec* host, const kavo_columns& columns, const kavo_expressions& expressions,
-                                 Graph& graph)
+                                 Graph& graph, Bounds bounds)
     : host_(host),
       columns_(columns),
       expressions_(expressions),
       graph_(graph),
+      bounds_(bounds),
       operands_(graph, refusal_),
       known_(expressions.count, kUnknown),
       columnNodes_(columns.count, kUnknown) {}
@@ -31,8 +32,8 @@ NodeId HostExpressions::column(int column) {
   if (node != kUnknown) return node;
   const int type = columns_.type[column];
   double lower = columns_.lower[column], upper = columns_.upper[column];
-  lower = lower <= -kHostInfinity ? -kInfinity : lower;
-  upper = upper >= kHostInfinity ? kInfinity : upper;
+  lower = bounds_ == Bounds::ignored || lower <= -kHostInfinity ? -kInfinity : lower;
+  upper = bounds_ == Bounds::ignored || upper >= kHostInfinity ? kInfinity : upper;
   if (type == KAVO_BINARY) {
     lower = std::max(lower, 0.0);
     upper = std::min(upper, 1.0);
@@ -40,7 +41,10 @@ NodeId HostExpressions::column(int column) {
     lower = std::min(lower, 0.0);
     upper = std::max(upper, 0.0);
   }
-  return node = graph_.variable(column, lower, upper, type != KAVO_CONTINUOUS && type != KAVO_SEMICONTINUOUS);
+  const bool isInteger = type != KAVO_CONTINUOUS && type != KAVO_SEMICONTINUOUS;
+  const bool isSwitch = type == KAVO_BINARY || (type == KAVO_INTEGER && lower >= 0 && upper <= 1);
+  if (isInteger && !isSwitch && lower > -1 && upper < 2) upper = 2;  // too wide for a truth value
+  return node = graph_.variable(column, lower, upper, isInteger);
 }
 
 NodeId HostExpressions::number(int expression, const std::string& element) {

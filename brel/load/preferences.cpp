@@ -85,17 +85,23 @@ bool isSemi(const kavo_columns& columns, std::size_t j) {
   return columns.type[j] == KAVO_SEMICONTINUOUS || columns.type[j] == KAVO_SEMIINTEGER;
 }
 
-std::size_t semiCount(const kavo_columns& columns) {
-  std::size_t count = 0;
-  for (std::size_t j = 0; j < columns.count; ++j) count += isSemi(columns, j);
-  return count;
+bool isBinary(const kavo_columns& columns, std::size_t j) { return columns.type[j] == KAVO_BINARY; }
+
+// Gurobi relaxes no bound of semicontinuous columns. Binary ones are sent as integer ones with the bounds 0 and 1,
+// which hold always.
+bool isKept(const kavo_columns& columns, std::size_t j) { return isSemi(columns, j) || isBinary(columns, j); }
+
+bool isAnyKept(const kavo_columns& columns) {
+  for (std::size_t j = 0; j < columns.count; ++j) {
+    if (isKept(columns, j)) return true;
+  }
+  return false;
 }
 
-// Gurobi relaxes no bound of theirs.
-void noteSemis(trpRec* host, std::size_t count) {
+void noteKept(trpRec* host, const char* what, std::size_t count) {
   if (count == 0) return;
-  const auto line = fmt::format(
-      "the bounds of semicontinuous and semi-integer variables do not give way in a relaxation (variables: {})", count);
+  const auto line =
+      fmt::format("the bounds of {} variables do not give way in a relaxation (variables: {})", what, count);
   kavo_link_note(host, line.c_str());
 }
 
@@ -104,15 +110,23 @@ std::vector<double> ofColumns(const TranslatedModel& model) {
   const std::size_t count = user.columns.count;
   const Given preference(user, KAVO_COLUMN, "feaspref", count);
   const Given lower(user, KAVO_COLUMN, "lbpen", count), upper(user, KAVO_COLUMN, "ubpen", count);
-  const std::size_t semis = semiCount(user.columns);
-  noteSemis(user.host, semis);
   const bool isAnyGiven = preference.any() || lower.any() || upper.any();
-  if (!isAnyGiven && semis == 0 && model.sent.columnCount() == count) return {};
+  if (!isAnyGiven && !isAnyKept(user.columns) && model.sent.columnCount() == count) return {};
+  // That 0 and 1 stay is what a binary column is, and worth a word only where something else could be expected.
+  const auto isExpected = [&](std::size_t j) {
+    const bool isTight = user.columns.lower[j] > 0 || user.columns.upper[j] < 1;
+    return isTight || preference[j] > 0 || lower[j] > 0 || upper[j] > 0;
+  };
   std::vector<double> values(model.sent.columnCount(), 0);
   Merger merger;
+  std::size_t semis = 0, binaries = 0;
   for (std::size_t j = 0; j < count; ++j) {
-    if (!isSemi(user.columns, j)) values[j] = merger.merge(preference[j], boundPenalty(user, lower, upper, j));
+    semis += isSemi(user.columns, j);
+    binaries += isBinary(user.columns, j) && isExpected(j);
+    if (!isKept(user.columns, j)) values[j] = merger.merge(preference[j], boundPenalty(user, lower, upper, j));
   }
+  noteKept(user.host, "semicontinuous and semi-integer", semis);
+  noteKept(user.host, "binary", binaries);
   merger.note(user.host, "variables");
   return values;
 }

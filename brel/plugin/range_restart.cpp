@@ -65,7 +65,7 @@ class RangeRestart : public AbstractPlugin {
       double* values = nullptr;
       std::size_t count = 0;
       checkHost(kavo_link_result(solve.host, KAVO_PRIMAL, &values, &count));
-      result::tellPoint(user, rewrite::UserPoint(user, solve.model.sent.beyond(), {values, count}));
+      result::tellPoint(user, rewrite::UserPoint(user, {values, count}));
     }
     checkHost(kavo_link_finish(solve.host, &solve.result));
     note(solve, fmt::format("the results were read from {}; nothing was solved", source));

@@ -4,6 +4,7 @@
 #include "brel/plugin/plugins.h"
 #include "brel/result/absence.h"
 #include "brel/result/reader.h"
+#include "brel/rewrite/own_expressions.h"
 #include "tav/opt/quantities.h"
 #include "tav/opt/tags.h"
 
@@ -33,10 +34,12 @@ class Ranges : public AbstractPlugin {
     if (std::string parts = result::discreteParts(solve.model); !parts.empty()) return parts;
     if (solve.choices.allObjectives) return "several objectives";
     if (solve.model.user.columns.count == 0) return "there are no variables";
-    return isLinear(solve.model.sent.beyond()) ? "" : "the model is not linear";
+    const bool isAllLinear = isLinear(solve.model.sent.beyond()) && rewrite::areExpressionsLinear(solve.model.user);
+    return isAllLinear ? "" : "the model is not linear";
   }
 
-  // Solvers that give ranges of quadratic models, too, are not always right about them.
+  // What is sent. An expression that is linear only as long as the bounds stay where they are (|x|, x >= 0) is sent as
+  // such, and yet the ranges would be wrong. Solvers that give ranges of quadratic models are not always right, either.
   static bool isLinear(const rewrite::Beyond* beyond) {
     using Kind = rewrite::BeyondObjective::Kind;
     if (beyond == nullptr) return true;

@@ -99,7 +99,7 @@ std::span<const double> Reader::columns() {
 
 void Reader::read(Extent extent) {
   readColumns(extent);
-  if (extent != Extent::basis) point_.emplace(model_.user, model_.sent.beyond(), primal_);
+  if (extent != Extent::basis) point_.emplace(model_.user, primal_);
   if (extent == Extent::point) {
     evaluateRows();
   } else {

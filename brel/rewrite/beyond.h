@@ -126,12 +126,6 @@ struct JoinedResult {
   int element;
 };
 
-// What the user's own elements are in the graph: by them the user's rows and constraints are evaluated at a point.
-struct UserNodes {
-  std::vector<expr::NodeId> row;      // per user row: the node of its expression, -1: none; empty: no row has one
-  std::vector<expr::NodeId> logical;  // per logical constraint
-};
-
 struct Beyond {
   explicit Beyond(std::size_t userRows) : moved(userRows, 0) {}
 
@@ -146,7 +140,6 @@ struct Beyond {
   BeyondObjective objective;
   std::shared_ptr<tav::math::Expression<double>> expressions = std::make_shared<tav::math::Expression<double>>();
   std::shared_ptr<const expr::Graph> graph;  // of the user's expressions and of what the rules made of them
-  UserNodes nodes;
   std::vector<UserElement> elements;
   std::vector<JoinedResult> joined;
   std::vector<std::string> notes;  // for the user, about what was taken otherwise than it is written

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "brel/expr/evaluate.h"
 #include "brel/rewrite/beyond_marks.h"
 #include "brel/rewrite/evaluate.h"
 #include "brel/rewrite/rules.h"
@@ -16,9 +17,13 @@ class MovedRowsStep : public Step {
 
   void startsForward(Starts& starts) const override {
     if (!starts.column.empty() && beyond_.columns.size() > 0) {
-      const UserPoint start(user_, &beyond_, starts.userColumn);
-      for (std::size_t k = 0; k < beyond_.columns.size(); ++k) {
-        starts.column[user_.columns.count + k] = start.auxiliary(k);
+      const std::vector<expr::NodeId>& definition = beyond_.columns.definition;
+      std::vector<double> nodes;
+      expr::evaluate(*beyond_.graph, starts.userColumn.first(user_.columns.count), nodes, kComparisonTolerance,
+                     definition);
+      for (std::size_t k = 0; k < definition.size(); ++k) {
+        const bool isKnown = definition[k] >= 0;
+        starts.column[user_.columns.count + k] = isKnown ? nodes[static_cast<std::size_t>(definition[k])] : kUnknown;
       }
     }
     const RowHeads& heads = beyond_.linear.heads;

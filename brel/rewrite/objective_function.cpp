@@ -4,26 +4,15 @@
 #include <vector>
 
 #include "brel/expr/evaluate.h"
-#include "brel/expr/host_expressions.h"
-#include "brel/host.h"
 #include "brel/rewrite/evaluate.h"
-#include "tav/opt/support_exception.h"
 
 namespace brel::rewrite {
 
 ObjectiveFunction::ObjectiveFunction(const UserModel& user, const kavo_objective& objective)
     : columns_(user.columns.count), objective_(objective), quadratics_(user.quadratics) {
   if (objective.expression < 0) return;
-  const auto graph = std::make_shared<expr::Graph>();
-  kavo_expressions expressions{};
-  checkHost(kavo_link_expressions(user.host, &expressions));
-  try {
-    root_ =
-        expr::HostExpressions(user.host, user.columns, expressions, *graph).number(objective.expression, "objective");
-  } catch (const tav::opt::SupportException&) {
-    root_ = -1;  // an objective that is not solved need not be one that could be
-  }
-  graph_ = graph;
+  own_ = std::make_shared<OwnExpressions>(user);
+  root_ = own_->number(objective.expression);
 }
 
 double ObjectiveFunction::at(std::span<const double> point) const {
@@ -43,10 +32,10 @@ double ObjectiveFunction::quadratic(std::span<const double> point) const {
 }
 
 double ObjectiveFunction::expression(std::span<const double> point) const {
-  if (!graph_) return 0;
+  if (!own_) return 0;
   if (root_ < 0) return std::nan("");
   std::vector<double> values;
-  expr::evaluate(*graph_, point.first(columns_), values, kComparisonTolerance);
+  expr::evaluate(own_->graph(), point.first(columns_), values, kComparisonTolerance);
   return values[static_cast<std::size_t>(root_)];
 }
 

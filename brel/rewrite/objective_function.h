@@ -3,7 +3,7 @@
 #include <memory>
 #include <span>
 
-#include "brel/expr/graph.h"
+#include "brel/rewrite/own_expressions.h"
 #include "brel/user_model.h"
 
 namespace brel::rewrite {
@@ -26,8 +26,8 @@ class ObjectiveFunction {
   std::size_t columns_;
   kavo_objective objective_;
   kavo_quadratics quadratics_;
-  std::shared_ptr<const expr::Graph> graph_;  // of the expression; null when it has none
-  expr::NodeId root_ = -1;                    // -1: it cannot be evaluated
+  std::shared_ptr<OwnExpressions> own_;  // null when the objective has no expression
+  expr::NodeId root_ = -1;               // of the expression, -1: it cannot be evaluated
 };
 
 }  // namespace brel::rewrite

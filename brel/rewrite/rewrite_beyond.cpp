@@ -34,8 +34,8 @@ class BeyondRewrite {
         allExpressions_(expressionsOf(user.host)),
         beyond_(std::make_shared<Beyond>(rows_.count)),
         graph_(std::make_shared<Graph>()),
-        inGraph_(options.ignoresBounds ? withoutBounds() : user.columns),
-        expressions_(user.host, inGraph_, allExpressions_, *graph_),
+        expressions_(user.host, columns_, allExpressions_, *graph_,
+                     options.ignoresBounds ? expr::Bounds::ignored : expr::Bounds::known),
         hasNames_(columns_.names.start != nullptr || rows_.names.start != nullptr),
         rewriter_(*graph_, *beyond_, {space, static_cast<int>(columns_.count)}, hasNames_, options) {}
 
@@ -49,7 +49,6 @@ class BeyondRewrite {
     NodeId node;          // kNoNode: there is nothing left to do
   };
 
-  kavo_columns withoutBounds();
   void noteElements();
   bool isMoved(std::size_t row) const {
     return has(rows_.expression, row) || has(rows_.quadratic, row) || isSwitched(row);
@@ -77,27 +76,12 @@ class BeyondRewrite {
   kavo_expressions allExpressions_;
   std::shared_ptr<Beyond> beyond_;
   std::shared_ptr<Graph> graph_;
-  std::vector<double> noLower_, noUpper_;
-  kavo_columns inGraph_;  // the columns as the graph sees them
   expr::HostExpressions expressions_;
   bool hasNames_;
   Rewriter rewriter_;
   std::vector<Work> rowWork_, logicalWork_;
   Work objective_{0, "objective", kNoNode};
 };
-
-// Binary columns stay within the bounds of their type.
-kavo_columns BeyondRewrite::withoutBounds() {
-  kavo_columns columns = user_.columns;
-  for (std::size_t j = 0; j < columns.count; ++j) {
-    const bool isBinary = columns.type[j] == KAVO_BINARY;
-    noLower_.push_back(isBinary ? 0 : -kUserInfinity);
-    noUpper_.push_back(isBinary ? 1 : kUserInfinity);
-  }
-  columns.lower = noLower_.data();
-  columns.upper = noUpper_.data();
-  return columns;
-}
 
 NodeId BeyondRewrite::sumOf(std::size_t terms, const int* column, const double* value, double constant) {
   std::vector<expr::Term> sum(terms);
@@ -238,7 +222,6 @@ void BeyondRewrite::noteLazyRows() {
 }
 
 void BeyondRewrite::collectRows() {
-  if (rows_.expression != nullptr) beyond_->nodes.row.assign(rows_.count, kNoNode);
   for (std::size_t i = 0; i < rows_.count; ++i) {
     if (!isMoved(i)) continue;
     beyond_->moved[i] = 1;
@@ -252,7 +235,6 @@ void BeyondRewrite::collectRows() {
     const NodeId linear = sumOf(rows_.start[i + 1] - first, rows_.column + first, rows_.value + first, 0);
     const int quadratic = has(rows_.quadratic, i) ? rows_.quadratic[i] : -1;
     const int expression = has(rows_.expression, i) ? rows_.expression[i] : -1;
-    if (expression >= 0) beyond_->nodes.row[i] = expressions_.number(expression, "row " + element);
     rowWork_.push_back({i, element, withBeyond(linear, quadratic, expression, "row " + element)});
   }
 }
@@ -262,7 +244,6 @@ void BeyondRewrite::collectLogical() {
     const std::string element = elementName(user_.logical.names, "_slogcon", i);
     const NodeId node = expressions_.truth(user_.logical.expression[i], "logical constraint " + element);
     logicalWork_.push_back({i, element, node});
-    beyond_->nodes.logical.push_back(node);
   }
 }
 

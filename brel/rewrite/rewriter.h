@@ -24,7 +24,7 @@ inline constexpr NodeId kNoNode = -1;
 struct RewriteOptions {
   double strictStep = 1e-4;  // a < b of real values is sent as a <= b - strictStep
   // What is sent follows from the user's expressions alone, not also from the bounds of his columns: a conflict could
-  // not tell which of these it needs.
+  // not tell which of these it needs, and a relaxation may give them up.
   bool ignoresBounds = false;
 };
 

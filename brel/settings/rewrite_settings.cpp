@@ -1,6 +1,6 @@
 #include "brel/settings/rewrite_settings.h"
 
-#include <algorithm>
+#include <string_view>
 
 #include "tav/attr/lib/range_info.h"
 
@@ -19,7 +19,8 @@ const std::vector<std::shared_ptr<const tav::attr::AbstractBaseInfo>>& rewriteSe
 
 rewrite::RewriteOptions rewriteOptions(const Given& given) {
   rewrite::RewriteOptions options;
-  options.ignoresBounds = wholeNumber(given, "iis").value_or(0) != 0;  // a conflict may be asked for
+  const auto isOn = [&given](std::string_view name) { return wholeNumber(given, name).value_or(0) != 0; };
+  options.ignoresBounds = isOn("iis") || isOn("feasopt");
   for (const Checked& setting : given.settings) {
     if (setting.row->owner == Owner::framework) options.strictStep = std::get<double>(setting.value);
   }

@@ -142,6 +142,12 @@ class Ranges(unittest.TestCase):
             self.assert_near(model.values(SIDE[1]), (math.inf, 5, math.inf), "side to")
             self.assert_near(model.values(COST[0]), (0, 1), "cost from")
             self.assert_near(model.values(COST[1]), (2, math.inf), "cost to")
+        for tree, why in ((("abs", "x0"), "the model is not linear"), (("times", "x0", 1), None)):
+            with self.subTest(why), make("min", [("x", 0.5, 1), ("y", -5, 9)], [("c", -INF, {1: -1}, 0)], [0, 1]) as model:
+                model.give_expressions(1, {0: tree})  # y >= |x|: x may move to 0, and no farther; y >= x
+                found = model.solve(ranges=1, **SIMPLEX)
+                self.assertEqual((found.values, found.notes), ([0.5, 0.5], ["no ranges: " + why] if why else []))
+                self.assertEqual(model.values(LOWER[0]) is None if why else model.values(LOWER[0])[0], why is not None or -5)
         for columns, options, why in ((("x", 0, 5, 2), {}, "integer variables"),
                                       (("x", 0, 5, 0), {"method": 2, "crossover": 0}, "without a basis"),
                                       (("x", 0, 1, 0), {}, "did not end optimal"),

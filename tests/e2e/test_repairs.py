@@ -10,7 +10,7 @@ import unittest
 import gurobipy
 from gurobipy import GRB
 
-from harness import CORPUS, INF, Model, has_corpus, make
+from harness import BINARY, CORPUS, INF, Model, has_corpus, make
 
 MODELS = CORPUS / "lp"
 NAMES = ("adlittle.mps", "share2b.mps", "stocfor1.mps")  # without ranged rows
@@ -69,6 +69,37 @@ class Repairs(unittest.TestCase):
             for mode in (0, 1, 2):  # quadratic ones exceed the evaluation licence
                 with self.subTest(name, mode=mode):
                     self.check_relaxation(self.tightened[name], mode)
+
+    # Where bounds give way expressions mean what they say, and binary variables stay 0 or 1. Columns and their
+    # preferences, rows, costs; how expressions are given; values, price, objective.
+    MEANT = {
+        "an absolute value": (
+            [("x", 0, 1), ("y", 0, 1)], (1, 0.1), [("a", -INF, {1: 1}, -3), ("b", -INF, {0: 1}, -2)], (1, 1),
+            lambda m: m.give_expressions(1, {0: ("abs", "x0")}), ([-2, -5], 52, -7)),
+        "an absolute value in the objective": (
+            [("x", 0, 1)], (1,), [("b", -INF, {0: 1}, -2)], (0,), lambda m: m.give_expressions(2, {0: ("abs", "x0")}),
+            ([-2], 2, 2)),
+        "a condition": (
+            [("x", 0, 1), ("y", 0, 9)], (1, 1), [("a", 5, {0: 1}, INF)], (1, 1),
+            lambda m: m.add_logical([("==>", (">=", "x0", 2), (">=", "x1", 4), 1)]), ([5, 4], 4, 9)),
+        "a binary variable": (
+            [("b", 0, 1, BINARY), ("y", 0, 0, 0)], (1, 0), [("a", 2, {0: 1}, INF), ("c", 2, {0: 1, 1: 1}, INF)], (0, 0),
+            lambda m: m.suffix(1, "feaspref", [1, 1]), ([1, 0], 2, 0)),
+    }
+
+    def test_expressions_and_types_hold_where_bounds_give_way(self):
+        for name, (columns, preferences, rows, costs, give, expected) in self.MEANT.items():
+            with self.subTest(name), make("min", columns, rows, costs) as model:
+                model.suffix(0, "feaspref", preferences)
+                model.suffix(1, "feaspref", [0] * len(rows))
+                give(model)
+                found = model.solve(feasopt=1, feasoptmode=1)
+                for one, other in zip((*found.values, found.relaxation, found.objective), (*expected[0], *expected[1:])):
+                    self.assertAlmostEqual(one, other, delta=1e-5)
+                told = "the bounds of binary variables do not give way in a relaxation (variables: 1)" in found.notes
+                self.assertEqual(told, name == "a binary variable", found.notes)
+                checks = model.json()["violations"]
+                self.assertLess(max(checks[what]["value"] for what in ("rows", "logical")), 1 + 1e-5 if told else 1e-5)
 
     def test_where_nothing_may_give_way_there_is_no_relaxation(self):
         with make("min", [("x", 0, 1), ("y", 0, 1)], [("c", 3, {0: 1, 1: 1}, INF)], [1, 1]) as model:

@@ -226,6 +226,22 @@ TEST(ImportTest, DeepChains) {
   }
 }
 
+TEST(ImportTest, OnlyColumnsThatMaySwitchRowsAreTruthValues) {
+  struct {
+    Model::Column column;
+    bool isTruth;
+  } const cases[]{{{0, 1, KAVO_BINARY}, true},       {{-3, 9, KAVO_BINARY}, true},
+                  {{0, 1, KAVO_INTEGER}, true},      {{0, 1 + 1e-7, KAVO_INTEGER}, false},
+                  {{-1e-7, 1, KAVO_INTEGER}, false}, {{0, 1, KAVO_SEMIINTEGER}, false},
+                  {{1, 1, KAVO_SEMIINTEGER}, false}, {{0, 1}, false}};
+  for (const auto& [column, isTruth] : cases) {
+    Model model({column});
+    EXPECT_EQ(model.graph.isTruth(model.column(0)), isTruth) << column.lower << ' ' << column.upper;
+    const bool isWidened = model.graph.interval(model.column(0)).upper > column.upper;
+    EXPECT_FALSE(isWidened && column.type == KAVO_CONTINUOUS);
+  }
+}
+
 TEST(ImportTest, NamesTheImportedFunction) {
   const std::string path = testing::TempDir() + "imported.nl";
   std::ofstream(path) << "g3 0 1 0\n 1 0 1 0 0\n 0 1\n 0 0\n 0 1 0\n 0 1 0 1\n 0 0 0 0 0\n 0 1\n 0 0\n 0 0 0 0 0\n"
