@@ -98,6 +98,16 @@ std::vector<std::string> takeSwitches(std::vector<std::string> words, Arguments&
   return others;
 }
 
+// An empty name of a file, such as that of a variable which is not set, asks for an output that nobody would get.
+void requireValues(const CLI::App& cli) {
+  for (const CLI::Option* option : cli.get_options()) {
+    if (option->get_positional() || option->get_expected_min() == 0) continue;
+    const auto& values = option->results();
+    if (std::find(values.begin(), values.end(), "") == values.end()) continue;
+    throw Failure(fmt::format("{} is given an empty name: see --help", option->get_name()), kExitUsage);
+  }
+}
+
 }  // namespace
 
 Arguments parseArguments(int count, const char* const* words) {
@@ -114,13 +124,14 @@ Arguments parseArguments(int count, const char* const* words) {
   } catch (const CLI::ParseError& error) {
     throw Failure(oneLine(error.what()) + ": see --help", kExitUsage);
   }
+  requireValues(cli);
   if (cli.count("--describe-options") > 0) arguments.action = Action::describeOptions;
   if (cli.count("--help-options") > 0) {
     arguments.action = arguments.topic.empty() ? Action::optionGroups : Action::optionHelp;
   }
+  if (!positional.empty()) arguments.model = positional.front();
   if (arguments.action != Action::solve) return arguments;
   if (positional.empty()) throw Failure("no model was given: see --help", kExitUsage);
-  arguments.model = positional.front();
   arguments.words.assign(positional.begin() + 1, positional.end());
   return arguments;
 }

@@ -22,7 +22,7 @@ enum class Action {
 // The command line, taken apart.
 struct Arguments {
   Action action = Action::solve;
-  std::string model;               // as given
+  std::string model;               // as given, "" for none
   std::vector<std::string> words;  // what stands behind it, name=value each
   bool ampl = false;               // called by the AMPL protocol
   bool quiet = false;

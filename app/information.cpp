@@ -10,7 +10,9 @@
 #include "app/failure.h"
 #include "app/option_help.h"
 #include "app/output.h"
+#include "app/overwriting.h"
 #include "app/own_words.h"
+#include "app/run_files.h"
 #include "app/session.h"
 #include "app/words.h"
 
@@ -69,6 +71,7 @@ std::string optionGroups(const Arguments& arguments) {
 }
 
 std::string describeOptions(const Arguments& arguments) {
+  checkOutputs(filesOfDescription(arguments));
   return aboutOptions(arguments, [&](const Session& session) {
     check(kavo_describe_options(session.model(), arguments.description.c_str()));
     return std::string();

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "app/failure.h"
+#include "app/gurobi_files.h"
 #include "kavo/kavo.h"
 
 namespace app {
@@ -39,7 +40,9 @@ bool isDevice(const std::string& path) {
 
 bool isSameFile(const std::string& a, const std::string& b) {
   std::error_code none;
-  return !isDevice(a) && (fs::equivalent(a, b, none) || fileAt(a) == fileAt(b));
+  if (isDevice(a)) return false;
+  const fs::path file = fileAt(a);  // none when there is no working folder any more
+  return fs::equivalent(a, b, none) || (!file.empty() && file == fileAt(b));
 }
 
 bool isThere(const std::string& path) {
@@ -57,9 +60,8 @@ std::string nameOf(const Numbered& files, int number) { return fmt::format("{}{}
 
 // What the whole paths of these files begin with.
 std::string beginOf(const Numbered& files) {
-  std::string path = entryAt(files.begin + "1").string();
-  path.pop_back();
-  return path;
+  const std::string path = entryAt(files.begin + "1").string();
+  return path.substr(0, path.empty() ? 0 : path.size() - 1);
 }
 
 bool isAmong(const Numbered& files, const std::string& path) {
@@ -78,7 +80,7 @@ bool isAmong(const Numbered& files, const std::string& path) {
 // Whether a number behind the beginning of `longer` can be read as one behind that of `shorter`.
 bool isWithin(const Numbered& longer, const Numbered& shorter) {
   const std::string begin = beginOf(longer), part = beginOf(shorter);
-  if (longer.end != shorter.end || !begin.starts_with(part)) return false;
+  if (part.empty() || longer.end != shorter.end || !begin.starts_with(part)) return false;
   const std::string_view rest = std::string_view(begin).substr(part.size());
   return rest.empty() || (rest[0] != '0' && isNumber(rest));
 }
@@ -121,17 +123,20 @@ void checkTwice(const RunFiles& files) {
   }
 }
 
+// The link checks its own.
+void checkWritable(const One& output) {
+  const bool isResult = output.what == kResultFile || output.what == kFixedResultFile;
+  if (output.writer == RunFiles::Writer::us) check(kavo_check_writable(output.path.c_str()));
+  if (output.writer == RunFiles::Writer::gurobi) checkGurobiOutput(output.what, output.path, isResult);
+}
+
 }  // namespace
 
 void checkOutputs(const RunFiles& files) {
   checkInputs(files);
   checkTwice(files);
-  for (const One& output : files.written) {
-    if (output.isOurs) check(kavo_check_writable(output.path.c_str()));
-  }
-  for (const Numbered& outputs : files.numbered) {
-    if (outputs.isOurs) check(kavo_check_writable(nameOf(outputs, 1).c_str()));
-  }
+  for (const One& output : files.written) checkWritable(output);
+  for (const Numbered& outputs : files.numbered) checkWritable({nameOf(outputs, 1), outputs.what, outputs.writer});
 }
 
 bool isRead(const RunFiles& files, const std::string& path) {

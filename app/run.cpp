@@ -6,10 +6,13 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/failure.h"
+#include "app/gurobi_files.h"
 #include "app/output.h"
 #include "app/overwriting.h"
 #include "app/own_words.h"
@@ -63,6 +66,10 @@ class Run {
     RunFiles files = runFiles(session_, arguments_, paths_);
     addOwnOutputs(files, arguments_, writesSol_ ? paths_.sol : "", words_);
     checkOutputs(files);
+    for (const RunFiles::One& file : files.written) {
+      const bool isOfFixed = file.what == kFixedResultFile;
+      if (isOfFixed || file.what == kResultFile) results_.emplace_back(file.path, isOfFixed);
+    }
     check(kavo_set_objective_number(model(), words_.objective));
     check(kavo_set_basis_ratio(model(), words_.basisRatio));
   }
@@ -88,7 +95,11 @@ class Run {
     stopIfInterrupted();
     const int status = kavo_solve(model());
     line_.close();
-    check(status);
+    if (status == KAVO_FILE) {  // of another than the results, which are there
+      lost_.emplace_back(oneLine(kavo_last_error()));
+    } else {
+      check(status);
+    }
   }
 
   // They stand in the log before the search begins.
@@ -115,18 +126,21 @@ class Run {
     if (watch_.interrupted()) throw Failure("interrupted before the solve", kExitInterrupted, kSolInterrupted);
   }
 
-  // One output that fails does not keep the others from being made; the first failure is told.
+  // One output that fails does not keep the others from being made.
   int deliver() {
-    std::optional<Failure> first;
+    bool answered = false;
     const auto attempt = [&](const std::function<void()>& step) {
       try {
         step();
       } catch (const Failure& failure) {
-        if (!first) first = failure;
+        lost_.push_back(failure);
       }
     };
-    attempt([&] { writeSolution(); });
-    const bool answered = arguments_.ampl && !first;
+    noteLostResults();
+    attempt([&] {
+      writeSolution();
+      answered = arguments_.ampl;
+    });
     attempt([&] {
       if (!words_.poolStub.empty()) stale_ += writePool(session_, words_.poolStub, paths_.amplForm);
     });
@@ -141,9 +155,20 @@ class Run {
     attempt([&] {
       if (logFile_) logFile_->finish();
     });
-    if (!first) return EXIT_SUCCESS;
-    printError(first->what());
-    return answered ? EXIT_SUCCESS : first->exitCode();
+    std::set<std::string> told;
+    for (const Failure& failure : lost_) {
+      if (told.insert(failure.what()).second) printError(failure.what());
+    }
+    return answered || lost_.empty() ? EXIT_SUCCESS : kExitFailure;
+  }
+
+  void noteLostResults() {
+    for (const ResultFile& file : results_) {
+      const std::string line = file.lost(session_);
+      if (line.empty()) continue;
+      session_.addNote(line);
+      lost_.emplace_back(line);
+    }
   }
 
   void writeSolution() {
@@ -188,7 +213,9 @@ class Run {
   bool read_ = false;  // the model is there
   Output screen_ = Output::standard();
   std::optional<Output> logFile_;
-  std::string stale_;  // lines about files of an earlier run
+  std::vector<ResultFile> results_;
+  std::vector<Failure> lost_;  // outputs that are not written
+  std::string stale_;          // lines about files of an earlier run
   Output* screenLog_ = nullptr;
   bool logsAhead_ = false;  // in a terminal with a status line, the log until that line is there
   StatusLine line_{screen_};

@@ -4,18 +4,18 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 
-#include "app/words.h"
+#include "app/gurobi_files.h"
 
 namespace app {
 
 namespace {
 
+using Writer = RunFiles::Writer;
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr const char *kResultFile = "ResultFile", *kSolutionFiles = "SolFiles";
+constexpr const char* kSolutionFiles = "SolFiles";
 
 // What comes from a pipe can be read only once, and not here.
 bool canLookInto(const std::string& path) {
@@ -23,8 +23,9 @@ bool canLookInto(const std::string& path) {
   return std::filesystem::is_regular_file(path, none);
 }
 
-void add(std::vector<RunFiles::One>& files, const std::string& path, const std::string& what, bool isOurs = true) {
-  if (!path.empty()) files.push_back({path, what, isOurs});
+void add(std::vector<RunFiles::One>& files, const std::string& path, const std::string& what,
+         Writer writer = Writer::us) {
+  if (!path.empty()) files.push_back({path, what, writer});
 }
 
 // AMPL's files with the names of a model's rows and columns stand beside it.
@@ -53,7 +54,7 @@ void addStarts(RunFiles& files, const std::string& path) {
 // The names in a list with commas or blanks in between, perhaps in quotes; the results get names of their own.
 void addTuning(RunFiles& files, std::string_view list) {
   if (list.empty()) return;
-  files.numbered.push_back({"gurobi.o", "", "tuning", false});
+  files.numbered.push_back({"gurobi.o", "", "tuning", Writer::link});
   const std::string separators = std::string(kBlanks) + ",";
   while (true) {
     list.remove_prefix(std::min(list.find_first_not_of(separators), list.size()));
@@ -62,27 +63,17 @@ void addTuning(RunFiles& files, std::string_view list) {
     const std::string end = isQuoted ? std::string(1, list[0]) : separators;
     if (isQuoted) list.remove_prefix(1);
     const std::size_t length = std::min(list.find_first_of(end), list.size());
-    add(files.read, std::string(list.substr(0, length)), "a model of tuning");
+    for (const std::string& file : modelFiles(std::string(list.substr(0, length)))) {
+      add(files.read, file, "a model of tuning");
+    }
     list.remove_prefix(std::min(length + (isQuoted ? 1 : 0), list.size()));
   }
 }
 
-// The value of a parameter in a file of Gurobi's own form; "" for one that is not there.
-std::string parameterIn(const std::string& path, std::string_view name) {
-  if (!canLookInto(path)) return {};
-  std::ifstream file(path);
-  std::string found, word, value;
-  for (std::string line; std::getline(file, line);) {
-    std::istringstream words(line);
-    if (words >> word >> value && isSameWord(word, name)) found = value;
-  }
-  return found;
-}
-
 // Gurobi's own outputs.
-void addResults(RunFiles& files, const std::string& result, const std::string& solutions) {
-  add(files.written, result, kResultFile, false);
-  if (!solutions.empty()) files.numbered.push_back({solutions + "_", ".sol", kSolutionFiles, false});
+void addResults(RunFiles& files, const char* what, const std::string& result, const std::string& solutions) {
+  add(files.written, result, what, Writer::gurobi);
+  if (!solutions.empty()) files.numbered.push_back({solutions + "_", ".sol", kSolutionFiles, Writer::gurobi});
 }
 
 // Files of settings can name outputs too: one of parameters wins over the settings, and the solve of the fixed model
@@ -94,33 +85,46 @@ void addGurobiOutputs(RunFiles& files, const Session& session) {
     return value.empty() ? session.given(name) : value;
   };
   const std::string result = inForce(kResultFile), solutions = inForce(kSolutionFiles);
-  addResults(files, result, solutions);
-  if (!parameters.empty()) add(files.written, parameterIn(parameters, "LogFile"), "LogFile", false);
+  addResults(files, kResultFile, result, solutions);
+  if (!parameters.empty()) add(files.written, parameterIn(parameters, "LogFile"), "LogFile", Writer::gurobi);
   if (!canLookInto(fixed)) return;
   const Session settings;
   if (kavo_read_options(settings.model(), fixed.c_str()) != KAVO_OK) return;  // told when the link reads it
   const auto other = [](const std::string& value, const std::string& before) { return value == before ? "" : value; };
-  addResults(files, other(settings.given(kResultFile), result), other(settings.given(kSolutionFiles), solutions));
+  addResults(files, kFixedResultFile, other(settings.given(kResultFile), result),
+             other(settings.given(kSolutionFiles), solutions));
+}
+
+// What is read whatever the settings say.
+void addInputs(RunFiles& files, const Arguments& arguments, const Paths& paths) {
+  if (!arguments.model.empty()) addModel(files, arguments, paths);
+  for (const std::string& path : arguments.options) add(files.read, path, "an option file");
+  add(files.read, arguments.link, "the link");
 }
 
 }  // namespace
 
 RunFiles runFiles(const Session& session, const Arguments& arguments, const Paths& paths) {
   RunFiles files;
-  addModel(files, arguments, paths);
-  for (const std::string& path : arguments.options) add(files.read, path, "an option file");
-  add(files.read, arguments.link, "the link");
+  addInputs(files, arguments, paths);
   addStarts(files, session.given("multimipstart"));
   add(files.read, session.given("rngread"), "the file of rngread");
   add(files.read, session.given("fixoptfile"), "the file of fixoptfile");
   add(files.read, session.given("readparams"), "the file of readparams");
   addTuning(files, session.given("tuning"));
   for (const char* name : {"miptrace", "rngrestart", "writeprob", "writeparams"}) {
-    add(files.written, session.given(name), name, false);
+    add(files.written, session.given(name), name, Writer::link);
   }
   if (const std::string dump = session.given("dumpbcsol"); !dump.empty())
-    files.numbered.push_back({dump, ".sol", "dumpbcsol", false});
+    files.numbered.push_back({dump, ".sol", "dumpbcsol", Writer::link});
   addGurobiOutputs(files, session);
+  return files;
+}
+
+RunFiles filesOfDescription(const Arguments& arguments) {
+  RunFiles files;
+  addInputs(files, arguments, pathsOf(arguments));
+  add(files.written, arguments.description, "--describe-options");
   return files;
 }
 
@@ -133,7 +137,7 @@ void addOwnOutputs(RunFiles& files, const Arguments& arguments, const std::strin
   if (!arguments.trace.empty()) {
     add(files.written, arguments.trace, "--trace");
   } else if (trace != nullptr) {
-    add(files.written, trace, "GRBLINK_TRACE", false);
+    add(files.written, trace, "GRBLINK_TRACE", Writer::link);
   }
   if (!words.poolStub.empty()) files.numbered.push_back({words.poolStub, ".sol", "poolstub"});
 }

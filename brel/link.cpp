@@ -21,16 +21,18 @@
 namespace brel {
 namespace {
 
-// Runs the solver. A search for a conflict that finds none ends the solver's part with an error, and yet what it has
-// found before is to be read: only a note is left of the error.
+// Runs the solver. A search for a conflict that finds none, or a file that cannot be written, ends the solver's part
+// with an error, and yet what it has found before is to be read: only a line is left of the error.
 void solveAndNote(trpRec* host, tav::opt::AbstractSolver& solver) {
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
   const auto failure = [services] { return services != nullptr ? services->conflictFailure() : std::string(); };
+  const auto lost = [services] { return services != nullptr ? services->lostFile() : std::string(); };
   try {
     solver.solve();
   } catch (const tav::Exception&) {
-    if (failure().empty()) throw;
+    if (failure().empty() && lost().empty()) throw;
   }
+  if (!lost().empty()) kavo_link_lost_file(host, lost().c_str());
   if (!failure().empty()) kavo_link_note(host, ("there is no conflict (IIS): " + failure()).c_str());
 }
 
@@ -144,6 +146,8 @@ void Link::run() {
   settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
   plugins.each(&plugin::AbstractPlugin::read, solve);
   plugins.each(&plugin::AbstractPlugin::finish, solve);
+  const std::string lost = solve.services != nullptr ? solve.services->traceFailure() : std::string();
+  if (!lost.empty()) kavo_link_lost_file(model_, lost.c_str());
   if (wanted.isKeptAfter(solve.result)) loaded_ = wanted;
 }
 

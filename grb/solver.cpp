@@ -11,6 +11,7 @@
 #include "grb/adder/sos_adder.h"
 #include "grb/adder/var_adder.h"
 #include "grb/gurobi/constants.h"
+#include "grb/gurobi/trace.h"
 #include "grb/nonlinear/nonlin_con_adder.h"
 #include "grb/nonlinear/nonlin_obj_adder.h"
 #include "grb/option/catalogue.h"
@@ -168,6 +169,8 @@ void Solver::interrupt() {
 }
 
 std::string Solver::libraryText() const { return data_->model->library()->text(); }
+
+std::string Solver::traceFailure() const { return grb::traceFailure(); }
 
 tav::opt::StopReason Solver::stopReason() const {
   const bool hasSolved = hasModel() && data_->outcome.hasSolved;

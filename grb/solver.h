@@ -54,6 +54,8 @@ class Solver : public tav::opt::AbstractSolver, public tav::opt::AbstractSolverS
   bool isSearch() const override { return data_->model->getIntAttr("IsMIP") != 0; }
   std::optional<tav::opt::Conflict> conflict() const override { return data_->outcome.conflict; }
   std::string conflictFailure() const override { return data_->outcome.conflictFailure; }
+  std::string lostFile() const override { return data_->outcome.lostFile; }
+  std::string traceFailure() const override;
   bool isRelaxationCutShort() const override { return data_->outcome.isRelaxationCutShort; }
   std::optional<double> relaxation() const override;
   std::optional<double> conditionNumber(bool exact) const override;

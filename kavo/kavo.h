@@ -238,7 +238,7 @@ KAVO_API int kavo_add_sets(trpRec* model, size_t count, const unsigned char* typ
 KAVO_API int kavo_set_indicators(trpRec* model, size_t count, const int* row, const int* column,
                                  const unsigned char* value);
 
-/* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. */
+/* Start values: primal one per column, dual one per row; NaN: unknown; NULL: none. Any finite number may be one. */
 KAVO_API int kavo_set_start(trpRec* model, const double* primal, const double* dual);
 
 /* Adds a point from which a search over integer variables may start, besides that of kavo_set_start: one value per
@@ -259,7 +259,8 @@ KAVO_API int kavo_set_basis_ratio(trpRec* model, double ratio);
 
 /* Gives `count` elements of a kind a named value (a suffix); integer values are given as doubles. Elements not listed
  * have none. A second call with the same kind and name replaces the first. The link takes of these
- *   columns: priority   the integer variable with the largest is branched on first; 0: not given
+ *   columns: priority   the integer variable with the largest is branched on first; 0: not given; an infinite one has
+ *                       no effect, and a note says so
  *            partition  as Gurobi's attribute Partition
  *            feaspref   preference in a relaxation, 1 when none is given; or lbpen and ubpen, penalties: 1 / preference
  *   rows:    lazy, trynonlin   how the row is sent (docs/limits.md)
@@ -437,9 +438,10 @@ KAVO_API int kavo_setting_at(const trpRec* model, size_t index, kavo_setting* ou
 KAVO_API int kavo_open_link(trpRec* model, const char* path);
 /* What the link says of its solver, such as "Gurobi 13.0.2 through gurobipy". "" without a link. */
 KAVO_API int kavo_solver_text(const trpRec* model, const char** text);
-/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. KAVO_NOT_SUPPORTED for
- * complementarity conditions, which a .nl file may hold. The results of the solve before are gone, also when this one
- * fails. */
+/* Solves. KAVO_OK also for infeasible, unbounded, or stopped by a limit: see kavo_outcome. KAVO_FILE says that all went
+ * well and the results are there, but for a file that a setting asks for (such as rngrestart, miptrace or writeparams):
+ * the message and a note tell which one was lost, and why. KAVO_NOT_SUPPORTED for complementarity conditions, which a
+ * .nl file may hold. The results of the solve before are gone, also when this one fails. */
 KAVO_API int kavo_solve(trpRec* model);
 /* Closes the link; results stay. */
 KAVO_API int kavo_close_link(trpRec* model);

@@ -171,6 +171,9 @@ KAVO_API int kavo_link_publish_description(trpRec* model, const char* yaml);
 KAVO_API void kavo_link_log(trpRec* model, const char* text, size_t length);
 /* A line for the user that stands in the summary and in the message of the .sol file. */
 KAVO_API void kavo_link_note(trpRec* model, const char* line);
+/* A file that a setting asks for was not written, or not to its end, although the solve goes well: the line names it
+ * and says why. It is a note too; the results stand, and kavo_solve gives KAVO_FILE. */
+KAVO_API void kavo_link_lost_file(trpRec* model, const char* line);
 /* The failure that makes the link's next return value non-zero: kavo_last_error() tells it to the host. */
 KAVO_API void kavo_link_error(trpRec* model, const char* message);
 /* The way to stop the running solve; called, maybe many times and from another thread, from the moment a stop is asked

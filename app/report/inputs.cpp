@@ -9,6 +9,7 @@
 
 #include "app/assignments.h"
 #include "app/failure.h"
+#include "app/gurobi_files.h"
 #include "app/report/html.h"
 #include "app/words.h"
 
@@ -68,19 +69,34 @@ std::string magnitudes(const kavo_statistics& model) {
          ". Tolerances may not mean what they seem to.</p>\n";
 }
 
-// The last of each name, in the order in which the names came first; a question (name=?) is none.
-std::vector<kavo_setting> inForce(const Session& session) {
-  std::vector<kavo_setting> settings;
-  kavo_setting given{};
-  const auto take = [&] {
-    if (std::string_view(given.value) == "?") return;
+struct Setting {
+  std::string name, value, place;
+};
+
+std::string placeOf(const std::string& source, int line) {
+  return line > 0 ? fmt::format("{}, line {}", source, line) : source;
+}
+
+// The last of each name, in the order in which the names came first; a question (name=?) is none. A file of parameters
+// is read after all others.
+std::vector<Setting> inForce(const Session& session) {
+  std::vector<Setting> settings;
+  const auto take = [&](const Setting& given) {
+    if (given.value == "?") return;
     const auto same = std::find_if(settings.begin(), settings.end(),
-                                   [&](const kavo_setting& other) { return isSameWord(other.name, given.name); });
+                                   [&](const Setting& other) { return isSameWord(other.name, given.name); });
     same == settings.end() ? settings.push_back(given) : void(*same = given);
   };
-  for (std::size_t i = 0; kavo_own_setting_at(session.model(), i, &given) == KAVO_OK && given.name != nullptr; ++i)
-    take();
-  for (std::size_t i = 0; kavo_setting_at(session.model(), i, &given) == KAVO_OK && given.name != nullptr; ++i) take();
+  kavo_setting given{};
+  for (const auto at : {kavo_own_setting_at, kavo_setting_at}) {
+    for (std::size_t i = 0; at(session.model(), i, &given) == KAVO_OK && given.name != nullptr; ++i) {
+      take({given.name, given.value, placeOf(given.source, given.line)});
+    }
+  }
+  const std::string parameters = session.given("readparams");
+  for (const ParameterLine& line : parameterLines(parameters)) {
+    take({line.name, line.value, placeOf(parameters, line.number)});
+  }
   return settings;
 }
 
@@ -93,15 +109,13 @@ std::string statistics(const Session& session) {
 }
 
 std::string settings(const Session& session) {
-  const std::vector<kavo_setting> given = inForce(session);
+  const std::vector<Setting> given = inForce(session);
   if (given.empty()) return "<p>None was given: everything has its default.</p>\n";
   Table table({{"name", false}, {"value", false}, {"given by", false}});
   const std::size_t shown = std::min(given.size(), kMostSettings);
   for (std::size_t i = 0; i < shown; ++i) {
-    const kavo_setting& setting = given[i];
-    const std::string place =
-        setting.line > 0 ? fmt::format("{}, line {}", setting.source, setting.line) : setting.source;
-    table.add({setting.name, namesSecret(setting.name) ? "***" : setting.value, place});
+    const Setting& setting = given[i];
+    table.add({setting.name, namesSecret(setting.name) ? "***" : setting.value, setting.place});
   }
   return table.text() + cutLine(given.size(), shown, "settings");
 }

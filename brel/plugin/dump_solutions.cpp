@@ -57,7 +57,7 @@ class DumpSolutions : public AbstractPlugin {
                             ? "no incumbent to dump"
                             : fmt::format("incumbents dumped: {} to {}", fileOf(base_, 1), fileOf(base_, written)));
     if (listener_->lost() > 0) {
-      kavo_link_note(
+      kavo_link_lost_file(
           solve.host,
           fmt::format("{} incumbents could not be dumped: {}", listener_->lost(), listener_->failure()).c_str());
     }

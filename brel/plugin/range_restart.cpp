@@ -21,9 +21,9 @@ void note(Solve& solve, const std::string& line) { kavo_link_note(solve.host, li
 
 // Of the options that were given, those that ask for something which only a solve can give.
 std::string withoutEffect(const settings::Given& given) {
-  constexpr std::string_view kNames[] = {"dumpbcsol",     "feasopt",   "iis",        "kappa",      "kappaexact",
-                                         "miptrace",      "pool",      "solvefixed", "statistics", "tuning",
-                                         "multimipstart", "writeprob", "writeparams"};
+  constexpr std::string_view kNames[] = {"dumpbcsol",     "feasopt",   "iis",         "kappa",      "kappaexact",
+                                         "miptrace",      "pool",      "solvefixed",  "statistics", "tuning",
+                                         "multimipstart", "writeprob", "writeparams", "ResultFile", "SolFiles"};
   std::string names;
   for (const settings::Checked& setting : given.settings) {
     const std::string& name = setting.row->name();
@@ -54,7 +54,8 @@ class RangeRestart : public AbstractPlugin {
     if (target_.empty()) return;
     const std::string text = result::stored(solve.model.user, solve.result);
     if (kavo_link_write_file(target_.c_str(), text.data(), text.size()) == KAVO_OK) return;
-    throw tav::UserException(solve.values.heading(PluginAttribute::rangeFile) + kavo_last_error());
+    const std::string why = solve.values.heading(PluginAttribute::rangeFile) + kavo_last_error();
+    kavo_link_lost_file(solve.host, why.c_str());
   }
 
  private:

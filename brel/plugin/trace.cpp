@@ -69,7 +69,7 @@ class Trace : public AbstractPlugin {
   void finish(Solve& solve) override {
     if (!listener_) return;
     if (listener_->failure()) {
-      kavo_link_note(solve.host, fmt::format("the trace ends early: {}", *listener_->failure()).c_str());
+      kavo_link_lost_file(solve.host, fmt::format("the trace ends early: {}", *listener_->failure()).c_str());
     } else if (!listener_->hasSearch()) {
       kavo_link_note(solve.host, fmt::format("{} tells of no search: the model needed none", path_).c_str());
     }

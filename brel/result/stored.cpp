@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -56,11 +57,13 @@ std::string contentsOf(const std::string& path) {
   if (std::filesystem::is_directory(path, ignored)) {
     throw tav::UserException(fmt::format("rngread: {} is a folder", path));
   }
+  errno = 0;
   std::ifstream file(path, std::ios::binary);
   std::ostringstream text;
   if (file && file.peek() != std::ifstream::traits_type::eof()) text << file.rdbuf();
   if (!file.is_open() || file.bad() || text.bad()) {
-    throw tav::UserException(fmt::format("rngread: {} cannot be read", path));
+    const std::string why = std::generic_category().message(errno != 0 ? errno : EIO);
+    throw tav::UserException(fmt::format("rngread: {} cannot be read: {}", path, why));
   }
   return std::move(text).str();
 }

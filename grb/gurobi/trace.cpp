@@ -28,17 +28,29 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 class Trace {
  public:
-  Trace(std::shared_ptr<const Library> inner, File file) : inner_(std::move(inner)), file_(std::move(file)) {}
+  Trace(std::shared_ptr<const Library> inner, File file, std::string path)
+      : inner_(std::move(inner)), file_(std::move(file)), path_(std::move(path)) {}
 
   const Api& api() const noexcept { return inner_->api(); }
 
   // One write per line, which the C library keeps whole among threads; the buffer ends with the line, so that a crash
-  // loses nothing.
-  void write(const std::string& line) noexcept { std::fputs(line.c_str(), file_.get()); }
+  // loses nothing. A line that cannot be written is the last.
+  void write(const std::string& line) noexcept {
+    if (error_ == 0 && std::fputs(line.c_str(), file_.get()) < 0) error_ = errno != 0 ? errno : EIO;
+  }
+
+  std::string failure() const {
+    const int error = error_;
+    if (error == 0) return {};
+    return fmt::format("the trace of calls ends early: cannot write {}: {}", path_,
+                       std::generic_category().message(error));
+  }
 
  private:
   const std::shared_ptr<const Library> inner_;
   const File file_;
+  const std::string path_;
+  std::atomic<int> error_ = 0;
 };
 
 // The rows of a table are plain functions, without a place for an object: they find the living trace here.
@@ -143,11 +155,18 @@ File openFile(const std::string& path, bool append) {
   return file;
 }
 
+std::mutex mutex;
+std::weak_ptr<Trace> living;
+
 }  // namespace
 
+std::string traceFailure() {
+  const std::lock_guard lock(mutex);
+  const std::shared_ptr<Trace> trace = living.lock();
+  return trace ? trace->failure() : std::string();
+}
+
 std::shared_ptr<const Library> traceCalls(std::shared_ptr<const Library> inner, const std::string& file) {
-  static std::mutex mutex;
-  static std::weak_ptr<Trace> living;
   static std::set<std::string> files;
 
   const std::lock_guard lock(mutex);
@@ -156,7 +175,7 @@ std::shared_ptr<const Library> traceCalls(std::shared_ptr<const Library> inner, 
   if (!trace) {
     File opened = openFile(file, files.contains(file));
     files.insert(file);
-    trace = std::make_shared<Trace>(inner, std::move(opened));
+    trace = std::make_shared<Trace>(inner, std::move(opened), file);
     living = trace;
     current.store(trace.get(), std::memory_order_release);
   } else if (trace->api().GRBversion != library.api().GRBversion) {

@@ -19,4 +19,7 @@ namespace grb {
 /// Thread-safe. Throws LoadError when the file cannot be written or a trace of another table still lives.
 std::shared_ptr<const Library> traceCalls(std::shared_ptr<const Library> inner, const std::string& file);
 
+/// Why the trace that lives ends early, with the name of its file; "" while nothing of it is lost. Thread-safe.
+std::string traceFailure();
+
 }  // namespace grb

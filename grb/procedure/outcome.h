@@ -11,6 +11,7 @@ namespace grb {
 struct Outcome {
   bool hasSolved = false;   // false when only something else than a solve was asked for
   bool isCutShort = false;  // the search for a conflict was stopped
+  std::string lostFile;     // one that was to be written after the solve, and why it was not
   std::optional<tav::opt::Conflict> conflict;
   std::string conflictFailure;  // why there is none although it was asked for
   // Gurobi's status of the solve, where a failed search for a conflict has put another in its place. What Gurobi holds

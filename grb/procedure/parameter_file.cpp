@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -32,14 +31,13 @@ using Value = ParameterValues::mapped_type;
 // One reading of a parameter file.
 class Reading {
  public:
-  Reading(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file)
-      : model_(model), log_(log), file_(file) {}
+  Reading(GurobiModel& model, const std::string& file) : model_(model), file_(file) {}
 
-  // Tells and checks what a line says.
+  // Checks what a line says. Of a name that it does not know Gurobi tells in the log when it reads.
   void look(const ParameterLine& line) {
     const std::string key = tav::util::lowerCased(line.name);
     const int type = model_.getParamType(line.name.c_str());
-    if (type == paramtype::kUnknown) return passOver(line, key);
+    if (type == paramtype::kUnknown) return;
     if (line.hasMore) refuse(line, ": a line has one value without blanks, and # begins a comment");
     switch (type) {
       case paramtype::kInt:
@@ -78,13 +76,6 @@ class Reading {
   [[noreturn]] void refuseNumber(const ParameterLine& line, const ParamInfo<T>& facts) const {
     const lib::RangeInfo<T> range(line.name, {}, true, {}, facts.minimum, facts.maximum, {}, {});
     refuse(line, fmt::format("={}: the value must be {}", shownWord(line.value), lib::allowed(range)));
-  }
-
-  // Told once for each name.
-  void passOver(const ParameterLine& line, const std::string& key) {
-    if (!unknown_.insert(key).second) return;
-    log_.headed("Warning", fmt::format("{}, line {}: Gurobi has no parameter '{}'; the line has no effect.", file_,
-                                       line.number, shownWord(line.name)));
   }
 
   void keep(const ParameterLine& line, const std::string& key, Value value) {
@@ -130,9 +121,7 @@ class Reading {
   }
 
   GurobiModel& model_;
-  tav::opt::AbstractLog& log_;
   const std::string& file_;
-  std::unordered_set<std::string> unknown_;
   std::vector<Given> given_;                             // what the last line of each name says
   std::unordered_map<std::string, std::size_t> places_;  // in given_, by name in lower case
 };
@@ -143,9 +132,8 @@ class Reading {
 
 }  // namespace
 
-void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file,
-                       ParameterValues& before) {
-  Reading reading(model, log, file);
+void readParameterFile(GurobiModel& model, const std::string& file, ParameterValues& before) {
+  Reading reading(model, file);
   for (const ParameterLine& line : linesOfParameterFile(file)) reading.look(line);
   reading.read(before);
   reading.compare();

@@ -1,5 +1,7 @@
 #include "grb/procedure/solve.h"
 
+#include <fmt/core.h>
+
 #include "grb/callback/callbacks.h"
 #include "grb/gurobi/constants.h"
 #include "grb/gurobi/exception.h"
@@ -68,13 +70,24 @@ void solveModel(Data& data) {
 
 // What the options ask for: one thing, whatever else is set.
 void runProcedure(Data& data) {
-  data.outcome = {};
   const bool relaxes = data.options.isSetTo(IntOption::feasopt, 1);
   if (!relaxes && data.options.isSetTo(IntOption::iis, 2)) return reportIis(data, status::kLoaded);
   if (!relaxes && !data.options.file(FileOption::tuning).empty()) return tune(data);
   data.outcome.hasSolved = true;
   if (relaxes) return solveRelaxation(data);
   solveModel(data);
+}
+
+// What was solved is an answer, whatever becomes of the file.
+void writeParameters(Data& data) {
+  onFile(data, FileOption::writeparams, [&](const std::string& file) {
+    try {
+      data.model->writeParams(file.c_str());
+    } catch (const GurobiException& failure) {
+      data.outcome.lostFile = fmt::format("writeparams: cannot write {}: {}", file, failure.message());
+      throw;
+    }
+  });
 }
 
 // Gurobi is heard while the solve goes on, and not while its results are read.
@@ -108,28 +121,37 @@ bool isInfeasible(int status) {
   return status == status::kInfeasible || status == status::kInfOrUnbd || status == status::kLocallyInfeasible;
 }
 
+void runProcedureAndIis(Data& data) {
+  runAsideFromParameters(data);
+  const int status = data.model->getIntAttr("Status");
+  if (isInfeasible(status) && data.options.isSetTo(IntOption::iis, 1)) {
+    listened(data, [&] { reportIis(data, status); });
+  }
+}
+
 }  // namespace
 
 tav::opt::Termination solve(Data& data) {
   GurobiModel& model = *data.model;
   const Hearing hearing(data.callbacks);
   data.isInterrupted = false;
+  data.outcome = {};
   putBack(model, data.beforeProcedure);  // what could not be put back when it should
   // A long solve is not to be lost for the sake of a file that comes after it.
   onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
   installCallbacks(data);
-  onFile(data, FileOption::readparams, [&](const std::string& file) {
-    readParameterFile(model, *data.callbacks.log, file, data.beforeParameterFile);
-  });
+  onFile(data, FileOption::readparams,
+         [&](const std::string& file) { readParameterFile(model, file, data.beforeParameterFile); });
   applyChanges(data);
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
-  runAsideFromParameters(data);
-  const int status = model.getIntAttr("Status");
-  if (isInfeasible(status) && data.options.isSetTo(IntOption::iis, 1)) {
-    listened(data, [&] { reportIis(data, status); });
+  try {
+    runProcedureAndIis(data);
+  } catch (const GurobiException&) {
+    if (!data.outcome.conflictFailure.empty()) writeParameters(data);
+    throw;
   }
-  onFile(data, FileOption::writeparams, [&](const std::string& file) { model.writeParams(file.c_str()); });
+  writeParameters(data);
   return termination(data.model->getIntAttr("Status"));
 }
 

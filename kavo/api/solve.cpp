@@ -1,6 +1,7 @@
 // The link, and the solve.
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <chrono>
 #include <utility>
@@ -82,6 +83,7 @@ void solve(trpRec& record) {
   record.results.reset();
   record.filling = {};
   record.linkError.clear();
+  record.lostFiles.clear();
   record.notes = record.model.readNotes;
   kavo::noteOddities(record.model, record.notes);
   kavo::noteWithheld(record, record.notes);
@@ -90,6 +92,7 @@ void solve(trpRec& record) {
   record.filling.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   record.filling.signalled = record.stop->signalled();
   record.results = std::move(record.filling);
+  if (!record.lostFiles.empty()) throw Error(KAVO_FILE, fmt::format("{}", fmt::join(record.lostFiles, "; ")));
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // What a link tells while it runs. What cannot be kept (no memory) is dropped: these functions have no result to say
 // so.
 
+#include <algorithm>
+
 #include "kavo/api/guard.h"
 #include "kavo/link.h"
 #include "kavo/link/stop_request.h"
@@ -19,6 +21,16 @@ void kavo_link_log(trpRec* model, const char* text, size_t length) {
 
 void kavo_link_note(trpRec* model, const char* line) {
   guard([&] { need(model).notes.emplace_back(&need(line, "the note")); });
+}
+
+void kavo_link_lost_file(trpRec* model, const char* line) {
+  guard([&] {
+    trpRec& record = need(model);
+    const std::string told = &need(line, "the line");
+    if (std::find(record.lostFiles.begin(), record.lostFiles.end(), told) != record.lostFiles.end()) return;
+    record.notes.push_back(told);
+    record.lostFiles.push_back(told);
+  });
 }
 
 void kavo_link_error(trpRec* model, const char* message) {

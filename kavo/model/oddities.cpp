@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <functional>
 #include <iterator>
 #include <set>
@@ -79,6 +80,21 @@ void noteIgnoredSuffixes(const Model& model, std::vector<std::string>& notes) {
                               names.size() == 1 ? "is" : "are"));
 }
 
+void noteInfinitePriorities(const Model& model, std::vector<std::string>& notes) {
+  std::size_t count = 0;
+  int first = 0;
+  for (const Suffix& suffix : model.suffixes) {
+    if (suffix.kind != KAVO_COLUMN || suffix.name != "priority") continue;
+    for (std::size_t k = 0; k < suffix.index.size(); ++k) {
+      if (std::isinf(suffix.value[k]) && count++ == 0) first = suffix.index[k];
+    }
+  }
+  if (count == 0) return;
+  notes.push_back(fmt::format("{} infinite priorit{} no effect, the first is that of column {}", count,
+                              count == 1 ? "y has" : "ies have",
+                              elementName(model, KAVO_COLUMN, static_cast<std::size_t>(first))));
+}
+
 }  // namespace
 
 void noteOddities(const Model& model, std::vector<std::string>& notes) {
@@ -87,6 +103,7 @@ void noteOddities(const Model& model, std::vector<std::string>& notes) {
   noteCrossed(model, KAVO_COLUMN, model.columns.lower, model.columns.upper, notes);
   noteCrossed(model, KAVO_ROW, model.rows.lower, model.rows.upper, notes);
   noteIgnoredSuffixes(model, notes);
+  noteInfinitePriorities(model, notes);
 }
 
 }  // namespace kavo

@@ -43,6 +43,7 @@ struct trpRec {
   std::optional<kavo::Results> results;  // of the last solve that finished
   kavo::Results filling;                 // what the running solve has given so far
   std::vector<std::string> notes;        // of the last solve, whether it finished or failed
+  std::vector<std::string> lostFiles;    // of the last solve, a line for each
   bool solving = false;
   void (*logWrite)(const char*, std::size_t, void*) = nullptr;
   void* logData = nullptr;

@@ -56,8 +56,10 @@ constexpr StopRow kStop[] = {
 static_assert(std::size(kStatus) == KAVO_UNKNOWN + 1 && std::size(kStop) == KAVO_STOP_RULE + 1);
 
 // A point of the relaxation is none of the model: these messages must not speak of a feasible solution.
-constexpr const char* kRelaxed = "feasible relaxation";
-constexpr const char* kRelaxedEarly = "stopped early, feasible relaxation";
+const char* relaxedMessage(int stop) {
+  const bool isWhole = stop == KAVO_STOP_FINISHED || stop == KAVO_STOP_SUBOPTIMAL;
+  return isWhole ? "feasible relaxation" : "stopped early, feasible relaxation";
+}
 
 Outcome compose(const StatusRow& status, const StopRow& stop, bool point) {
   const bool known = &status != &kStatus[KAVO_UNKNOWN];
@@ -72,7 +74,7 @@ Outcome outcome(const Answer& answer, bool signalled) {
   const int stop = answer.finish.stop;
   Outcome words = compose(kStatus[answer.finish.status], kStop[stop], answer.hasPoint());
   if (isRelaxed(answer) && answer.finish.status == KAVO_UNKNOWN) {
-    words.message = stop == KAVO_STOP_FINISHED || stop == KAVO_STOP_SUBOPTIMAL ? kRelaxed : kRelaxedEarly;
+    words.message = relaxedMessage(stop);
   }
   if (stop == KAVO_STOP_INTERRUPTED) words.termination = signalled ? "interrupted_by_signal" : "interrupted_by_host";
   return words;
@@ -84,9 +86,10 @@ std::optional<Outcome> outcomeRow(std::size_t index) {
   if (row < KAVO_UNKNOWN) return compose(kStatus[row], kStop[KAVO_STOP_FINISHED], point);
   const std::size_t stop = row - KAVO_UNKNOWN;
   if (stop < std::size(kStop)) return compose(kStatus[KAVO_UNKNOWN], kStop[stop], point);
-  if (stop > std::size(kStop) || !point) return std::nullopt;
-  Outcome relaxed = compose(kStatus[KAVO_UNKNOWN], kStop[KAVO_STOP_FINISHED], true);
-  relaxed.message = kRelaxed;
+  const std::size_t ofRelaxation = stop - std::size(kStop) + KAVO_STOP_FINISHED;
+  if (ofRelaxation >= std::size(kStop)) return std::nullopt;
+  Outcome relaxed = compose(kStatus[KAVO_UNKNOWN], kStop[ofRelaxation], true);
+  relaxed.message = relaxedMessage(static_cast<int>(ofRelaxation));
   return relaxed;
 }
 

@@ -26,7 +26,7 @@ LIBRARIES = {
     "bridge": ("Python.h", "pybind11/"),
 }
 EVERYWHERE = ("fmt/",)
-POSIX = {"dlfcn.h", "fcntl.h", "link.h", "poll.h", "pthread.h", "semaphore.h", "unistd.h"}
+POSIX = {"dlfcn.h", "fcntl.h", "fnmatch.h", "link.h", "poll.h", "pthread.h", "semaphore.h", "unistd.h"}
 # For C headers, and where <signal.h> and the like declare more than their C++ twins.
 C_STANDARD = {f"{name}.h" for name in (
     "errno", "limits", "locale", "math", "signal", "stdarg", "stdbool", "stddef", "stdint", "stdio", "stdlib", "string",

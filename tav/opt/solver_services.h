@@ -41,6 +41,11 @@ class AbstractSolverServices {
   // Why there is none although it was asked for, a sentence without its end; empty otherwise. The solve may then have
   // ended with an error; what it has found stands all the same.
   virtual std::string conflictFailure() const = 0;
+  // A file that the last solve was to write at its end and has not, with its name and the reason; empty otherwise. The
+  // solve has then ended with an error; what it has found stands all the same.
+  virtual std::string lostFile() const = 0;
+  // Why a trace of the library's calls ends early, with the name of its file; empty when none does.
+  virtual std::string traceFailure() const = 0;
   virtual std::optional<double> relaxation() const = 0;
   // Whether the solve was to find the cheapest relaxation first, and that search ended before it had it. The relaxation
   // is then the best that was found.

@@ -69,6 +69,9 @@ class Protocol(cli.FolderCase):
         self.assertEqual(run.returncode, 0)
         self.assert_one_line(run.stderr, "standard output")
         self.assertIn("objno 0 0", self.read("small.sol"))
+        run = self.run_fake("small", "-AMPL", "point=1", "lose=F is gone")
+        self.assertEqual((run.returncode, run.stderr), (0, "grblink: F is gone\n"))
+        self.assertRegex(self.read("small.sol"), r"\nnote: F is gone\n(.|\n)*\nobjno 0 0\n")
 
     def test_switches_before_the_stub(self):
         run = self.run_fake("-e", "-s", "-oout.sol", "--", "small", "wantsol=0", "point=1")

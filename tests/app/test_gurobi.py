@@ -64,6 +64,57 @@ class Gurobi(cli.FolderCase):
             for path in dumped:
                 path.unlink()
 
+    def test_a_file_that_is_lost_leaves_the_answer(self):
+        full = "cannot write /dev/full: "
+        self.write("whole.mps", cli.SMALL_MPS.replace(" x profit", " M 'MARKER' 'INTORG'\n x profit", 1))
+        for words, part in [
+            (["rngrestart=/dev/full"], "rngrestart: " + full + "No space left"),
+            (["writeparams=/dev/full"], "writeparams: " + full),
+            (["--trace", "/dev/full"], "trace of calls ends early: " + full + "No space left"),
+            (["miptrace=/dev/full"], "the trace ends early: " + full + "No space left"),
+            (["ResultFile=lost.bas"], "ResultFile: Gurobi has not written lost.bas"),
+        ]:
+            with self.subTest(words=words):
+                model = "whole" if "bas" in words[0] else "small"
+                run = self.run_program(f"{model}.mps", *words, "--json", "j", "--quiet")
+                self.assertEqual((run.returncode, run.stdout), (1, ""))
+                self.assert_one_line(run.stderr, part)
+                self.assertIn("x 3", self.read(f"{model}.sol"))
+                self.assertEqual(json.loads(self.read("j"))["objective"], 11)
+                run = self.run_program(f"{model}.mps", "-AMPL", *words)
+                self.assertEqual((run.returncode, run.stdout), (0, ""))
+                self.assert_one_line(run.stderr, part)
+                self.assertRegex(self.read(f"{model}.sol"), rf"\nnote: .*{part}(.|\n)*\nobjno 0 0\n")
+                for name in (f"{model}.sol", "j"):
+                    (self.folder / name).unlink(missing_ok=True)
+
+    def test_files_of_gurobi_are_checked_before_and_after_the_solve(self):
+        self.write("a.prm", "SolFiles=no/such\n")
+        self.write("here.sol", "earlier")
+        for words, code, part in [
+            (["ResultFile=no/p.sol"], 1, "ResultFile: cannot write no/p.sol: No such file"),
+            (["ResultFile=p.xyz"], 1, "ResultFile: Gurobi writes no file p.xyz"),
+            (["readparams=a.prm"], 1, "SolFiles: cannot write no/such"),
+            (["ResultFile=here.sol"], 0, ""),
+            (["ResultFile=new.SOL.gz"], 0, ""),
+            (["ResultFile=/dev/null"], 1, "writes no file"),
+            (["ResultFile=new.ilp"], 0, ""),
+        ]:
+            with self.subTest(words=words):
+                run = self.run_program("small.mps", *words, "--quiet")
+                self.assertEqual(run.returncode, code)
+                self.assertEqual(run.stdout + run.stderr, "" if not part else run.stderr)
+                self.assertIn(part, run.stderr)
+        self.assertIn("x 3", self.read("here.sol"))
+        self.assertIn("new.SOL.gz", self.files())
+
+    def test_a_parameter_file_in_log_and_report(self):
+        self.write("a.prm", "LogToConsole 0\nNope 3\nTimeLimit 77\n")
+        run = self.run_program("small.mps", "readparams=a.prm", "timelimit=5", "--report", "r.html")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertEqual(run.stdout.count("Nope"), 1)
+        self.assertRegex(self.read("r.html"), "<td>TimeLimit</td><td>77</td><td>a.prm, line 3</td>")
+
     def test_failures_of_gurobi_are_one_line(self):
         self.write("big.mps", mps("|".join(f"x{i} obj 1" for i in range(2500))))
         for words, env, part in [

@@ -1,12 +1,13 @@
 """No output destroys what the run reads, or another output: whatever names it, and however its path is spelled."""
 
 import os
+import subprocess
 
 import cli
 
 FILES = {"o.opt": "outlev 0\n", "list": "# the best first\n  d/start1.sol \n", "fixed.opt": "ResultFile r.sol\n",
-         "a.prm": "MIPGap 0.01\nresultfile small.mps # mine\n", "b.prm": "SolFiles d/x\n", "small.row": "r\n", "small.col": "c\n",
-         "p.opt": "MipTrace = deep/../small.mps\n", "ranges": "x", "m1.mps": cli.SMALL_MPS, "gurobi.o99": "MIPGap 1\n"}
+         "a.prm": "MIPGap 0.01\nresultfile=small.mps # mine\n", "b.prm": "SolFiles d/x\n", "small.row": "r\n", "small.col": "c\n",
+         "p.opt": "MipTrace = deep/../small.mps\n", "ranges": "x", "m1.mps": cli.SMALL_MPS, "[a].lp.gz": "x", "gurobi.o99": "MIPGap 1\n"}
 
 
 class Overwriting(cli.FolderCase):
@@ -44,6 +45,9 @@ class Overwriting(cli.FolderCase):
             (["miptrace=fixed.opt", "fixoptfile=fixed.opt"], ["would overwrite the file of fixoptfile"]),
             (["writeparams=b.prm", "readparams=b.prm"], ["would overwrite the file of readparams"]),
             (["writeprob=m1.mps", "tuning='o.mps', 'm1.mps'"], ["would overwrite a model of tuning"]),
+            (["writeprob=m1.mps", "tuning=m1"], ["m1.mps would overwrite a model of tuning"]),
+            (["writeprob=m1.mps", "tuning=o m?.mps"], ["m1.mps would overwrite a model of tuning"]),
+            (["writeprob=[a].lp.gz", "tuning=[a]"], ["[a].lp.gz would overwrite a model of tuning"]),
             (["tuning=m1.mps", "--options", "gurobi.o99"], ["tuning: gurobi.o99 would overwrite an option file"]),
             (["miptrace=F", "--report", "F"], ["F is named for two outputs: miptrace and --report"]),
             (["miptrace=F", "--json", "./F"], ["./F is named for two outputs: miptrace and --json"]),
@@ -73,6 +77,9 @@ class Overwriting(cli.FolderCase):
             (["small", "rngrestart=./small.nl"], "", "./small.nl would overwrite the model"),
             (["small.mps"], "miptrace=small.mps", "miptrace: small.mps would overwrite the model"),
             (["-osmall.nl", "small", "-AMPL"], "", "the solution file: small.nl would overwrite the model"),
+            (["small.mps", "--describe-options", "hard.mps"], "", "--describe-options: hard.mps would overwrite the model"),
+            (["small", "--describe-options", "small.col"], "", "would overwrite the names of the columns"),
+            (["--options", "o.opt", "--describe-options", "o.opt"], "", "o.opt would overwrite an option file"),
             (["-oo.opt", "--options", "o.opt", "small", "-AMPL"], "", "o.opt would overwrite an option file"),
         ]:
             with self.subTest(words=words):
@@ -97,6 +104,12 @@ class Overwriting(cli.FolderCase):
                 run = self.run_fake("small.mps", *words)
                 self.assertEqual(run.returncode, 1)
                 self.assert_one_line(run.stderr, "unknown option")
+
+    def test_from_a_folder_that_is_gone(self):
+        script = f'cd deep && rmdir ../deep && "{cli.PROGRAM}" --link "{cli.FAKE_LINK}" ../small.mps point=1 poolstub=../p'
+        run = subprocess.run(script, shell=True, cwd=self.folder, capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertIn("x 0", self.read("small.sol"))
 
     def test_a_pipe_is_left_for_the_link(self):
         for name in ("multimipstart", "readparams", "fixoptfile"):

@@ -171,7 +171,9 @@ class Watching(unittest.TestCase):
 
         with market_split() as model:
             watch(model, remove)
-            found = model.solve(threads=1, timelimit=0.5, miptrace="/dev/full", dumpbcsol=gone / "point")
+            with self.assertRaisesRegex(KavoError, "the trace ends early: .*; .* incumbents could not be dumped|dumped: .*; the trace"):
+                model.solve(threads=1, timelimit=0.5, miptrace="/dev/full", dumpbcsol=gone / "point")
+            found = model.results()
         self.assertEqual(found.termination, "time_limit")
         self.assertIn("the trace ends early: cannot write /dev/full", "\n".join(found.notes))
         self.assertRegex("\n".join(found.notes), r"\d incumbents could not be dumped: cannot write .*point\d+.sol")

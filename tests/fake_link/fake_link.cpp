@@ -8,6 +8,7 @@
 //   give            results word by word (give.h)
 //   violation       size of a violation of the first row
 //   log, note       a text to tell
+//   lose            a file to tell as lost
 //   fail            an error to end with; unfinished: 1 to return without results
 //   wait            1: run until stopped, but for the first `deaf` requests
 //   progress        tells of so many incumbents, 1, 2 and so on, under a bound that falls, until it is asked to stop
@@ -65,6 +66,7 @@ class FakeLink {
     settings_ = {{"status", "0"}, {"stop", "1"}};
     if (!readSettings()) return 1;
     if (has("log")) kavo_link_log(model_, settings_["log"].data(), settings_["log"].size());
+    if (has("lose") && !settings_["lose"].empty()) kavo_link_lost_file(model_, settings_["lose"].c_str());
     if (has("note")) kavo_link_note(model_, settings_["note"].c_str());
     if (number("tell", 0) != 0) tellChanges(), tellStarts();
     isModified_ = false;
@@ -91,7 +93,7 @@ class FakeLink {
 
   bool readSettings() {
     static const char* const kKnown =
-        " status stop point objective bound gap iterations nodes solutions violation log note fail "
+        " status stop point objective bound gap iterations nodes solutions violation log note lose fail "
         "unfinished wait deaf progress tell give ranges pool statistics relaxation condition exact ";
     const kavo_setting* setting = nullptr;
     std::size_t count = 0;

@@ -66,6 +66,14 @@ TEST_F(SolveOfSmall, ResultsGoWithAChangeOfTheModelAndWithAFailure) {
   EXPECT_EQ(kavo_get_outcome(model, &outcome), KAVO_NO_RESULT);
 }
 
+TEST_F(SolveOfSmall, ALostFileLeavesTheResults) {
+  EXPECT_EQ(solveFake(model, {{"point", "1"}, {"lose", "F is gone"}}), KAVO_FILE);
+  EXPECT_STREQ(kavo_last_error(), "F is gone");
+  EXPECT_THAT(notesOf(model), ElementsAre("F is gone"));
+  EXPECT_THAT(resultOf(model, KAVO_PRIMAL), ElementsAre(0, 0));
+  solve({{"lose", ""}});
+}
+
 TEST(Solve, LinkThatCannotBeUsedIsNamed) {
   Model model;
   EXPECT_EQ(kavo_open_link(model, "/nosuch/link.so"), KAVO_LINK);
@@ -116,18 +124,22 @@ TEST(Solve, OddThingsInTheModelAreNoted) {
   const double lower[] = {0, 0, 2, 0, 0}, upper[] = {1, 1, 1, 1, 1};
   ASSERT_EQ(kavo_add_columns(model, 5, lower, upper, nullptr, names), KAVO_OK);
   const int first = 0;
-  const double one = 1;
+  const double one = 1, priorities[] = {1, INFINITY, -INFINITY};
+  const int three[] = {0, 1, 2};
+  ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, "priority", 3, three, priorities), KAVO_OK);
   for (const char* suffix : {"hintpri", "direction", "mine"}) {
     ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, suffix, 1, &first, &one), KAVO_OK);
   }
   ASSERT_EQ(kavo_set_suffix(model, KAVO_COLUMN, "funcpieces", 0, nullptr, nullptr), KAVO_OK);
   ASSERT_EQ(kavo_set_suffix(model, KAVO_MODEL, "direction", 1, &first, &one), KAVO_OK);
   ASSERT_EQ(solveFake(model, {{"note", "from the link"}}), KAVO_OK);
-  EXPECT_THAT(notesOf(model), ElementsAre("2 column names are given twice, the first is \"a\"",
-                                          "column a has lower bound 2 above upper bound 1",
-                                          "the suffixes direction, hintpri are ignored", "from the link"));
+  EXPECT_THAT(
+      notesOf(model),
+      ElementsAre("2 column names are given twice, the first is \"a\"",
+                  "column a has lower bound 2 above upper bound 1", "the suffixes direction, hintpri are ignored",
+                  "2 infinite priorities have no effect, the first is that of column b", "from the link"));
   ASSERT_EQ(solveFake(model, {{"fail", "no"}}), KAVO_LINK);
-  EXPECT_EQ(notesOf(model).size(), 4u) << "notes tell about a failed solve too";
+  EXPECT_EQ(notesOf(model).size(), 5u) << "notes tell about a failed solve too";
 }
 
 TEST_F(SolveOfSmall, ModelCannotBeChangedFromWithinItsSolve) {

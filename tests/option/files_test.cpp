@@ -91,7 +91,7 @@ class FilesOfASolveTest : public SolverOverDouble {
 };
 
 TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
-  const std::string read = written("read.prm", "Threads 2\n");
+  const std::string read = written("read.prm", "nope 1\nThreads 2\n");
   const std::string write = inTemp("write.prm");
   set("readparams", read);
   set("writeparams", write);
@@ -100,42 +100,27 @@ TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
   solver.solve();
   std::vector<std::string> calls = gurobi->takeCalls();
   std::erase_if(calls, [](const std::string& call) { return call.starts_with("GRBgetintattr"); });
-  EXPECT_THAT(
-      calls,
-      ElementsAre(R"(GRBgetintparam(m1.env, "PDHGGPU", *))", "GRBsetlogcallbackfunc(m1, *, *)",
-                  R"(GRBgetparamtype(m1.env, "Threads"))", R"(GRBgetintparaminfo(m1.env, "Threads", *, *, *, *))",
-                  R"(GRBgetintparam(m1.env, "Threads", *))",  // to be put back
-                  fmt::format("GRBreadparams(m1.env, \"{}\")", read), R"(GRBgetintparam(m1.env, "Threads", *))",
-                  R"(GRBwrite(m1, "x.lp"))", "GRBoptimize(m1)", fmt::format("GRBwriteparams(m1.env, \"{}\")", write)));
+  EXPECT_THAT(calls, ElementsAre(R"(GRBgetintparam(m1.env, "PDHGGPU", *))", "GRBsetlogcallbackfunc(m1, *, *)",
+                                 R"(GRBgetparamtype(m1.env, "nope"))", R"(GRBgetparamtype(m1.env, "Threads"))",
+                                 R"(GRBgetintparaminfo(m1.env, "Threads", *, *, *, *))",
+                                 R"(GRBgetintparam(m1.env, "Threads", *))",  // to be put back
+                                 fmt::format("GRBreadparams(m1.env, \"{}\")", read),
+                                 R"(GRBgetintparam(m1.env, "Threads", *))", R"(GRBwrite(m1, "x.lp"))",
+                                 "GRBoptimize(m1)", fmt::format("GRBwriteparams(m1.env, \"{}\")", write)));
   EXPECT_EQ(log->text, "");
 
-  for (const Fn step : {Fn::GRBgetintparaminfo, Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBoptimize, Fn::GRBwriteparams}) {
+  for (const Fn step : {Fn::GRBwriteparams, Fn::GRBgetintparaminfo, Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBoptimize}) {
     gurobi->failCall(step, 10003, "told by Gurobi");
     EXPECT_EQ(thrown<GurobiException>([&] { solver.solve(); }).context(), fnName(step));
+    EXPECT_EQ(solver.lostFile(), step == Fn::GRBwriteparams
+                                     ? fmt::format("writeparams: cannot write {}: told by Gurobi", write)
+                                     : std::string());
     EXPECT_THAT(gurobi->takeCalls().back(), testing::StartsWith(std::string(fnName(step)))) << "nothing runs after it";
   }
 
   for (const char* option : {"readparams", "writeparams", "writeprob"}) set(option, "");
   solver.solve();
   for (const Fn none : {Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBwriteparams}) EXPECT_EQ(gurobi->count(none), 0);
-}
-
-TEST_F(FilesOfASolveTest, NamesThatGurobiDoesNotKnowAreToldBeforeItReads) {
-  const std::string garbage(70, 'y');
-  const std::string file =
-      written("unknown.prm", "\xef\xbb\xbfThreads 2\nthreads 1\niis 1\n" + garbage + " 2\nIIS 2\nthreads=4\n");
-  set("readparams", file);
-  std::string before;
-  gurobi->onCall(Fn::GRBreadparams, [&] {
-    before = log->text;
-    gurobi->model(1).env.params = {{"threads", 4}};
-  });
-  solver.solve();
-  const auto line = [&](int number, const std::string& name) {
-    return fmt::format("*** Warning: {}, line {}: Gurobi has no parameter '{}'; the line has no effect.\n", file,
-                       number, name);
-  };
-  EXPECT_EQ(before, line(1, R"(\xef\xbb\xbfThreads)") + line(3, "iis") + line(4, std::string(60, 'y') + "..."));
 }
 
 TEST_F(FilesOfASolveTest, WhatAFileChangesIsPutBackWhenTheModelStartsAnew) {
