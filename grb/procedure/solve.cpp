@@ -84,7 +84,10 @@ void writeParameters(Data& data) {
     try {
       data.model->writeParams(file.c_str());
     } catch (const GurobiException& failure) {
-      data.outcome.lostFile = fmt::format("writeparams: cannot write {}: {}", file, failure.message());
+      // What it says of a file that it could open is the text of whatever failed before.
+      const bool isToldWhy = failure.code() != error::kFileWrite;
+      data.outcome.lostFile = fmt::format("writeparams: cannot write {}: {}", file,
+                                          isToldWhy ? failure.message() : "the disk may be full, Gurobi does not say");
       throw;
     }
   });

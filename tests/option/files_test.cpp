@@ -118,6 +118,11 @@ TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
     EXPECT_THAT(gurobi->takeCalls().back(), testing::StartsWith(std::string(fnName(step)))) << "nothing runs after it";
   }
 
+  gurobi->failCall(Fn::GRBwriteparams, 10013, "of an earlier failure");
+  EXPECT_THROW(solver.solve(), GurobiException);
+  EXPECT_THAT(solver.lostFile(), HasSubstr("Gurobi does not say"));
+  gurobi->takeCalls();
+
   for (const char* option : {"readparams", "writeparams", "writeprob"}) set(option, "");
   solver.solve();
   for (const Fn none : {Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBwriteparams}) EXPECT_EQ(gurobi->count(none), 0);
