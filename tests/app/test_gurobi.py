@@ -121,6 +121,7 @@ class Gurobi(cli.FolderCase):
             (["big.mps"], {}, "10010"),
             (["small.mps"], {"GRBLINK_GUROBI": "/nosuch.so"}, "/nosuch.so"),
             (["small.mps", "timelimit=soon"], {}, "soon"),
+            (["small.mps", "rngread=nosuch"], {}, "rngread: nosuch cannot be read: No such file"),
         ]:
             with self.subTest(words=words):
                 run = self.run_program(*words, "outlev=0", env=env)
