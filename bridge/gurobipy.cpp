@@ -57,8 +57,20 @@ const Gurobipy* import() {
   return package.release();  // for the rest of the process: no Python object may die after main
 }
 
+/// pybind11 keeps the Python state of the thread that first uses it, and goes back to it each time that thread drops an
+/// exception. The state must hence outlive the call that made it, also on a thread that Python does not know: its
+/// second count is never given back. With the lock held.
+void startPybind() {
+  static bool done = false;
+  if (done) return;
+  done = true;
+  PyGILState_Ensure();
+  const py::gil_scoped_acquire firstUse;
+}
+
 std::string tryImport() {
   try {
+    startPybind();
     const Gurobipy* package = import();
     if (package->major != grb::kVersionMajor || package->minor != grb::kVersionMinor)
       return unusable(fmt::format("its version {}.{}.{} is not the one that this library serves", package->major,

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 #include "tests/bridge/library.h"
 
@@ -67,6 +68,28 @@ TEST_F(StartDeathTest, OrTheUserReadsWhyNot) {
   expectStart({{"GRB_LICENSE_FILE", "/nowhere"}},
               "0 13.0 10009: Unable to open Gurobi license file '/nowhere'; 10009$");
 }
+
+/// Threads whose calls are the first of the process, and fail as often as they succeed.
+[[noreturn]] void startOnThreads() {
+  const auto work = [] {
+    for (int round = 0; round < 20; ++round) {
+      const Env env;
+      const Model model(env);
+      double value = 0;
+      for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(grb().GRBgetdblattr(model.get(), "ObjVal", &value), 10005);
+        EXPECT_EQ(grb().GRBisattravailable(model.get(), "X"), 0);
+      }
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 8; ++i) threads.emplace_back(work);
+  for (std::thread& thread : threads) thread.join();
+  work();  // after the thread that started Python has ended
+  std::_Exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+TEST_F(StartDeathTest, AnyThreadMayComeFirst) { EXPECT_EXIT(startOnThreads(), testing::ExitedWithCode(0), ""); }
 
 TEST(Start, OnlyTheServedVersionIsGiven) {
   for (const auto& [major, minor, code] : {std::array{13, 0, 0}, {13, 1, 10003}, {12, 0, 10003}, {14, 0, 10003}}) {
