@@ -16,6 +16,7 @@
 #include "grb/nonlinear/nonlin_obj_adder.h"
 #include "grb/option/catalogue.h"
 #include "grb/procedure/fix_command.h"
+#include "grb/procedure/relaxation.h"
 #include "grb/procedure/solve.h"
 #include "grb/result/lin_con_domain.h"
 #include "grb/result/model_attributes.h"
@@ -178,7 +179,9 @@ tav::opt::StopReason Solver::stopReason() const {
     const bool isStopped = data_->outcome.isCutShort && data_->isInterrupted;
     return isStopped ? tav::opt::StopReason::interrupted : tav::opt::StopReason::notRun;
   }
-  return grb::stopReason(data_->outcome.status.value_or(data_->model->getIntAttr("Status")));
+  const int status = data_->outcome.status.value_or(data_->model->getIntAttr("Status"));
+  if (data_->outcome.isRelaxationCutShort) return grb::stopOfRelaxation(*data_, status);
+  return grb::stopReason(status);
 }
 
 std::optional<double> Solver::relaxation() const {

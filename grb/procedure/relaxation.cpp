@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "grb/gurobi/constants.h"
+#include "grb/result/solution_status.h"
 #include "tav/idx/lib/range.h"
 
 namespace grb {
@@ -41,6 +42,15 @@ void solveRelaxation(Data& data) {
   data.outcome.relaxationIsObjective = !isCheapest || value < 0;
   data.outcome.isRelaxationCutShort = isCheapest && value < 0;
   data.model->optimize();
+}
+
+tav::opt::StopReason stopOfRelaxation(Data& data, int status) {
+  const tav::opt::SolutionStatus known = solutionStatus(status);
+  const bool isWhole = known == tav::opt::SolutionStatus::optimal || known == tav::opt::SolutionStatus::locallyOptimal;
+  if (!isWhole) return stopReason(status);
+  if (data.isInterrupted) return tav::opt::StopReason::interrupted;
+  // The second search is like the first and meets the same limits, but for that of time.
+  return data.model->getDblParam("TimeLimit") < kInfinity ? tav::opt::StopReason::time : stopReason(status);
 }
 
 }  // namespace grb

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grb/data.h"
+#include "tav/opt/codes.h"
 
 namespace grb {
 
@@ -9,5 +10,9 @@ namespace grb {
 // neither do rows and variables that nobody's block brought. Keeps what the relaxation costs in the record. Raises
 // GurobiException.
 void solveRelaxation(Data& data);
+
+// Why a relaxation ended whose first search was cut short: `status` is that of the second one, which may have come to
+// its end although the first did not. Raises GurobiException.
+tav::opt::StopReason stopOfRelaxation(Data& data, int status);
 
 }  // namespace grb

@@ -251,6 +251,18 @@ TEST_F(ProcedureTest, ARelaxationLetsGiveWayWhatHasAPreference) {
   gurobi->scriptRelaxation(-1);
   solver.solve();
   EXPECT_EQ(solver.relaxation(), 7) << "stopped while it looked for the least: what the point costs";
+  using Stop = tav::opt::StopReason;
+  gurobi->scriptAttr("Status", 9);
+  EXPECT_EQ(solver.stopReason(), Stop::time);
+  gurobi->scriptAttr("Status", 2);  // the second search came to its end
+  gurobi->defineParam({"TimeLimit", 1e100, 0, 1e100});
+  EXPECT_EQ(solver.stopReason(), Stop::finished);
+  gurobi->defineParam({"TimeLimit", 5.0, 0, 1e100});
+  EXPECT_EQ(solver.stopReason(), Stop::time);
+  solver.interrupt();
+  EXPECT_EQ(solver.stopReason(), Stop::interrupted);
+  gurobi->scriptAttr("Status", 3);
+  EXPECT_EQ(solver.stopReason(), Stop::finished) << "nothing that may give way helps";
   gurobi->unscript("ObjVal");
   EXPECT_EQ(solver.relaxation(), std::nullopt) << "nothing that may give way helps";
 }
@@ -330,7 +342,7 @@ TEST_F(ConflictTest, ACallThatFailsEndsTheSolveAndTheNextOneBeginsAsTheUserSetIt
     for (bool failed = true; failed && nth < 100; ++nth) {
       SCOPED_TRACE(testing::Message() << isMip << ", call " << nth);
       start.set(0, 1, 0);
-      gurobi->failAnyCall(nth, 10001, "told by Gurobi");
+      gurobi->failAnyCall(nth, 10003, "told by Gurobi");
       std::string message;
       try {
         solver.solve();
