@@ -39,6 +39,8 @@ int rowBasis(int status, char rowSense) {
       return static_cast<int>(rowSense == sense::kLessEqual ? BasisStatus::upper : BasisStatus::lower);
     case basis::kNonbasicUpper:
       return static_cast<int>(BasisStatus::upper);
+    case ElementAccess<int>::kUnread:
+      return status;
     default:
       return static_cast<int>(BasisStatus::superbasic);
   }

@@ -25,10 +25,22 @@ constexpr std::array kOfEvent{Quantity{Q::value, "value"}, Quantity{Q::bound, "b
 constexpr std::array kOfFunction{Quantity{tav::opt::FunctionQuantity::constant, "constant"},
                                  Quantity{tav::opt::FunctionQuantity::coefficients, "coefficients"}};
 
-// One item as a container of one element.
-tav::attr::BaseContainer single(tav::attr::Item<double> item) {
-  return std::make_shared<tav::attr::view::SingleItemContainer<tav::attr::Item<double>>>(std::move(item));
-}
+using SingleItem = tav::attr::view::SingleItemContainer<tav::attr::Item<double>>;
+
+// A number of the model as a container of one element, which leaves lists as they are once the model is gone.
+class ModelNumber final : public SingleItem {
+ public:
+  ModelNumber(std::weak_ptr<GurobiModel> model, tav::attr::Item<double> number)
+      : SingleItem(std::move(number)), model_(std::move(model)) {}
+
+  using SingleItem::get;
+  void get(const tav::idx::List& list, std::span<double> values, int solution) const override {
+    if (!model_.expired()) SingleItem::get(list, values, solution);
+  }
+
+ private:
+  std::weak_ptr<GurobiModel> model_;
+};
 
 int whatCode(Event event, int key) {
   if (event == Event::node) return key == Q::value ? what::kMipNodeObjBst : what::kMipNodeObjBnd;
@@ -52,7 +64,7 @@ tav::attr::BaseContainer ObjDomain::make(int key) const {
   if (*event_ != Event::none) {
     const int where = *event_ == Event::node ? where::kMipNode : where::kMipSol;
     const auto best = std::make_shared<CallbackAttrib<double>>(source_, where, whatCode(*event_, key));
-    return single(transformed<transform::DoubleValues>(best).as<double>());
+    return std::make_shared<SingleItem>(transformed<transform::DoubleValues>(best).as<double>());
   }
   if (key == Q::value) {
     return transformed<transform::DoubleValues>(std::make_shared<ObjPrimalSolutions>(model_, mode_));
@@ -63,7 +75,7 @@ tav::attr::BaseContainer ObjDomain::make(int key) const {
         std::make_shared<DoubleAttributeContainer>(model_, attribute, "NumVars", Access::readOnly));
   }
   const auto bound = std::make_shared<Attrib<kModelAttribute, double>>(model_, "ObjBound");
-  return single(transformed<transform::DoubleValues>(bound).as<double>());
+  return std::make_shared<ModelNumber>(model_, transformed<transform::DoubleValues>(bound).as<double>());
 }
 
 int ObjPrimalSolutions::size() const {
@@ -123,7 +135,7 @@ LinObjFunction::LinObjFunction(const Data& data, std::optional<Event> event) : M
 
 tav::attr::BaseContainer LinObjFunction::make(int key) const {
   if (key == tav::opt::FunctionQuantity::coefficients) return std::make_shared<LinObjSenseLinearTerms>(model());
-  return single(std::make_shared<Attrib<kModelAttribute, double>>(model(), "ObjCon"));
+  return std::make_shared<ModelNumber>(model(), std::make_shared<Attrib<kModelAttribute, double>>(model(), "ObjCon"));
 }
 
 }  // namespace grb

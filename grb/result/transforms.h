@@ -6,6 +6,7 @@
 #include <string>
 
 #include "grb/gurobi/constants.h"
+#include "grb/result/attribute_container.h"
 #include "tav/opt/codes.h"
 #include "tav/util/cast.h"
 #include "tav/util/exception.h"
@@ -13,7 +14,8 @@
 // Maps from Gurobi's codes and sentinels to the framework's (see tav/attr/transform.h).
 namespace grb::transform {
 
-// Basis statuses of variables. It has no way back: nobody writes a basis through such a view.
+// Basis statuses of variables. It has no way back: nobody writes a basis through such a view. What was not read is no
+// status of Gurobi's and stays "unread".
 struct Basis {
   using Inner = int;
   using Outer = int;
@@ -26,6 +28,8 @@ struct Basis {
         return static_cast<int>(BasisStatus::lower);
       case basis::kNonbasicUpper:
         return static_cast<int>(BasisStatus::upper);
+      case ElementAccess<int>::kUnread:
+        return status;
       default:
         return static_cast<int>(BasisStatus::superbasic);
     }

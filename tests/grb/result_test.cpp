@@ -62,7 +62,9 @@ TEST_F(ResultTest, TellsNothingThatGurobiDoesNotHold) {
   gurobi->takeCalls();
   const auto reducedCost = ofVariables(Var::reducedCost);
   EXPECT_THAT(reducedCost.getAll(), Each(IsNan()));
-  EXPECT_EQ(gurobi->count(Fn::GRBgetdblattrarray), 0);
+  EXPECT_THAT(ofVariables<int>(Var::basis).getAll(), Each(ElementAccess<int>::kUnread));
+  EXPECT_THAT(ofRows<int>(Row::basis).getAll(), Each(ElementAccess<int>::kUnread));
+  EXPECT_EQ(gurobi->count(Fn::GRBgetdblattrarray) + gurobi->count(Fn::GRBgetintattrarray), 0);
   EXPECT_EQ(thrown<GurobiException>([&] { reducedCost.get(1); }).context(), "GRBgetdblattrelement");
 }
 
@@ -179,6 +181,7 @@ TEST_F(ResultTest, OutlivesTheModel) {
   for (const int quantity : {Var::lower, Var::level, Var::reducedCost}) held.push_back(ofVariables(quantity));
   for (const int quantity : {Row::slack, Row::sideRangeLow}) held.push_back(ofRows<double>(quantity));
   for (const int quantity : {Obj::value, Obj::bound, Obj::coefficientRangeLow}) held.push_back(ofObjectives(quantity));
+  const auto bound = ofObjectives(Obj::bound);
   const auto basis = ofRows<int>(Row::basis);
   const auto status = fact<int>(Fact::status);
   rowAdder.reset(), objectiveAdder.reset();
@@ -190,6 +193,9 @@ TEST_F(ResultTest, OutlivesTheModel) {
     EXPECT_THAT(read, ElementsAre(0));
     EXPECT_THAT(std::pair(container.solutionCount(), container.get(0)), testing::Pair(0, 0));
   }
+  std::vector<double> untouched{7};
+  bound.get(tav::idx::lib::Range(0, 1), untouched);
+  EXPECT_THAT(untouched, ElementsAre(7));
   EXPECT_EQ(basis.size() + basis.solutionCount() + basis.get(0) + status.get() + status.solutionCount(), 0);
   EXPECT_THAT(gurobi->calls(), IsEmpty());
 }

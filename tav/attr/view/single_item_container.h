@@ -14,7 +14,7 @@ class SingleItemContainer;
 
 // One item shown as a container whose only index is 0.
 template <class T>
-class SingleItemContainer<Item<T>> final : public AbstractContainer<T> {
+class SingleItemContainer<Item<T>> : public AbstractContainer<T> {
  public:
   explicit SingleItemContainer(Item<T> item) : item_(std::move(item)) {}
 
