@@ -2,12 +2,19 @@
 
 #include <utility>
 
+#include "grb/gurobi/constants.h"
 #include "grb/gurobi/exception.h"
 
 // The places told by the errors of this file are constants: they stay the same when the file is edited, and people
 // search for them.
 
 namespace grb {
+namespace {
+
+constexpr tav::util::SourceLocation kCheck{"grb/gurobi", 164, 34,
+                                           "void grb::GurobiModel::check(int, std::string_view) const"};
+
+}  // namespace
 
 GurobiModel::GurobiModel(std::shared_ptr<const Library> library)
     : GurobiModel(std::make_shared<GurobiEnv>(std::move(library))) {}
@@ -42,6 +49,7 @@ void GurobiModel::install(GRBmodel* made, int code, std::string_view function,
   std::unique_ptr<GRBmodel, Free> owner(made, Free{api_});
   if (code != 0) throw GurobiException("Model creation failed", code, function, location);
   model_ = std::move(owner);
+  usable_ = model_.get();
   fixed_ = relaxed_ = false;  // the new one is neither
 }
 
@@ -50,16 +58,19 @@ GRBenv* GurobiModel::envInUse() const { return model_ ? api_->GRBgetenv(model_.g
 void GurobiModel::updateIfPending() {
   if (!dirty_) return;
   // Parameters set before start() leave nothing to fold in.
-  if (model_) static_cast<void>(api_->GRBupdatemodel(model_.get()));
+  if (usable_ != nullptr && api_->GRBupdatemodel(usable_) == error::kOutOfMemory) {
+    updateFailure_ = api_->GRBgeterrormsg(envInUse());
+    usable_ = nullptr;
+  }
   dirty_ = false;
 }
 
 void GurobiModel::fail(int code, std::string_view function) const {
-  throw GurobiException(api_->GRBgeterrormsg(envInUse()), code, function,
-                        {"grb/gurobi", 164, 34, "void grb::GurobiModel::check(int, std::string_view) const"});
+  throw GurobiException(api_->GRBgeterrormsg(envInUse()), code, function, kCheck);
 }
 
-void GurobiModel::failNotStarted() {
+void GurobiModel::failUnusable() const {
+  if (model_) throw GurobiException(updateFailure_, error::kOutOfMemory, "GRBupdatemodel", kCheck);
   throw tav::Exception("Requires model to be started first.",
                        {"grb/gurobi", 150, 29, "GRBmodel* grb::GurobiModel::model() const"});
 }

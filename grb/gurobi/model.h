@@ -54,11 +54,11 @@ class GurobiModel {
   /// Replaces the model by an empty one with the same parameters. Without a model: nothing. Failure as of start().
   void clear();
 
-  /// The handle; throws before start().
+  /// The handle; throws before start(), and GurobiException once an update has run out of memory.
   GRBmodel* model() const {
-    if (!model_) [[unlikely]]
-      failNotStarted();
-    return model_.get();
+    if (usable_ == nullptr) [[unlikely]]
+      failUnusable();
+    return usable_;
   }
   /// Whether start() has succeeded.
   bool hasModel() const noexcept { return model_ != nullptr; }
@@ -83,7 +83,8 @@ class GurobiModel {
   bool relaxed() const noexcept { return relaxed_; }
   /// An update is pending.
   bool dirty() const noexcept { return dirty_; }
-  /// Makes the pending update, if there is one; its result is not checked.
+  /// Makes the pending update, if there is one. Its result is not checked; but one that runs out of memory leaves a
+  /// model that Gurobi cannot bear to be asked anything: every use of it throws from then on, until clear() or start().
   void updateIfPending();
 
   // --- Building (model_building.cpp); marks an update as pending unless noted ---
@@ -224,7 +225,7 @@ class GurobiModel {
   };
 
   [[noreturn]] void fail(int code, std::string_view function) const;
-  [[noreturn]] static void failNotStarted();
+  [[noreturn]] void failUnusable() const;
   void install(GRBmodel* made, int code, std::string_view function, const tav::util::SourceLocation& location);
   GRBmodel* changing() {
     GRBmodel* const handle = model();
@@ -239,14 +240,15 @@ class GurobiModel {
     running_.store(false, std::memory_order_relaxed);
   }
   GRBmodel* reading() {
-    GRBmodel* const handle = model();
-    updateIfPending();
-    return handle;
+    if (usable_ != nullptr) updateIfPending();
+    return model();
   }
 
   std::shared_ptr<GurobiEnv> env_;  // before the model, which must go first
   const Api* api_;
   std::unique_ptr<GRBmodel, Free> model_;
+  GRBmodel* usable_ = nullptr;  // the model, unless its update ran out of memory
+  std::string updateFailure_;   // Gurobi's text for that
   std::atomic<bool> running_{false};
   bool fixed_ = false;
   bool relaxed_ = false;

@@ -47,6 +47,10 @@ void GurobiModel::setLogCallbackFunc(GurobiLogCallback callback, void* context) 
   check(api_->GRBsetlogcallbackfunc(model(), callback, context), "GRBsetlogcallbackfunc");
 }
 
-void GurobiModel::terminate() const { api_->GRBterminate(model()); }
+// Not by model(): what that looks at may change on the other thread.
+void GurobiModel::terminate() const {
+  if (!model_) failUnusable();
+  api_->GRBterminate(model_.get());
+}
 
 }  // namespace grb

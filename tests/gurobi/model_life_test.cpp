@@ -117,7 +117,23 @@ TEST(ModelLife, NoFailureOfAnyCallLeaksAHandle) {
     ASSERT_TRUE(gurobi->misuses().empty());
     if (gurobi->failurePending()) break;
   }
-  EXPECT_EQ(failed, 10) << "every call but the update and the two that free a model is checked";
+  EXPECT_EQ(failed, 11) << "every call but the two that free a model is checked, or leaves one that cannot be used";
+}
+
+TEST(ModelLife, AModelWhoseUpdateRanOutOfMemoryIsLeftAlone) {
+  StartedModel s;
+  s.model.addVars(1, {}, {}, {}, {}, {});
+  s.gurobi->failCall(Fn::GRBupdatemodel, 10001, "Out of memory");
+  s.gurobi->takeCalls();
+  for (int again = 0; again < 2; ++again) {
+    const auto error = thrown<GurobiException>([&] { s.model.getIntAttr("NumVars"); });
+    EXPECT_EQ(std::tuple(error.message(), error.code(), error.context()),
+              std::tuple("Out of memory", 10001, "GRBupdatemodel"));
+    EXPECT_THROW(static_cast<void>(s.model.isAttrAvailable("X")), GurobiException);
+  }
+  EXPECT_THAT(s.gurobi->takeCalls(), ElementsAre("GRBupdatemodel(m1)"));
+  s.model.clear();
+  EXPECT_EQ(s.model.getIntAttr("NumVars"), 0);
 }
 
 }  // namespace
