@@ -16,7 +16,9 @@
 #include "brel/settings/rewrite_settings.h"
 #include "brel/settings/settings.h"
 #include "brel/watch/watch.h"
+#include "tav/opt/quantities.h"
 #include "tav/opt/solver_services.h"
+#include "tav/opt/tags.h"
 
 namespace brel {
 namespace {
@@ -77,6 +79,13 @@ kavo_changes changesOf(const trpRec* host) {
 std::string solverText(tav::opt::AbstractSolver& solver) {
   const auto* services = dynamic_cast<tav::opt::AbstractSolverServices*>(&solver);
   return services ? services->libraryText() : solver.name();
+}
+
+// A ray is enough for that. A solver that goes on from an earlier basis may find one first where it would otherwise
+// have found that there is no point.
+bool isUnbounded(tav::opt::AbstractSolver& solver) {
+  const auto facts = solver.makeModelAttributes(tav::opt::tag::kSolver, {});
+  return facts->get(tav::opt::ModelAttribute::status).as<int>().get() == KAVO_UNBOUNDED;
 }
 
 }  // namespace
@@ -140,9 +149,9 @@ void Link::run() {
   choices.usesHints = settings::wholeNumber(given, "varhint").value_or(0) != 0;
   if (settings::wholeNumber(given, "feasopt").value_or(0) != 0) choices.preferences = load::preferencesOf(model);
   const load::Loaded wanted(model, given, choices);
-  bring(wanted, solve);
+  const bool goesOn = bring(wanted, solve);
   plugins.each(&plugin::AbstractPlugin::loaded, solve);
-  runSolver(*log, watch);
+  runSolver(*log, solve, goesOn);
   settings::answer(model_, given, *solver_);  // a parameter file read by the solve has its say in them
   plugins.each(&plugin::AbstractPlugin::read, solve);
   plugins.each(&plugin::AbstractPlugin::finish, solve);
@@ -161,8 +170,8 @@ bool Link::canGoOn(const std::optional<load::Loaded>& before, const load::Loaded
   return changes.structure == 0 && isAny && solve.services->structureIntact() && before->differsInNumbersOnly(wanted);
 }
 
-// Into the solver, with the settings of this solve: the model as it is now, or what has changed in it.
-void Link::bring(const load::Loaded& wanted, plugin::Solve& solve) {
+// Into the solver, with the settings of this solve: the model as it is now, or (true) what has changed in it.
+bool Link::bring(const load::Loaded& wanted, plugin::Solve& solve) {
   const auto before = std::exchange(loaded_, std::nullopt);
   const bool goesOn = canGoOn(before, wanted, solve);
   setUp(solve.given, goesOn);
@@ -172,6 +181,7 @@ void Link::bring(const load::Loaded& wanted, plugin::Solve& solve) {
   } else {
     load::send(solve.model, *solver_, solve.choices);
   }
+  return goesOn;
 }
 
 // A solver with the settings of this solve, and an empty model unless it goes on with the one that it has.
@@ -188,19 +198,24 @@ void Link::setUp(const settings::Given& given, bool goesOn) {
   settings::apply(given.settings, *solver_);
 }
 
-void Link::runSolver(HostLog& log, watch::Watch& watch) {
+void Link::runSolver(HostLog& log, plugin::Solve& solve, bool goesOn) {
   const InterruptHook hook(model_, *solver_);
-  watch.begin();
-  log.onWrite([&watch] { watch.logged(); });
+  solve.watch.begin();
+  log.onWrite([&solve] { solve.watch.logged(); });
   try {
     solveAndNote(model_, *solver_);
+    if (goesOn && isUnbounded(*solver_)) {
+      setUp(solve.given, false);
+      load::send(solve.model, *solver_, solve.choices);
+      solveAndNote(model_, *solver_);
+    }
   } catch (...) {
     log.onWrite({});
-    watch.end(false);
+    solve.watch.end(false);
     throw;
   }
   log.onWrite({});
-  watch.end(true);
+  solve.watch.end(true);
 }
 
 }  // namespace brel

@@ -44,9 +44,9 @@ class Link {
  private:
   void run();
   bool canGoOn(const std::optional<load::Loaded>& before, const load::Loaded& wanted, const plugin::Solve& solve) const;
-  void bring(const load::Loaded& wanted, plugin::Solve& solve);
+  bool bring(const load::Loaded& wanted, plugin::Solve& solve);
   void setUp(const settings::Given& given, bool goesOn);
-  void runSolver(HostLog& log, watch::Watch& watch);
+  void runSolver(HostLog& log, plugin::Solve& solve, bool goesOn);
 
   std::shared_ptr<tav::opt::AbstractSolver> solver_;
   LinkDef definition_;

@@ -13,6 +13,7 @@
 #include "brel/result/conflict.h"
 #include "brel/result/objective_difference.h"
 #include "brel/result/reader.h"
+#include "brel/result/settle.h"
 #include "brel/result/violations.h"
 #include "brel/rewrite/objective_function.h"
 #include "brel/rewrite/sides.h"
@@ -25,42 +26,6 @@ namespace {
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 void note(trpRec* host, const std::string& line) { kavo_link_note(host, line.c_str()); }
-
-// No point: what the solver holds, or says of one, is infinite.
-void leaveOut(kavo_finish& finish) {
-  finish.solutions = 0;
-  finish.objective = finish.bound = finish.gap = kUnknown;
-}
-
-// A solver may end at values that it takes for infinite, and call that optimal.
-void settleInfinity(Reader& reader, trpRec* host, kavo_finish& finish) {
-  if (finish.solutions == 0) return;
-  const double most = finish.status == KAVO_UNBOUNDED ? rewrite::kUserInfinity : kInfiniteValue;
-  if (!isInfinite(finish.objective, reader.columns(), most)) return;
-  leaveOut(finish);
-  if (finish.status == KAVO_OPTIMAL || finish.status == KAVO_LOCALLY_OPTIMAL) finish.status = KAVO_UNBOUNDED;
-  note(host, "the solver ended at infinite values, which are no point of the model and are not given");
-}
-
-bool isInfeasible(int status) { return status == KAVO_INFEASIBLE || status == KAVO_LOCALLY_INFEASIBLE; }
-
-// The cost of a relaxation has 0 as a bound: only once it is known, and the model's own objective is looked at, can
-// that be unbounded.
-void settleRelaxation(Reader& reader, trpRec* host, kavo_finish& finish) {
-  const bool isCostKnown = std::abs(finish.relaxation) < rewrite::kUserInfinity;
-  if (!isCostKnown) finish.relaxation = kUnknown;
-  if (finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED) finish.status = isCostKnown ? KAVO_UNBOUNDED : KAVO_INFEASIBLE;
-  const bool isUnbounded = finish.status == KAVO_UNBOUNDED;
-  const bool isFar = finish.solutions > 0 && isInfinite(finish.objective, reader.columns(), rewrite::kUserInfinity);
-  if (isUnbounded || isFar) {
-    finish.status = KAVO_UNBOUNDED;
-    leaveOut(finish);
-    note(host, isUnbounded ? "the objective of the relaxed model is unbounded, so there is no point"
-                           : "the solve of the relaxed model ended at infinite values, which are no point");
-  } else if (!isInfeasible(finish.status)) {
-    finish.status = KAVO_UNKNOWN;
-  }
-}
 
 // What was solved is another model than the user's: only the point is his, and what his own functions are there.
 void tellRelaxation(const load::TranslatedModel& model, const Reader& reader, bool isCutShort, kavo_finish& finish) {
@@ -129,12 +94,7 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
   const bool isRelaxed = services != nullptr && !services->structureIntact();
   Reader reader(host, solver, model);
   kavo_finish finish = reader.facts();
-  if (isRelaxed) {
-    finish.relaxation = services->relaxation().value_or(kUnknown);
-    settleRelaxation(reader, host, finish);
-  } else {
-    settleInfinity(reader, host, finish);
-  }
+  settle(reader, host, solver, finish);
   const bool hasPoint = finish.solutions > 0;
   // A search for a conflict that found none leaves a basis of its own behind.
   const bool isOverwritten = services != nullptr && !services->conflictFailure().empty();
@@ -142,7 +102,7 @@ kavo_finish writeBack(trpRec* host, tav::opt::AbstractSolver& solver, const load
     reader.read(isRelaxed ? Extent::point : hasPoint ? Extent::all : Extent::basis);
   }
   if (isRelaxed) tellRelaxation(model, reader, services->isRelaxationCutShort(), finish);
-  if (services != nullptr && !isRelaxed) {
+  if (services != nullptr && !isRelaxed && finish.stop != KAVO_STOP_CUTOFF) {
     if (const auto conflict = services->conflict()) giveConflict(model, *conflict);
   }
   if (reader.point() == nullptr) return finish;

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "tav/opt/quantities.h"
+#include "tav/opt/solver_services.h"
 #include "tav/opt/tags.h"
 
 namespace brel::watch {
@@ -79,6 +80,9 @@ Search::Facts Search::atEnd() {
   }
   if (status.solutionCount() == 0) facts.best = kUnknown;
   if (isUnboundedOrInfeasible(status.get())) facts.bound = kUnknown;
+  if (const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver_)) {
+    if (services->stopReason() == tav::opt::StopReason::cutoff) facts.bound = kUnknown;
+  }
   return facts;
 }
 

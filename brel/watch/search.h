@@ -28,8 +28,8 @@ class Search {
   // During an event of that kind only: the nodes so far, and what was known before this event. Of a search that is not
   // in the user's model the nodes alone.
   Facts at(int event);
-  // When the solver has returned: what it holds; of several objectives the value of the chosen one at its point. Nothing
-  // is known when what was solved is not the user's model.
+  // When the solver has returned: what it holds; of several objectives the value of the chosen one at its point.
+  // Nothing is known when what was solved is not the user's model.
   Facts atEnd();
 
   // During an event kPointEvent only: the values of the user's columns, valid until the next call; empty when the

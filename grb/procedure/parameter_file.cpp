@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -31,13 +32,14 @@ using Value = ParameterValues::mapped_type;
 // One reading of a parameter file.
 class Reading {
  public:
-  Reading(GurobiModel& model, const std::string& file) : model_(model), file_(file) {}
+  Reading(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file)
+      : model_(model), log_(log), file_(file) {}
 
-  // Checks what a line says. Of a name that it does not know Gurobi tells in the log when it reads.
+  // Tells and checks what a line says.
   void look(const ParameterLine& line) {
     const std::string key = tav::util::lowerCased(line.name);
     const int type = model_.getParamType(line.name.c_str());
-    if (type == paramtype::kUnknown) return;
+    if (type == paramtype::kUnknown) return passOver(line, key);
     if (line.hasMore) refuse(line, ": a line has one value without blanks, and # begins a comment");
     switch (type) {
       case paramtype::kInt:
@@ -76,6 +78,13 @@ class Reading {
   [[noreturn]] void refuseNumber(const ParameterLine& line, const ParamInfo<T>& facts) const {
     const lib::RangeInfo<T> range(line.name, {}, true, {}, facts.minimum, facts.maximum, {}, {});
     refuse(line, fmt::format("={}: the value must be {}", shownWord(line.value), lib::allowed(range)));
+  }
+
+  // Told once for each name.
+  void passOver(const ParameterLine& line, const std::string& key) {
+    if (!unknown_.insert(key).second) return;
+    log_.headed("Warning", fmt::format("{}, line {}: Gurobi has no parameter '{}'; the line has no effect.", file_,
+                                       line.number, shownWord(line.name)));
   }
 
   void keep(const ParameterLine& line, const std::string& key, Value value) {
@@ -121,7 +130,9 @@ class Reading {
   }
 
   GurobiModel& model_;
+  tav::opt::AbstractLog& log_;
   const std::string& file_;
+  std::unordered_set<std::string> unknown_;
   std::vector<Given> given_;                             // what the last line of each name says
   std::unordered_map<std::string, std::size_t> places_;  // in given_, by name in lower case
 };
@@ -132,8 +143,9 @@ class Reading {
 
 }  // namespace
 
-void readParameterFile(GurobiModel& model, const std::string& file, ParameterValues& before) {
-  Reading reading(model, file);
+void readParameterFile(GurobiModel& model, tav::opt::AbstractLog& log, const std::string& file,
+                       ParameterValues& before) {
+  Reading reading(model, log, file);
   for (const ParameterLine& line : linesOfParameterFile(file)) reading.look(line);
   reading.read(before);
   reading.compare();

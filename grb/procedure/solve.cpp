@@ -144,8 +144,9 @@ tav::opt::Termination solve(Data& data) {
   onFile(data, FileOption::writeparams, requireWritable);
   warnWithoutGpu(data);
   installCallbacks(data);
-  onFile(data, FileOption::readparams,
-         [&](const std::string& file) { readParameterFile(model, file, data.beforeParameterFile); });
+  onFile(data, FileOption::readparams, [&](const std::string& file) {
+    readParameterFile(model, *data.callbacks.log, file, data.beforeParameterFile);
+  });
   applyChanges(data);
   onFile(data, FileOption::writeprob, [&](const std::string& file) { model.write(file.c_str()); });
   try {

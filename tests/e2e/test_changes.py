@@ -173,6 +173,16 @@ class Changes(unittest.TestCase):
             solves = loads_in(path)
         self.assertEqual(["GRBaddvars" not in calls for calls in solves], [keeps for _, _, keeps in steps])
 
+    def test_a_ray_that_a_kept_model_finds_is_not_the_last_word(self):
+        for options, status in (({"dualreductions": 0}, "infeasible"), ({}, "unbounded")):
+            with self.subTest(options), make("max", [("x", 0, 4), ("y", 1, 2)], [("r", -6, {1: -2}, INF)], [-4]) as model:
+                self.assertEqual(model.solve(iis=1, **options).status, "optimal")
+                model.call("kavo_change_bounds", 1, ints([0]), example.doubles(-INF), example.doubles(4))
+                model.change_sides(0, 6, INF)
+                found = model.solve()
+                self.assertEqual((found.status, model.json()["iis"] is not None), (status, status == "infeasible"))
+                self.assertEqual([note.split(":")[0] for note in found.notes], ["unbounded"] * (status == "unbounded"))
+
     def test_no_search_is_taken_up_where_it_was(self):
         """Solves with a change between them that changes nothing: options of each, and whether the model is kept. The
         answer is always that of a fresh model under the same settings."""

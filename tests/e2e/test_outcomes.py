@@ -44,6 +44,24 @@ class Outcomes(unittest.TestCase):
     def test_unbounded_or_infeasible_is_not_decided_unless_asked_for(self):
         with make("max", [("x", 0, INF), ("y", 0, INF)], [(None, -INF, {0: 1, 1: -1}, 1)], [1, 1]) as model:
             self.assertIn(model.solve().status, ("infeasible_or_unbounded", "unbounded"))
+        whole = [("x", 0, INF, INTEGER), ("y", 0, INF, INTEGER)]
+        apart = [(None, 2, {0: 1, 1: -1}, INF), (None, 2, {0: -1, 1: 1}, INF)]
+        with make("min", whole, apart, [-1, -1]) as model:
+            found = model.solve()
+            self.assertEqual(found.status, "infeasible_or_unbounded")
+            self.assertIn("dualreductions=0", found.notes[0])
+            self.assertEqual(model.solve(dualreductions=0).status, "infeasible")
+
+    def test_a_cutoff_does_not_make_a_model_infeasible(self):
+        """Solvers call a search empty that has passed over all points beyond the cutoff."""
+        for iis in (0, 1):
+            rows = [(None, -INF, dict(enumerate(terms)), side) for terms, side in (((5, 1, 4, 2), 9), ((1, 2, 1, 3), 5))]
+            with make("max", [(None, 0, 1, BINARY)] * 4, rows, [2, 4, 5, 1]) as model:
+                found = model.solve(cutoff=1e6, iis=iis)
+                self.assert_outcome(found, "unknown", "cutoff", False)
+                self.assertIsNone(found.bound)
+                self.assertIsNone(model.json()["iis"])
+                self.assertEqual(any("with the cutoff" in note for note in found.notes), bool(iis))
 
     def test_limits_stop_and_keep_the_best_point(self):
         with market_split() as model:

@@ -3,13 +3,14 @@ many ways the solver's own columns may take for the same point; and statistics o
 """
 
 import itertools
+import math
 import os
 import pathlib
 import tempfile
 import unittest
 from ctypes import POINTER, byref, c_double, c_size_t
 
-from harness import BINARY, CONTINUOUS, INF, INTEGER, Model, environment, make
+from harness import BINARY, CONTINUOUS, INF, INTEGER, OBJECTIVE, Model, environment, make
 
 WEIGHTS, VALUES, CAPACITY = (4, 3, 5, 2), (7, 5, 8, 3.5), 8
 
@@ -76,6 +77,19 @@ class Pool(unittest.TestCase):
             points = [tuple(map(round, point)) for _, point in pool(model)]
             self.assertEqual(sorted(points), sorted(set(itertools.product(range(3), repeat=2)) - {(2, 2)}))
             self.assertGreater(found.solutions, len(points))
+
+    def test_a_point_whose_objective_the_solver_holds_loosely_is_one(self):
+        """Gurobi finds (1, 1) several times, with objectives that differ in the fourth digit."""
+        with Model() as model:
+            model.add_columns([("x", 0, 1, BINARY), ("y", 0, 1, BINARY)])
+            model.add_objective("max", [0.0, 0.1])
+            model.give_expressions(OBJECTIVE, {0: ("asin", "x0")})
+            for count in (2, 1000):
+                found = model.solve(poolsearchmode=2, poolsolutions=count, threads=1)
+                points = [tuple(map(round, point)) for _, point in pool(model)]
+                self.assertEqual(len(points), len(set(points)))
+                self.assertAlmostEqual(found.objective, math.pi / 2 + 0.1, 4)
+            self.assertEqual(len(points), 4)
 
     def test_statistics_come_before_the_solve(self):
         with knapsack() as model:

@@ -116,6 +116,14 @@ class Watching(unittest.TestCase):
         self.assertAlmostEqual(objectives[-1], found.objective, 6)
         self.assertEqual(sum(now["event"] == INCUMBENT for now in told), len(dumped))
         self.assertAlmostEqual(told[-1]["bound"], found.bound, 9)
+        self.assertFalse([now for now in told if now["bound"] < now["incumbent"]], "bounds of further points are no bounds")
+
+    def test_the_end_of_a_trace_is_the_answer_of_several_objectives(self):
+        with make("max", [(name, 0, 1, BINARY) for name in "xyz"], [("c", -INF, {0: 1, 1: 1, 2: 1}, 2)], [3, 2, 1]) as model:
+            model.add_objective("max", [0.0, 0.0, 1.0])
+            model.suffix(OBJECTIVE, "objpriority", [1, 2])
+            found = model.solve(multobj=1, miptrace=self.folder / "trace.csv")
+        self.assertEqual((found.objective, float(self.trace()[-1]["incumbent"])), (4, 4))
 
     def test_stop_expressions(self):
         for expression, more, told in [

@@ -99,7 +99,7 @@ REFUSED = [
 
 # Models that are solved, with a note.
 NOTED = [
-    mps(end="BOUNDS\n UP b x -1\n"),
+    mps(end="RANGES\n r c1 8\nBOUNDS\n UP b y -1\n"),
     mps(rows=" N other\n", columns=" x other 1\n"),
     {"model.mps": "NAME m\nROWS\n L c1\nCOLUMNS\n x c1 1\nENDATA\n"},
     mps(end=" s c1 3\n"),

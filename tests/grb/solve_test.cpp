@@ -185,6 +185,10 @@ TEST_F(SolveTest, LetsListenersReadTheRunningSolveOnlyDuringTheirCall) {
   EXPECT_THAT(gurobi->takeCalls(),
               ElementsAre("GRBcbget(null, -1, 4005, *)", "GRBcbget(null, -1, 4003, *)", "GRBcbget(null, -1, 4004, *)"));
   EXPECT_EQ(level.solutionCount() + level.size(), 0);
+  EXPECT_EQ(level.get(0), 0);
+  std::vector<double> kept{8};
+  level.get(tav::idx::lib::Range(0, 1), kept);
+  EXPECT_EQ(kept, std::vector<double>{8});
 }
 
 TEST_F(SolveTest, OffersInAContextOnlyWhatTheEventKnows) {

@@ -133,8 +133,8 @@ TEST(Statistics, CountEachThingOnce) {
   ASSERT_EQ(kavo_add_rows(model, 8, from, to, start, columns, values, nullptr), KAVO_OK) << kavo_last_error();
   const std::size_t terms[] = {0, 1, 2, 3}, node[] = {0, 2};
   const int quadratic[] = {5, 6, 7}, squares[] = {0, 1, 2}, op[] = {KAVO_OP_VARIABLE, KAVO_OP_SIN}, zeros[] = {0, 0};
-  const double ones[] = {1, 1, 1}, costs[] = {11, -13};
-  ASSERT_EQ(kavo_add_quadratic_terms(model, KAVO_ROW, 3, quadratic, terms, squares, squares, ones), KAVO_OK);
+  const double ones[] = {1, 1}, costs[] = {11, -13}, products[] = {1, 1e-4, 1};
+  ASSERT_EQ(kavo_add_quadratic_terms(model, KAVO_ROW, 3, quadratic, terms, squares, squares, products), KAVO_OK);
   ASSERT_EQ(kavo_add_expressions(model, 1, node, op, zeros, ones, nullptr), KAVO_OK);
   ASSERT_EQ(kavo_set_expressions(model, KAVO_ROW, 2, quadratic + 1, zeros), KAVO_OK);
   ASSERT_EQ(kavo_set_indicators(model, 1, quadratic + 2, squares + 1, nullptr), KAVO_OK);
@@ -154,7 +154,7 @@ TEST(Statistics, CountEachThingOnce) {
   EXPECT_THAT((std::vector{s.quadratic_rows, s.nonlinear_rows, s.switched_rows}), ElementsAre(1, 1, 1));
   EXPECT_THAT((std::vector{s.logical, s.sets1, s.sets2, s.objectives}), ElementsAre(1, 1, 2, 2));
   EXPECT_THAT((std::vector{s.nonzeros, s.quadratic_terms, s.nodes}), ElementsAre(4, 3, 2));
-  EXPECT_EQ(range(s.coefficients), std::pair(1e-3, 1e6));
+  EXPECT_EQ(range(s.coefficients), std::pair(1e-4, 1e6));
   EXPECT_EQ(range(s.objective), std::pair(11.0, 11.0));
   EXPECT_EQ(range(s.bounds), std::pair(2e-3, 5e5));
   EXPECT_EQ(range(s.sides), std::pair(0.5, 900.0));

@@ -107,7 +107,7 @@ TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
                                  fmt::format("GRBreadparams(m1.env, \"{}\")", read),
                                  R"(GRBgetintparam(m1.env, "Threads", *))", R"(GRBwrite(m1, "x.lp"))",
                                  "GRBoptimize(m1)", fmt::format("GRBwriteparams(m1.env, \"{}\")", write)));
-  EXPECT_EQ(log->text, "");
+  EXPECT_THAT(log->text, testing::StartsWith(fmt::format("*** Warning: {}, line 1: ", read)));
 
   for (const Fn step : {Fn::GRBwriteparams, Fn::GRBgetintparaminfo, Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBoptimize}) {
     gurobi->failCall(step, 10003, "told by Gurobi");
@@ -126,6 +126,24 @@ TEST_F(FilesOfASolveTest, AreReadBeforeAndWrittenAroundTheSolve) {
   for (const char* option : {"readparams", "writeparams", "writeprob"}) set(option, "");
   solver.solve();
   for (const Fn none : {Fn::GRBreadparams, Fn::GRBwrite, Fn::GRBwriteparams}) EXPECT_EQ(gurobi->count(none), 0);
+}
+
+TEST_F(FilesOfASolveTest, NamesThatGurobiDoesNotKnowAreToldBeforeItReads) {
+  const std::string garbage(70, 'y');
+  const std::string file =
+      written("unknown.prm", "\xef\xbb\xbfThreads 2\nthreads 1\niis 1\n" + garbage + " 2\nIIS 2\nthreads=4\n");
+  set("readparams", file);
+  std::string before;
+  gurobi->onCall(Fn::GRBreadparams, [&] {
+    before = log->text;
+    gurobi->model(1).env.params = {{"threads", 4}};
+  });
+  solver.solve();
+  const auto line = [&](int number, const std::string& name) {
+    return fmt::format("*** Warning: {}, line {}: Gurobi has no parameter '{}'; the line has no effect.\n", file,
+                       number, name);
+  };
+  EXPECT_EQ(before, line(1, R"(\xef\xbb\xbfThreads)") + line(3, "iis") + line(4, std::string(60, 'y') + "..."));
 }
 
 TEST_F(FilesOfASolveTest, WhatAFileChangesIsPutBackWhenTheModelStartsAnew) {
