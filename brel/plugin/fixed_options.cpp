@@ -17,6 +17,9 @@ namespace {
 // They stand for another solve, or belong to that of the model that is not fixed.
 constexpr std::array<std::string_view, 6> kUnset{"readparams", "writeprob", "writeparams", "feasopt", "iis", "tuning"};
 
+// Of the search too, but the fixed model may have one of its own.
+constexpr std::string_view kResultFile = "ResultFile";
+
 bool isUnset(const settings::Row& row) { return std::find(kUnset.begin(), kUnset.end(), row.name()) != kUnset.end(); }
 
 struct Free {
@@ -65,7 +68,7 @@ FixedOptions::FixedOptions(const std::string& file, const settings::Table& table
 void FixedOptions::enter(const settings::Given& run, tav::opt::AbstractSolver& solver) const {
   std::vector<std::string> unset;
   for (const settings::Checked& setting : run.settings) {
-    if (isUnset(*setting.row)) unset.push_back(setting.row->name());
+    if (isUnset(*setting.row) || setting.row->name() == kResultFile) unset.push_back(setting.row->name());
   }
   settings::withdraw(unset, {}, table_, solver);
   settings::apply(own_.settings, solver);

@@ -132,10 +132,12 @@ bool isInForce(const Checked& setting, const tav::attr::AbstractItemDict& dictio
   return withItem(setting, dictionary, [](const auto& item, const auto& value) { return item.get() == value; });
 }
 
+// Without a default a number stays, and a text becomes empty.
 template <class T>
 void setDefault(const Row& row, const tav::attr::BaseItem& item) {
   const auto& info = dynamic_cast<const tav::attr::AbstractInfo<T>&>(*row.info);
-  if (info.hasDefault()) item.as<T>().set(info.getDefault());
+  if (info.hasDefault()) return item.as<T>().set(info.getDefault());
+  if constexpr (std::is_same_v<T, std::string>) item.as<T>().set("");
 }
 
 void setDefault(const Row& row, const tav::attr::BaseItem& item) {

@@ -29,7 +29,7 @@ class SettingsTest : public LinkFixture {
   SettingsTest() {
     gurobi.defineParam({"TimeLimit", 1e100, 0, 1e100});
     gurobi.defineParam({"Threads", 0, -1, 1024});
-    gurobi.defineParam({"CSManager", std::string()});
+    for (const char* text : {"CSManager", "ResultFile"}) gurobi.defineParam({text, std::string()});
     gurobi.scriptAttr("Status", 2);
     link.definition.enable(brel::Plugin::fixedSolve);
     link.definition.enable(brel::Plugin::writeBack);
@@ -73,14 +73,16 @@ TEST_F(SettingsTest, ATextThatGurobiWouldCutIsRefusedWithoutShowingIt) {
 }
 
 TEST_F(SettingsTest, WhatIsTakenBackIsAtItsDefaultInTheNextSolve) {
-  ASSERT_EQ(solveWith({{"timelimit", "5"}, {"threads", "2"}, {"names", "0"}}), KAVO_OK) << kavo_last_error();
+  ASSERT_EQ(solveWith({{"timelimit", "5"}, {"resultfile", "x.sol"}, {"threads", "2"}, {"names", "0"}}), KAVO_OK)
+      << kavo_last_error();
   EXPECT_EQ(kavo_set_option(model, "nosuch", "1", nullptr, 0), KAVO_OK);
   EXPECT_NE(kavo_solve(model), KAVO_OK);
   EXPECT_EQ(kavo_clear_options(model), KAVO_OK);
   EXPECT_EQ(kavo_set_option(model, "threads", "3", nullptr, 0), KAVO_OK);
   gurobi.takeCalls();
   ASSERT_EQ(kavo_solve(model), KAVO_OK) << kavo_last_error();
-  EXPECT_THAT(parametersSet(), ElementsAre(HasSubstr(R"("TimeLimit", 1e+100)"), HasSubstr(R"("Threads", 3)")));
+  EXPECT_THAT(parametersSet(), ElementsAre(HasSubstr(R"("TimeLimit", 1e+100)"), HasSubstr(R"("ResultFile", "")"),
+                                           HasSubstr(R"("Threads", 3)")));
 }
 
 TEST_F(SettingsTest, AreSetWithOneCallEachInTheirTypesUnderGurobisNamesAndTheLastOfANameCounts) {

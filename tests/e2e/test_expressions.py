@@ -109,6 +109,7 @@ class Optima(unittest.TestCase):
         ([(0, 0, INTEGER)], ("if", ("!=", "x0", 0), ("divide", 1, "x0"), 5), (), 5),
         ([(-4, 4, CONTINUOUS), (0, 1, BINARY)],
          ("if", ("and", "x1", (">=", "x0", 1)), ("if", (">=", "x0", 2), ("log", ("minus", "x0", 1)), "x0"), 3), (), 0),
+        ([(0, 4, INTEGER)], ("plus", ("if", ("<=", "x0", 2), 7, -3), ("times", 2, "x0")), (), 3),
         # constants to the power of an expression
         ([(0, 2, CONTINUOUS)], ("power", 3, ("plus", "x0", 1)), (), 3),
         ([(0, 2, CONTINUOUS)], ("power", 0.5, ("square", "x0")), (), 0.0625),

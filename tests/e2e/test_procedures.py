@@ -43,9 +43,10 @@ class FixedModel(unittest.TestCase):
 
     def test_it_gives_the_duals_of_gurobipy(self):
         with tempfile.TemporaryDirectory() as folder, mixed() as model:
-            problem = os.path.join(folder, "mixed.lp")
-            searched = model.solve(solvefixed=1, writeprob=problem)
+            problem, kept = os.path.join(folder, "mixed.lp"), os.path.join(folder, "kept.lp")
+            searched = model.solve(solvefixed=1, writeprob=problem, resultfile=kept)
             found = model.json()
+            self.assertIn("Generals", pathlib.Path(kept).read_text(encoding="ascii"), "is the search's own")
             direct = gurobipy.read(problem, gurobipy.Env(params={"OutputFlag": 0}))
         direct.optimize()
         direct = direct.fixed()

@@ -152,6 +152,8 @@ TEST(NlBad, Values) {
       {changed("r\n1 1", "r\n6 1"), "segment r: expected a kind of sides (0 to 5), found \"6\""},
       {changed("r\n1 1", "r\n1 nan"), "segment r: expected a bound, found \"nan\""},
       {changed("r\n1 1", "r\n0 1"), "segment r: expected a bound, found the end of the line"},
+      {changed("r\n1 1", "r\n2 1e20"), "expected a lower end below 1e20, found \"1e20\""},
+      {changed("r\n1 1", "r\n0 1 -1e30"), "expected an upper end above -1e20, found \"-1e30\""},
       {changed("r\n1 1", "r\n4 1e30"), "expected a finite number behind 4 (equal to), found \"1e30\""},
       {changed("r\n1 1", "r\n5 4 1"), "expected which bounds of the complementing variable are finite, from 0 to 3"},
       {changed("r\n1 1", "r\n5 1 0"), "expected the number of a variable from 1 to 2, found 0"},

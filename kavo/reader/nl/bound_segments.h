@@ -57,19 +57,32 @@ class BoundSegments {
     return value <= -kInfinity ? -kNone : value;
   }
 
+  // No number is above the one, or below the other.
+  double lowerEnd() {
+    const double value = bound();
+    if (value >= kInfinity) source_.fail("a lower end below 1e20");
+    return value;
+  }
+
+  double upperEnd() {
+    const double value = bound();
+    if (value <= -kInfinity) source_.fail("an upper end above -1e20");
+    return value;
+  }
+
   // Reads a pair of bounds, which was infinite before. Returns the letter when it is no pair of bounds.
   char readPair(std::string_view expected, double& lower, double& upper) {
     const char type = source_.letter(expected);
     switch (type) {
       case '0':
-        lower = bound();
-        upper = bound();
+        lower = lowerEnd();
+        upper = upperEnd();
         return '\0';
       case '1':
-        upper = bound();
+        upper = upperEnd();
         return '\0';
       case '2':
-        lower = bound();
+        lower = lowerEnd();
         return '\0';
       case '3':
         return '\0';
