@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 
 #include "tests/brel/host.h"
 
@@ -117,11 +116,9 @@ TEST_F(SettingsTest, WhatGurobiTakesOnlyBeforeItsStartIsSetThen) {
   EXPECT_THAT(kavo_last_error(), HasSubstr("Unable to modify parameter Record"));
 }
 
-TEST_F(SettingsTest, ManyAreNotSlow) {
-  const auto begin = std::chrono::steady_clock::now();
+TEST_F(SettingsTest, ManyOfOneNameAreOneCall) {
   ASSERT_EQ(solveWith(std::vector<Setting>(200'000, {"threads", "1"})), KAVO_OK) << kavo_last_error();
   EXPECT_EQ(parametersSet().size(), 1U);
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 TEST_F(SettingsTest, AValueOnABoundIsFine) {

@@ -116,7 +116,9 @@ TEST_F(SolverTest, MakesAddersByPairsOfWholeTags) {
   };
   for (const auto& c : made) {
     const auto adder = solver.makeConstraintAdder(c.domain, c.function);
-    EXPECT_TRUE(adder && typeid(*adder) == c.kind) << c.domain << " " << c.function;
+    ASSERT_NE(adder, nullptr) << c.domain << " " << c.function;
+    const auto& reference = *adder;
+    EXPECT_TRUE(typeid(reference) == c.kind) << c.domain << " " << c.function;
     EXPECT_EQ(solver.makeConstraintAdder(c.domain, c.function), adder);
   }
   for (const auto& [domain, function] : {std::pair{"tav:sos_domain", "tav:linear_function"},

@@ -14,7 +14,6 @@ namespace kavo_test {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 TEST(Build, LinkSeesWhatTheHostGave) {
   Model model;

@@ -47,7 +47,7 @@ struct Plain {
 
 Plain plain(const Model& model);
 // The text of an expression in which powers with a constant are powers as all others.
-std::string withPowers(std::string postfix);
+std::string withPowers(std::string text);
 
 // The model as the AMPL library reads it. Throws std::runtime_error when the library refuses the file. The library is
 // not made for threads.
