@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "brel/host.h"
@@ -98,6 +99,16 @@ bool isAnyKept(const kavo_columns& columns) {
   return false;
 }
 
+// How many integer columns switch rows: to Gurobi they are binary ones, so that 0 and 1 hold always, too.
+std::size_t switches(const UserModel& user) {
+  std::set<int> found;
+  for (std::size_t i = 0; user.rows.indicator != nullptr && i < user.rows.count; ++i) {
+    const int column = user.rows.indicator[i];
+    if (column >= 0 && !isBinary(user.columns, static_cast<std::size_t>(column))) found.insert(column);
+  }
+  return found.size();
+}
+
 void noteKept(trpRec* host, const char* what, std::size_t count) {
   if (count == 0) return;
   const auto line =
@@ -108,6 +119,7 @@ void noteKept(trpRec* host, const char* what, std::size_t count) {
 std::vector<double> ofColumns(const TranslatedModel& model) {
   const UserModel& user = model.user;
   const std::size_t count = user.columns.count;
+  noteKept(user.host, "switching", switches(user));
   const Given preference(user, KAVO_COLUMN, "feaspref", count);
   const Given lower(user, KAVO_COLUMN, "lbpen", count), upper(user, KAVO_COLUMN, "ubpen", count);
   const bool isAnyGiven = preference.any() || lower.any() || upper.any();

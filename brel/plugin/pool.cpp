@@ -39,7 +39,7 @@ class Pool : public AbstractPlugin {
       points.get(tav::idx::lib::Range(0, static_cast<int>(columns)), point, k);
       const double objective = objectiveOf(solve, point, k);
       if (result::isInfinite(objective, point, result::kInfiniteValue)) continue;
-      if (mayRepeat && isKnown(point)) {
+      if (mayRepeat && isKnown(solve.model.user.columns, point)) {
         ++repeated;
         continue;
       }
@@ -86,10 +86,18 @@ class Pool : public AbstractPlugin {
     return function_->at(point);
   }
 
-  // Whatever its objective: a solver may hold that in a column of its own, to a tolerance only.
-  bool isKnown(const std::vector<double>& point) const {
-    return std::any_of(given_.begin(), given_.end(), [&](const auto& known) {
-      return std::equal(point.begin(), point.end(), known.begin(), known.end(), isSame);
+  // Whatever its objective: a solver may hold that in a column of its own, to a tolerance only, as it does with values
+  // that are to be whole.
+  bool isKnown(const kavo_columns& columns, const std::vector<double>& point) const {
+    const auto isSameAt = [&](const std::vector<double>& known, std::size_t j) {
+      const bool isWhole = columns.type[j] == KAVO_INTEGER || columns.type[j] == KAVO_BINARY;
+      return isWhole ? std::round(point[j]) == std::round(known[j]) : isSame(point[j], known[j]);
+    };
+    return std::any_of(given_.begin(), given_.end(), [&](const std::vector<double>& known) {
+      for (std::size_t j = 0; j < point.size(); ++j) {
+        if (!isSameAt(known, j)) return false;
+      }
+      return true;
     });
   }
 

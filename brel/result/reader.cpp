@@ -74,7 +74,8 @@ kavo_finish Reader::facts() const {
   finish.stop = static_cast<int>(services_ ? services_->stopReason() : tav::opt::StopReason::finished);
   finish.solutions = status.solutionCount();
   finish.objective = finish.solutions > 0 ? valueOf(objectives.get(Q::value)) : kUnknown;
-  if (!isUnboundedOrInfeasible(finish.status)) finish.bound = valueOf(objectives.get(Q::bound));
+  const bool hasRun = finish.stop != KAVO_STOP_NOT_RUN;
+  if (hasRun && !isUnboundedOrInfeasible(finish.status)) finish.bound = valueOf(objectives.get(Q::bound));
   finish.gap = gapOf(finish.objective, finish.bound);
   finish.iterations = countOf(facts->get(A::iterations));
   finish.nodes = countOf(facts->get(A::nodes));

@@ -35,18 +35,29 @@ void settleInfinity(Reader& reader, trpRec* host, kavo_finish& finish) {
 bool hasCutoff(tav::opt::AbstractSolver& solver) {
   const auto cutoff =
       solver.makeModelAttributes(tav::opt::tag::kSolver, {})->get(tav::opt::ModelAttribute::cutoff).as<double>();
-  return std::abs(cutoff.get()) < rewrite::kUserInfinity;
+  return cutoff.solutionCount() > 0 && std::abs(cutoff.get()) < rewrite::kUserInfinity;
+}
+
+// A search for a conflict in place of a solve passes over nothing.
+bool hasSearched(tav::opt::AbstractSolver& solver) {
+  constexpr int kInPlaceOfSolving = 2;
+  const auto own = solver.makeModelAttributes(solver.shortName(), {});
+  const auto iis = own ? own->get("iis").as<int>() : tav::attr::Item<int>();
+  return iis.solutionCount() == 0 || iis.get() != kInPlaceOfSolving;
 }
 
 // A search passes over what is not better than the cutoff, as if it were no point of the model.
 void settleCutoff(trpRec* host, tav::opt::AbstractSolver& solver, kavo_finish& finish) {
   const auto* services = dynamic_cast<const tav::opt::AbstractSolverServices*>(&solver);
-  const bool isEmpty = isInfeasible(finish.status) || finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED;
-  if (isEmpty && services != nullptr && services->isSearch() && hasCutoff(solver)) {
+  const bool isOpen = isInfeasible(finish.status) || finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED;
+  if (isOpen && services != nullptr && services->isSearch() && hasSearched(solver) && hasCutoff(solver)) {
+    if (finish.status == KAVO_INFEASIBLE_OR_UNBOUNDED) {
+      return note(host, "with a cutoff it may also be neither of the two: that no solution is better than it");
+    }
     finish.status = KAVO_UNKNOWN;
     finish.stop = KAVO_STOP_CUTOFF;
     if (services->conflict()) {
-      note(host, "the conflict (IIS) is one with the cutoff, not of the model alone, and is not given");
+      note(host, "the conflict (IIS) may be one with the cutoff, not of the model alone, and is not given");
     }
   }
   if (finish.stop == KAVO_STOP_CUTOFF) finish.bound = finish.gap = kUnknown;  // the solver's is beyond the cutoff
@@ -89,9 +100,10 @@ void settle(Reader& reader, trpRec* host, tav::opt::AbstractSolver& solver, kavo
     finish.relaxation = services->relaxation().value_or(kUnknown);
     return settleRelaxation(reader, host, finish);
   }
+  const bool hadPoint = finish.solutions > 0;
   settleInfinity(reader, host, finish);
   settleCutoff(host, solver, finish);
-  tellUndecided(host, finish);
+  if (!hadPoint) tellUndecided(host, finish);
 }
 
 }  // namespace brel::result

@@ -80,7 +80,7 @@ Lowering::Lowering(Rewriter& rewriter)
       sources_(rewriter.graph().size()),
       need_(sources_, 0),
       element_(sources_, -1),
-      enforcer_(sources_, -1),
+      enforcer_(sources_, {-1, -1}),
       firstGuard_(sources_, -1),
       result_(sources_, kNoNode),
       joiner_(sources_, -1),
@@ -94,7 +94,7 @@ void Lowering::need(NodeId node, std::uint8_t what) {
   need_[index(node)] |= what;
   matters_[index(node)] = Conditions::kAlways;
   if (element_[index(node)] < 0) element_[index(node)] = lastElement();
-  if ((what & kTrue) != 0 && enforcer_[index(node)] < 0) enforcer_[index(node)] = lastElement();
+  if ((what & kTrue) != 0 && enforcer(node, true) < 0) enforcer(node, true) = lastElement();
 }
 
 bool Lowering::setResult(NodeId node, NodeId column, int element) {
@@ -216,8 +216,10 @@ void Lowering::passTo(NodeId child, NodeId parent, std::uint8_t what, Conditions
   matters_[index(child)] = conditions_.either(matters_[index(child)], where);
   int& element = element_[index(child)];
   if (element < 0 || element == objective_) element = element_[index(parent)];
-  if ((what & (kTrue | kFalse)) != 0 && enforcer_[index(child)] < 0) {
-    enforcer_[index(child)] = enforcer_[index(parent)];
+  const bool isTurned = graph().op(parent) == Op::logicalNot;
+  for (const bool holds : {false, true}) {
+    const bool isEnforced = (what & (holds ? kTrue : kFalse)) != 0;
+    if (isEnforced && enforcer(child, holds) < 0) enforcer(child, holds) = enforcer(parent, holds != isTurned);
   }
 }
 
@@ -238,7 +240,7 @@ void Lowering::passOnOr(NodeId node, std::uint8_t needed) {
   Literal when{};
   const NodeId guarded = needed & kTrue ? guardedOperand(node, when) : kNoNode;
   if (guarded != kNoNode) {
-    guard(guarded, when, enforcer_[index(node)]);
+    guard(guarded, when, enforcer(node, true));
     passTo(guarded, node, 0);
   }
   const std::uint8_t asClause = needed & kTrue && guarded == kNoNode ? kOne : 0;
@@ -266,7 +268,7 @@ void Lowering::passGuardsOn(NodeId node) {
 void Lowering::joinEquivalent(NodeId node) {
   const auto children = graph().children(node);
   for (std::size_t k = 0; k < 2; ++k) {
-    if (graph().isVariable(children[k]) && setResult(children[1 - k], children[k], enforcer_[index(node)])) return;
+    if (graph().isVariable(children[k]) && setResult(children[1 - k], children[k], enforcer(node, true))) return;
   }
 }
 
@@ -409,9 +411,11 @@ std::vector<NodeId> Lowering::loweredChildren(NodeId node) {
 // Makes a node hold that must be true or false, everywhere or under guards.
 void Lowering::enforce(NodeId node) {
   const std::uint8_t needed = need_[index(node)];
-  rewriter_.setMaker({enforcer_[index(node)], kNoNode});
-  if (needed & kTrue) enforceAlways(node, true);
-  if (needed & kFalse) enforceAlways(node, false);
+  for (const bool holds : {true, false}) {
+    if ((needed & (holds ? kTrue : kFalse)) == 0) continue;
+    rewriter_.setMaker({enforcer(node, holds), kNoNode});
+    enforceAlways(node, holds);
+  }
   for (int g = firstGuard_[index(node)]; g >= 0; g = guards_[static_cast<std::size_t>(g)].next) {
     const Literal when = guards_[static_cast<std::size_t>(g)].literal;
     const Op op = graph().op(node);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -86,15 +87,16 @@ class Lowering {
   NodeId lower(NodeId node);
   NodeId copyWithLoweredChildren(NodeId node);
   void enforce(NodeId node);
+  int& enforcer(NodeId node, bool holds) { return enforcer_[static_cast<std::size_t>(node)][holds ? 1 : 0]; }
   void enforceAlways(NodeId node, bool holds);
   void enforceClause(NodeId node, bool isOneTrue);
 
   Rewriter& rewriter_;
   std::size_t sources_;  // number of nodes before anything was made of them
   std::vector<std::uint8_t> need_;
-  std::vector<int> element_;     // by node: what it was first needed for
-  std::vector<int> enforcer_;    // by node: the element that says that it is true, or false
-  std::vector<int> firstGuard_;  // by node, -1
+  std::vector<int> element_;                  // by node: what it was first needed for
+  std::vector<std::array<int, 2>> enforcer_;  // by node: the element that says that it is false, that it is true
+  std::vector<int> firstGuard_;               // by node, -1
   std::vector<Guard> guards_;
   std::vector<NodeId> result_;  // by node: its result when the user has it, kNoNode
   std::vector<int> joiner_;     // by node: the element that says so

@@ -89,6 +89,12 @@ CASES = {
         marks=({}, {0: LOWER, 1: BOTH}, {0: MEMBER}, {}), minimal=0),
     "what two logical constraints say": case(
         [REAL], logical=[("<=", "x0", 3), ("<=", "x0", 8), (">=", "x0", 5)], marks=({}, {}, {0: MEMBER, 2: MEMBER}, {})),
+    "one condition that holds and does not": case(
+        [(0, 4, CONTINUOUS)] * 2, logical=[("or", ("<=", "x0", 1), ("<=", "x1", 1)),
+                                           ("not", ("or", ("<=", "x0", 1), ("<=", "x1", 1)))],
+        marks=({}, {}, {0: MEMBER, 1: MEMBER}, {}), minimal=0),
+    "a binary that is and is not": case(
+        [SWITCH], logical=["x0", ("not", "x0")], marks=({}, {}, {0: MEMBER, 1: MEMBER}, {}), minimal=0),
     "an equivalence whose truth is a column": case(
         [SWITCH, (6, 9, CONTINUOUS)], [row(1, INF, {0: 1})], logical=[("<==>", "x0", ("<=", "x1", 5))],
         marks=({1: LOWER}, {0: LOWER}, {0: MEMBER}, {}), minimal=0),
