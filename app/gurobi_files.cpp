@@ -48,7 +48,11 @@ bool has(const List& list, std::string_view ending) {
   return std::find(std::begin(list), std::end(list), ending) != std::end(list);
 }
 
-std::string_view resultEnding(std::string_view path) { return endingOf(without(path, kCompressed), kResults); }
+// Of the endings behind it, which compress, Gurobi knows only those in small letters when it writes.
+std::string_view resultEnding(std::string_view path) {
+  const std::string_view compressed = endingOf(path, kCompressed);
+  return endingOf(path.ends_with(compressed) ? without(path, kCompressed) : path, kResults);
+}
 
 // Gurobi knows no classes of characters.
 std::string patternOf(const std::string& name) {
@@ -147,16 +151,20 @@ std::string ResultFile::lost(const Session& session) const {
   const auto now = stateOf(path_);
   const bool isWritten = now && (!S_ISREG(now->st_mode) || (now->st_size > 0 && !(before_ && isSame(*before_, *now))));
   if (isWritten || !isDue(session)) return {};
-  return fmt::format("ResultFile: Gurobi has not written {}{}", path_, now ? "; the file is from an earlier run" : "");
+  const char* const what = !now ? "" : now->st_size == 0 ? "; it is empty" : "; the file is from an earlier run";
+  return fmt::format("ResultFile: Gurobi has not written {}{}", path_, what);
 }
 
 // What needs a point is not expected where there is none, nor a conflict of a model that is not infeasible.
 bool ResultFile::isDue(const Session& session) const {
+  const std::string_view ending = resultEnding(path_);
   kavo_outcome fixed;
-  if (isOfFixed_) return kavo_get_fixed_outcome(session.model(), &fixed) == KAVO_OK;
+  if (isOfFixed_) {
+    const bool isSolved = kavo_get_fixed_outcome(session.model(), &fixed) == KAVO_OK;
+    return isSolved && ending != ".ilp" && (fixed.solutions > 0 || !has(kOfPoints, ending));
+  }
   const kavo_outcome outcome = session.outcome();
   if (isSameWord(outcome.termination, "not_run") || !session.given("rngread").empty()) return false;
-  const std::string_view ending = resultEnding(path_);
   if (ending == ".ilp") return outcome.status == KAVO_INFEASIBLE;
   return session.values(KAVO_PRIMAL).first != nullptr || !has(kOfPoints, ending);
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -96,7 +97,8 @@ class Run {
     const int status = kavo_solve(model());
     line_.close();
     if (status == KAVO_FILE) {  // of another than the results, which are there
-      lost_.emplace_back(oneLine(kavo_last_error()));
+      std::istringstream lines(kavo_last_error());
+      for (std::string line; std::getline(lines, line);) lost_.emplace_back(oneLine(line));
     } else {
       check(status);
     }

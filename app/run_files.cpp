@@ -84,15 +84,12 @@ void addGurobiOutputs(RunFiles& files, const Session& session) {
     const std::string value = parameters.empty() ? "" : parameterIn(parameters, name);
     return value.empty() ? session.given(name) : value;
   };
-  const std::string result = inForce(kResultFile), solutions = inForce(kSolutionFiles);
-  addResults(files, kResultFile, result, solutions);
+  addResults(files, kResultFile, inForce(kResultFile), inForce(kSolutionFiles));
   if (!parameters.empty()) add(files.written, parameterIn(parameters, "LogFile"), "LogFile", Writer::gurobi);
   if (!canLookInto(fixed)) return;
   const Session settings;
   if (kavo_read_options(settings.model(), fixed.c_str()) != KAVO_OK) return;  // told when the link reads it
-  const auto other = [](const std::string& value, const std::string& before) { return value == before ? "" : value; };
-  addResults(files, kFixedResultFile, other(settings.given(kResultFile), result),
-             other(settings.given(kSolutionFiles), solutions));
+  addResults(files, kFixedResultFile, settings.given(kResultFile), settings.given(kSolutionFiles));
 }
 
 // What is read whatever the settings say.

@@ -36,7 +36,7 @@ typedef struct trpRec trpRec;
 typedef enum kavo_status {
   KAVO_OK = 0,
   KAVO_INVALID = 1,       /* an argument is wrong: null, out of range, NaN, wrong length */
-  KAVO_FILE = 2,          /* a file cannot be read or written, or what it says is wrong */
+  KAVO_FILE = 2,          /* a file cannot be read or written, or what it says is wrong; see also kavo_solve */
   KAVO_NOT_SUPPORTED = 3, /* understood, but not taken (docs/limits.md) */
   KAVO_LINK = 4,          /* the link cannot be loaded, or reports a failure */
   KAVO_NO_RESULT = 5,     /* the result asked for does not exist */

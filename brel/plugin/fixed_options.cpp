@@ -60,6 +60,14 @@ settings::Given checked(const std::string& file, const settings::Table& table, t
   return settings::check(model.get(), table, solver);
 }
 
+// Of a text. A file of parameters may have set it.
+bool isInForce(std::string_view name, const settings::Table& table, tav::opt::AbstractSolver& solver) {
+  const settings::Row* row = table.find(name);
+  if (row == nullptr) return false;
+  const auto text = solver.makeModelAttributes(solver.shortName(), {})->get(row->key).as<std::string>();
+  return text.solutionCount() > 0 && !text.get().empty();
+}
+
 }  // namespace
 
 FixedOptions::FixedOptions(const std::string& file, const settings::Table& table, tav::opt::AbstractSolver& solver)
@@ -68,8 +76,9 @@ FixedOptions::FixedOptions(const std::string& file, const settings::Table& table
 void FixedOptions::enter(const settings::Given& run, tav::opt::AbstractSolver& solver) const {
   std::vector<std::string> unset;
   for (const settings::Checked& setting : run.settings) {
-    if (isUnset(*setting.row) || setting.row->name() == kResultFile) unset.push_back(setting.row->name());
+    if (isUnset(*setting.row)) unset.push_back(setting.row->name());
   }
+  if (isInForce(kResultFile, table_, solver)) unset.emplace_back(kResultFile);
   settings::withdraw(unset, {}, table_, solver);
   settings::apply(own_.settings, solver);
 }

@@ -29,6 +29,9 @@ bool isCompressed(const std::string& file) {
 std::ifstream opened(const std::string& file) {
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) refuse(file, "it is a folder");
+  if (std::filesystem::exists(file, ignored) && !std::filesystem::is_regular_file(file, ignored)) {
+    refuse(file, "it is no regular file, and would be read twice");
+  }
   if (isCompressed(file)) refuse(file, "it is compressed");
   errno = 0;
   std::ifstream in(file, std::ios::binary);

@@ -92,7 +92,7 @@ void solve(trpRec& record) {
   record.filling.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   record.filling.signalled = record.stop->signalled();
   record.results = std::move(record.filling);
-  if (!record.lostFiles.empty()) throw Error(KAVO_FILE, fmt::format("{}", fmt::join(record.lostFiles, "; ")));
+  if (!record.lostFiles.empty()) throw Error(KAVO_FILE, fmt::format("{}", fmt::join(record.lostFiles, "\n")));
 }
 
 }  // namespace

@@ -56,6 +56,7 @@ class Overwriting(cli.FolderCase):
             (["writeprob=small.sol"], ["small.sol is named for two outputs: writeprob and the solution file"]),
             (["ResultFile=r.sol", "rngrestart=r.sol"], ["two outputs: rngrestart and ResultFile"]),
             (["fixoptfile=fixed.opt", "miptrace=r.sol"], ["two outputs: miptrace and ResultFile"]),
+            (["ResultFile=r.sol", "fixoptfile=fixed.opt"], ["two outputs: ResultFile and ResultFile of fixoptfile"]),
             (["dumpbcsol=small", "-osmall7.sol"], ["small7.sol is named for two outputs: the solution file and dumpbcsol"]),
             (["dumpbcsol=p", "poolstub=./p"], ["p1.sol is named for two outputs: dumpbcsol and poolstub"]),
             (["dumpbcsol=p1", "poolstub=p"], ["p11.sol is named for two outputs"]),
@@ -99,7 +100,7 @@ class Overwriting(cli.FolderCase):
                       ["dumpbcsol=small", "miptrace=small01.sol"], ["dumpbcsol=q", "poolstub=p"],
                       ["dumpbcsol=p0", "poolstub=p"], ["dumpbcsol=small", "--json", "small1.json"],
                       ["readparams=b.prm", "SolFiles=y", "miptrace=y_1.sol"], ["miptrace=small.row"],
-                      ["ResultFile=r.sol", "fixoptfile=fixed.opt"], ["dumpbcsol=m", "writeprob=m.mps"]):
+                      ["dumpbcsol=m", "writeprob=m.mps"]):
             with self.subTest(words=words):
                 run = self.run_fake("small.mps", *words)
                 self.assertEqual(run.returncode, 1)

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-
 #include "tests/brel/host.h"
 
 namespace brel_test {

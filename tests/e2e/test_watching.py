@@ -179,7 +179,7 @@ class Watching(unittest.TestCase):
 
         with market_split() as model:
             watch(model, remove)
-            with self.assertRaisesRegex(KavoError, "the trace ends early: .*; .* incumbents could not be dumped|dumped: .*; the trace"):
+            with self.assertRaisesRegex(KavoError, r"the trace ends early: .*\n.* incumbents could not be dumped|dumped: .*\nthe trace"):
                 model.solve(threads=1, timelimit=0.5, miptrace="/dev/full", dumpbcsol=gone / "point")
             found = model.results()
         self.assertEqual(found.termination, "time_limit")
